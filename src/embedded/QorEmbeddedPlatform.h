@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <memory>
+#include <string>
+
+#include "embedded/QorRepositoryBuilder.h"
+#include "embedded/QorRepositoryReader.h"
+#include "platform/QorExport.h"
+#include "platform/QorHost.h"
+
+struct QorEmbeddedOptions {
+    std::string language = "en";  ///< ISO 639; a language without texts falls back to English
+    bool console = false;         ///< boxes and progress appear on standard error; without it they are only recorded
+    std::string user;             ///< logon name of the current user; empty: the operating system's user
+};
+
+/// A complete platform in one process. Not installed by itself: hand `host()` to a QorHostInstallation.
+class QOR_API QorEmbeddedPlatform {
+public:
+    explicit QorEmbeddedPlatform(const QorEmbeddedOptions& options = {});
+    QorEmbeddedPlatform(const QorEmbeddedPlatform&) = delete;
+    QorEmbeddedPlatform& operator=(const QorEmbeddedPlatform&) = delete;
+    ~QorEmbeddedPlatform();
+
+    /// The services, living as long as this object.
+    [[nodiscard]] const QorHost& host() const;
+    [[nodiscard]] QorRepositoryBuilder& builder();
+    [[nodiscard]] const QorRepositoryReader& reader() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> _impl;
+};

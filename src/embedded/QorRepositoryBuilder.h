@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstdint>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/QorCoreAttributeType.h"
+#include "platform/QorExport.h"
+#include "platform/QorIdentifier.h"
+
+/// Why something could not be added.
+enum class QorBuildError : std::int32_t {
+    None = 0,
+    UnknownIdentifier,  ///< no such thing, or not of the kind that is needed here
+    EmptyName,
+    NameRefused,    ///< holds a zero byte, or is longer than 65535 bytes
+    DuplicateName,  ///< `id` names who has it
+    CyclicInheritance,
+    ForeignLibrary,  ///< the things belong to different application libraries
+    AbstractClass,   ///< has no instances
+    ClassNotInModelType,
+    SourceDoesNotFit,        ///< the relation class does not leave objects of this class
+    TargetDoesNotFit,        ///< the relation class does not arrive at objects of this class
+    ForeignModel,            ///< the objects lie in different models
+    AttributeDoesNotBelong,  ///< the class has no such attribute
+    ValueRefused,            ///< the attribute's type does not take this text
+    HasInstances,            ///< cannot be changed any more
+    NoIdentifiersLeft,
+};
+
+/// The identifier of what was added, or why it was not.
+struct [[nodiscard]] QorBuildResult {
+    QorIdentifier id = QorNoIdentifier;
+    QorBuildError error = QorBuildError::None;
+    [[nodiscard]] bool ok() const { return error == QorBuildError::None; }
+};
+
+/// Where the values of an attribute stand: with each instance, or once with the class.
+enum class QorAttributeLevel : std::int32_t { Instance, Class };
+
+/// An attribute to be added to a class, relation class or record class.
+struct QorAttributeSpec {
+    std::string_view name;
+    QorCoreAttributeType type = QorCoreAttributeType::Text;
+    QorAttributeLevel level = QorAttributeLevel::Instance;
+    std::span<const std::string_view> enumeration;  ///< the values of an enumeration (list)
+    std::string_view defaultText;                   ///< value of an instance without one of its own
+    QorIdentifier target = QorNoIdentifier;         ///< record class of a record, profile class of a profile reference
+    bool refersToModels = false;                    ///< an inter-model reference to whole models
+};
+
+enum class QorLibraryPart : std::int32_t { BusinessProcess, WorkingEnvironment };
+
+/// The narrow door through which files become repository content. Adding is amortised O(1) unless said otherwise;
+/// nothing is changed when an operation fails. Identifiers ascend in the order of adding.
+class QOR_API QorRepositoryBuilder {
+public:
+    virtual ~QorRepositoryBuilder();
+
+    // ---- Method libraries ----
+
+    /// With its two parts; the application library's name must be free. Empty part names are made from the library's.
+    virtual QorBuildResult addApplicationLibrary(std::string_view name, std::string_view businessProcessName,
+                                                 std::string_view workingEnvironmentName) = 0;
+    [[nodiscard]] virtual QorIdentifier libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const = 0;
+    /// `superclass` (of either part of the same application library) or none. Names of classes are unique within the
+    /// application library's part.
+    virtual QorBuildResult addClass(QorIdentifier part, std::string_view name, QorIdentifier superclass,
+                                    bool abstract) = 0;
+    /// A class whose instances are the rows of record attributes; its attributes are the columns.
+    virtual QorBuildResult addRecordClass(QorIdentifier part, std::string_view name) = 0;
+    virtual QorBuildResult addRelationClass(QorIdentifier part, std::string_view name, QorIdentifier fromClass,
+                                            QorIdentifier toClass) = 0;
+    /// `owner` must not have or inherit an attribute of that name, nor any of its subclasses. Refused (HasInstances)
+    /// once the class has instances.
+    virtual QorBuildResult addAttribute(QorIdentifier owner, const QorAttributeSpec& attribute) = 0;
+    /// Value of a class-level attribute, also of the fixed ones such as the cardinality text.
+    virtual QorBuildResult setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text) = 0;
+    /// Value of a library's attribute (QorAttributeIds.h); `library` is an application library or a part.
+    virtual QorBuildResult setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text) = 0;
+    /// A kind of models and the classes whose objects such models hold, relation classes excluded.
+    virtual QorBuildResult addModelType(QorIdentifier part, std::string_view name,
+                                        std::span<const QorIdentifier> classes) = 0;
+    /// Takes back a whole application library that has no models, for a reader that met errors on the way.
+    virtual QorBuildResult removeApplicationLibrary(QorIdentifier applicationLibrary) = 0;
+
+    // ---- Models ----
+
+    /// The first, or a further, version of the model of that name and type. Refused when the thread has that version.
+    virtual QorBuildResult addModel(QorIdentifier modelType, std::string_view name, std::string_view version) = 0;
+    /// Names of objects are unique within their class in the model.
+    virtual QorBuildResult addObject(QorIdentifier model, QorIdentifier cls, std::string_view name) = 0;
+    virtual QorBuildResult addRelation(QorIdentifier relationClass, QorIdentifier from, QorIdentifier to) = 0;
+    /// Value of an attribute of an object or relation instance, in its text form.
+    virtual QorBuildResult setValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) = 0;
+    /// Deletes the model with everything in it. O(its content).
+    virtual QorBuildResult removeModel(QorIdentifier model) = 0;
+
+    /// Tells how much is to come, so that room is made once.
+    virtual void reserve(std::size_t objects, std::size_t relations) = 0;
+    /// Lays out what was added for fast reading; done anyway on the first reading that needs it.
+    virtual void layOut() = 0;
+};
+
+/// A build error in words, without names ("the name is taken").
+[[nodiscard]] QOR_API const char* Qor_BuildErrorText(QorBuildError error);

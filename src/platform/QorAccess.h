@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <set>
+
+#include "platform/QorExport.h"
+#include "platform/SvString.h"
+
+/// Permissions of a user group on a model group.
+namespace QorModelGroupPermission {
+inline constexpr std::int32_t None = 0;
+inline constexpr std::int32_t Read = 2;
+inline constexpr std::int32_t Write = 4;
+}  // namespace QorModelGroupPermission
+
+/// One model group that a user group may reach.
+class QOR_API QorAccModelgroup {
+public:
+    /// A null name counts as the empty text.
+    QorAccModelgroup(long modelGroup, const char* name, long applicationLibrary, std::int32_t permission);
+    /// Reads a permission of 1, which older data sources deliver, as no access.
+    QorAccModelgroup(const QorAccModelgroup& other);
+    QorAccModelgroup& operator=(const QorAccModelgroup&) = delete;
+    ~QorAccModelgroup();
+
+    [[nodiscard]] long getModelGroupID() const { return _modelGroup; }
+    [[nodiscard]] const SV::String& getName() const { return _name; }
+    [[nodiscard]] long getApplicationLibraryID() const { return _applicationLibrary; }
+    [[nodiscard]] std::int32_t getPermission() const { return _permission; }
+
+private:
+    long _modelGroup;
+    SV::String _name;
+    long _applicationLibrary;
+    std::int32_t _permission;
+};
+
+/// Access entries, owned. Ordered by address only, so the order of iteration carries no meaning; a model group appears
+/// once for each user group through which it is reached.
+class QOR_API QorAccModelgroupContainer {
+public:
+    QorAccModelgroupContainer();
+    QorAccModelgroupContainer(const QorAccModelgroupContainer&) = delete;
+    QorAccModelgroupContainer& operator=(const QorAccModelgroupContainer&) = delete;
+    ~QorAccModelgroupContainer();
+
+    void add(std::unique_ptr<QorAccModelgroup> entry);
+    void removeAll();
+    [[nodiscard]] unsigned long numberOfElements() const { return _entries.size(); }
+
+    using Entries = std::multiset<std::unique_ptr<QorAccModelgroup>>;
+    [[nodiscard]] Entries::const_iterator begin() const { return _entries.begin(); }
+    [[nodiscard]] Entries::const_iterator end() const { return _entries.end(); }
+
+private:
+    Entries _entries;
+};

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstdint>
+#include <span>
+
+#include "platform/QorErrorCode.h"
+#include "platform/QorExport.h"
+
+/// One end of a relation instance as seen from an object: the relation instance, its relation class, the object at the
+/// other end and that object's class. 16 bytes.
+struct QorRelationEnd {
+    std::int32_t relation = -1;
+    std::int32_t relationClass = -1;
+    std::int32_t other = -1;
+    std::int32_t otherClass = -1;
+};
+
+/// Optional speed: the same answers as the plain repository operations, without a copy.
+class QOR_API QorCoreBulkView {
+public:
+    virtual ~QorCoreBulkView();
+    /// The object's class and its outgoing and incoming relations, each ascending by relation identifier. The spans
+    /// hold until the repository next changes. After a failure `cls` is -1 and both spans are empty; the caller then
+    /// asks the plain operations, which say what is wrong. O(1).
+    virtual QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>& outgoing,
+                                    std::span<const QorRelationEnd>& incoming) = 0;
+};
