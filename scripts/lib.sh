@@ -38,28 +38,38 @@ need_packages() {
     rm -f "$log"
 }
 
-# build PRESET [TARGET…]: configures and builds; quiet when all goes well, progress on a terminal.
-# The number of parallel jobs is $QOR_JOBS, or the number of processors.
+# build PRESET [TARGET…]: configures and builds; on a terminal with a line of progress, otherwise silent when all goes
+# well. The number of parallel jobs is $QOR_JOBS, or the number of processors.
 build() {
     local preset=$1
     shift
     local log="$root/build/$preset.log" command=(cmake --build --preset "$preset" --parallel "${QOR_JOBS:-$(nproc)}")
     (($# == 0)) || command+=(--target "$@")
     mkdir -p "$root/build"
+    [[ -f $root/build/$preset/build.ninja ]] || say "Building ($preset) for the first time; this takes some minutes."
     if ! (cd "$root" && cmake --preset "$preset") >"$log" 2>&1 </dev/null; then
         cat "$log" >&2
         say "Configuring the build ($preset) failed."
         return 1
     fi
-    if [[ -t 2 ]]; then
-        (cd "$root" && NINJA_STATUS="building [%f/%t] " "${command[@]}") >&2 </dev/null || return 1
-    else
-        say "Building ($preset) …"
-        if ! (cd "$root" && "${command[@]}") >>"$log" 2>&1 </dev/null; then
-            cat "$log" >&2
-            say "The build ($preset) failed."
-            return 1
-        fi
-        ! grep -A 4 'warning:' "$log" >&2 || say "The build ($preset) has warnings, see above."
+    local code=0
+    (cd "$root" && "${command[@]}") 2>&1 </dev/null | show_progress "$log" || code=$?
+    if ((code != 0)); then
+        grep -v '^\[[0-9]' "$log" >&2 || true
+        say "The build ($preset) failed."
+        return 1
     fi
+    if grep -A 4 'warning:' "$log" >&2; then say "The build ($preset) has warnings, see above."; fi
+}
+
+show_progress() {
+    local line terminal=
+    [[ ! -t 2 ]] || terminal=1
+    while IFS= read -r line; do
+        printf '%s\n' "$line" >>"$1"
+        if [[ $terminal && $line =~ ^\[([0-9]+)/([0-9]+)\]\ B ]]; then
+            printf '\r\033[KBuilding %s of %s' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}" >&2
+        fi
+    done
+    [[ ! $terminal ]] || printf '\r\033[K' >&2
 }
