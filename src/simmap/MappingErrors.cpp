@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simmap/MappingErrors.h"
 
+#include "platform/QorAttributeIds.h"
 #include "platform/QorMessage.h"
 #include "simmap/messages.h"
 
@@ -12,7 +13,7 @@ SV::String missingKey(std::string_view key) { return Qor_Message(message::keyMis
 
 int MappingErrors::add(int code, QorKexPosition position, const SV::String& message) const {
     text += message.view();
-    list.push_back({code, position, message});
+    list.push_back({library, QorAttributeId::SimulationMapping, code, position, message});
     return code;
 }
 

@@ -18,6 +18,7 @@ namespace qor::simmap {
 /// Where errors of a mapping text go: into the text that the user sees, and beside it with their places. The
 /// operations return the code.
 struct MappingErrors {
+    long library;
     SV::String& text;
     std::vector<QorSimDefinitionError>& list;
 

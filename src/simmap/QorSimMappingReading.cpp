@@ -71,12 +71,10 @@ int QorSimMappingHandler::readText(const SV::String& text, bool continueOnError)
         return QorSimCode::Failed;
     }
 
+    const MappingErrors errors{_library, _errorText, _errors};
     QorKexParser parser(text, *attributeName, *libraryName);
-    if (parser.Parse() != 0) {
-        _errorText = parser.GetErrorText();
-        _errors.push_back({QorSimCode::BadText, parser.GetErrorPosition(), _errorText});
-        return QorSimCode::BadText;
-    }
+    if (parser.Parse() != 0)
+        return errors.add(QorSimCode::BadText, parser.GetErrorPosition(), parser.GetErrorText());
 
     int optionCount = 0;
     bool hasClasses = false;
@@ -100,13 +98,13 @@ int QorSimMappingHandler::readElement(const QorKexParser& parser, int& optionCou
         hasClasses = true;
         return decryptSimClasses(&parser, goOn);
     }
-    const MappingErrors errors{_errorText, _errors};
+    const MappingErrors errors{_library, _errorText, _errors};
     return errors.add(QorSimCode::BadText, parser.GetCurElemPosition(), unknownName(name));
 }
 
 int QorSimMappingHandler::decryptSimOption(const QorKexParser* parser, int number, int continueOnError) noexcept {
     return Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] {
-        OptionRecord record(*parser, _library, {_errorText, _errors}, continueOnError != 0);
+        OptionRecord record(*parser, _library, {_library, _errorText, _errors}, continueOnError != 0);
         if (record.isSwitchedOff()) return QorSimCode::Ok;
         // In the vector before it is read, so that actions behind it find it whatever becomes of it.
         _options.push_back(std::make_shared<QorSimulationOption>(number));
@@ -119,7 +117,7 @@ int QorSimMappingHandler::decryptSimOption(const QorKexParser* parser, int numbe
 
 int QorSimMappingHandler::decryptSimAction(const QorKexParser* parser, int continueOnError) noexcept {
     return Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] {
-        const MappingErrors errors{_errorText, _errors};
+        const MappingErrors errors{_library, _errorText, _errors};
         if (_options.empty()) {
             _errorText.Clear();  // this message alone stands, whatever was said before
             return errors.add(QorSimCode::BadText, parser->GetCurElemPosition(),
@@ -131,7 +129,7 @@ int QorSimMappingHandler::decryptSimAction(const QorKexParser* parser, int conti
 
 int QorSimMappingHandler::decryptSimClasses(const QorKexParser* parser, int continueOnError) noexcept {
     return Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] {
-        ClassesRecord record(*parser, {_errorText, _errors}, continueOnError != 0);
+        ClassesRecord record(*parser, {_library, _errorText, _errors}, continueOnError != 0);
         return record.read(_businessProcessClasses, _workingEnvironmentClasses);
     });
 }
