@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/KexAmounts.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -21,6 +22,7 @@ struct TimeField {
 constexpr TimeField kTimeFields[] = {{2, 365 * 86400}, {3, 86400}, {2, 3600}, {2, 60}, {2, 1}};
 
 constexpr std::string_view kLengthUnit = "cm";
+constexpr char kPoint = '.';
 constexpr std::size_t kDecimals = 3;
 constexpr std::int64_t kPerUnit = 1000;  // 10 to the power of kDecimals
 
@@ -42,17 +44,16 @@ struct Digits {
 };
 Digits takeDigits(std::string_view& text, std::size_t most = std::string_view::npos) {
     Digits taken;
-    while (taken.count < most && taken.count < text.size() && is(text[taken.count], kDigit)) {
+    const std::size_t end = std::min(most, text.size());
+    for (; taken.count < end && is(text[taken.count], kDigit); ++taken.count)
         if (taken.value <= kMaxInteger) taken.value = taken.value * 10 + (text[taken.count] - '0');
-        ++taken.count;
-    }
     text.remove_prefix(taken.count);
     return taken;
 }
 
-bool take(std::string_view& text, std::string_view expected) {
-    if (text.substr(0, expected.size()) != expected) return false;
-    text.remove_prefix(expected.size());
+bool take(std::string_view& text, char expected) {
+    if (text.empty() || text.front() != expected) return false;
+    text.remove_prefix(1);
     return true;
 }
 
@@ -65,7 +66,7 @@ Amount integer(std::int64_t magnitude, bool negative) {
 Amount readTime(std::string_view text) {
     std::int64_t seconds = 0;
     for (const TimeField& field : kTimeFields) {
-        if (&field != kTimeFields && !take(text, std::string_view(&kColon, 1))) return bad(kBadTime);
+        if (&field != kTimeFields && !take(text, kColon)) return bad(kBadTime);
         const Digits digits = takeDigits(text, field.digits);
         if (digits.count != field.digits) return bad(kBadTime);
         seconds += digits.value * field.seconds;
@@ -76,7 +77,7 @@ Amount readTime(std::string_view text) {
 
 Amount readLength(std::int64_t whole, std::string_view rest, bool negative) {
     std::int64_t thousandths = whole * kPerUnit;
-    if (take(rest, ".")) {
+    if (take(rest, kPoint)) {
         Digits decimals = takeDigits(rest, kDecimals);
         if (decimals.count == 0) return bad(kBadLength);
         for (; decimals.count < kDecimals; ++decimals.count) decimals.value *= 10;
@@ -99,13 +100,13 @@ void appendDigits(std::string& out, std::int64_t value, std::size_t atLeast) {
 
 Amount readAmount(std::string_view literal) {
     std::string_view rest = literal;
-    const bool negative = take(rest, "-");
-    const bool hasSign = negative || take(rest, "+");
+    const bool negative = take(rest, '-');
+    const bool hasSign = negative || take(rest, '+');
     const Digits whole = takeDigits(rest);
     if (whole.count == 0) return bad("a sign is followed by digits");
     if (rest.empty()) return integer(whole.value, negative);
     if (rest.front() == kColon) return hasSign ? bad(kBadTime) : readTime(literal);
-    if (rest.front() == '.' || rest == kLengthUnit) return readLength(whole.value, rest, negative);
+    if (rest.front() == kPoint || rest == kLengthUnit) return readLength(whole.value, rest, negative);
     return bad(kUnknown);
 }
 
@@ -122,7 +123,7 @@ std::string writtenMoment(std::int32_t moment) {
     const std::int64_t thousandths = -1 - std::int64_t{moment};
     appendDigits(out, thousandths / kPerUnit, 1);
     if (thousandths % kPerUnit != 0) {
-        out += '.';
+        out += kPoint;
         appendDigits(out, thousandths % kPerUnit, kDecimals);
         out.erase(out.find_last_not_of('0') + 1);
     }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/KexParser.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "platform/KexAmounts.h"
 #include "platform/KexCharacters.h"
@@ -53,6 +55,7 @@ private:
     // element = keyword [ string ] { key [ ":" value ] }
     bool parseElement() {
         const Span keyword = word();
+        makeRoom(_document.elements);
         _document.elements.push_back({keyword, {}, static_cast<std::uint32_t>(_document.keys.size())});
         if (!separators()) return false;
         if (*_at == kQuote && !(parseString(_document.elements.back().value) && separators())) return false;
@@ -66,6 +69,7 @@ private:
     bool parseKey() {
         const char* const begin = _at;
         const Span name = word();
+        makeRoom(_document.keys);
         if (const Key* const same = _document.add(_text, name)) return keyTwice(begin, *same);
         if (!separators()) return false;
         if (*_at != kColon) return true;
@@ -123,6 +127,16 @@ private:
                 break;
         }
         return fail(begin, named({begin, _at}) + ": " + amount.complaint);
+    }
+
+    // Expects the rest of the text to be like what was parsed, but commits no more than twice the text's size to that.
+    template <class Record>
+    void makeRoom(std::vector<Record>& records) {
+        if (records.size() < records.capacity()) return;
+        const auto parsed = static_cast<double>(_at - _begin);
+        const auto expected = static_cast<double>(records.size()) * static_cast<double>(_text.size()) / parsed * 1.05;
+        const std::size_t most = _text.size() * 2 / sizeof(Record);
+        records.reserve(std::max(records.size() * 2, std::min(static_cast<std::size_t>(expected), most)));
     }
 
     Span word() {
