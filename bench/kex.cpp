@@ -87,6 +87,15 @@ void parseElements(benchmark::State& state) {
 }
 BENCHMARK(parseElements)->Arg(1'000)->Arg(1'000'000);
 
+// A parser that is kept, without the cost of fresh memory.
+void parseAgain(benchmark::State& state) {
+    const std::string text = repeated(kRules, static_cast<std::size_t>(state.range(0)));
+    QorKexParser parser(SV::String(text), "Cardinalities");
+    for (auto _ : state) benchmark::DoNotOptimize(parser.Parse());
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+BENCHMARK(parseAgain)->Arg(10'000'000);
+
 std::string keys(std::int64_t count) {
     std::string text = "SIMCLASSES";
     for (std::int64_t i = 0; i < count; ++i) text += "\nbp-" + std::to_string(i) + ":\"c\"";

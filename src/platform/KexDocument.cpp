@@ -8,8 +8,10 @@ namespace qor::platform::kex {
 
 namespace {
 
-// Up to so many keys of an element are looked through one by one; all keys of larger ones stand in the index.
+// Up to so many keys of an element are looked through one by one; all keys of larger ones stand in a table.
 constexpr std::uint32_t kFewKeys = 16;
+
+constexpr std::size_t kFirstSlots = 64;
 
 constexpr std::size_t kBytesPerKey = 16;
 constexpr std::size_t kBytesPerElement = 64;
@@ -30,45 +32,55 @@ std::uint64_t mixed(std::uint64_t state, std::uint64_t more) {
 }  // namespace
 
 void KeyIndex::clear(std::uint64_t seed) {
+    _tables.clear();
     _slots.clear();
-    _taken = 0;
     _seed = seed;
 }
 
-std::uint32_t KeyIndex::hash(std::uint32_t element, std::string_view name) const {
-    std::uint64_t state = mixed(_seed, element);
+std::uint32_t KeyIndex::begin() {
+    _tables.push_back({_slots.size(), kFirstSlots - 1, 0});
+    _slots.resize(_slots.size() + kFirstSlots);
+    return static_cast<std::uint32_t>(_tables.size() - 1);
+}
+
+void KeyIndex::insert(std::uint32_t hash, std::uint32_t key) {
+    Table& table = _tables.back();
+    if ((table.taken + 1) * 3 > (table.mask + 1) * 2) grow(table);
+    place(table, {hash, key});
+    ++table.taken;
+}
+
+std::uint32_t KeyIndex::hash(std::string_view name) const {
+    std::uint64_t state = mixed(_seed, name.size());
     for (; !name.empty(); name.remove_prefix(std::min(name.size(), sizeof state))) {
         std::uint64_t piece = 0;
         std::memcpy(&piece, name.data(), std::min(name.size(), sizeof piece));
         state = mixed(state, piece);
     }
-    return static_cast<std::uint32_t>(mixed(state, 0));
+    return static_cast<std::uint32_t>(state);
 }
 
-void KeyIndex::insert(std::uint32_t hash, std::uint32_t key) {
-    if ((_taken + 1) * 3 > _slots.size() * 2) grow();
-    place({hash, key});
-    ++_taken;
+void KeyIndex::place(const Table& table, Slot slot) {
+    std::size_t at = slot.hash & table.mask;
+    while (_slots[table.begin + at].key != kFree) at = (at + 1) & table.mask;
+    _slots[table.begin + at] = slot;
 }
 
-void KeyIndex::place(Slot slot) {
-    std::size_t at = slot.hash & mask();
-    while (_slots[at].key != kFree) at = (at + 1) & mask();
-    _slots[at] = slot;
-}
-
-void KeyIndex::grow() {
-    std::vector<Slot> old(std::max<std::size_t>(64, _slots.size() * 2));
-    old.swap(_slots);
-    for (const Slot& slot : old)
-        if (slot.key != kFree) place(slot);
+void KeyIndex::grow(Table& table) {
+    const auto begin = _slots.begin() + static_cast<std::ptrdiff_t>(table.begin);
+    _moving.assign(begin, _slots.end());
+    std::fill(begin, _slots.end(), Slot());
+    table.mask = table.mask * 2 + 1;
+    _slots.resize(table.begin + table.mask + 1);
+    for (const Slot& slot : _moving)
+        if (slot.key != kFree) place(table, slot);
 }
 
 void Document::clear() {
     elements.clear();
     keys.clear();
     unescaped.clear();
-    // Differs from run to run, so that nobody can write keys that all fall on one place of the index.
+    // Differs from run to run, so that nobody can write keys that all fall on one place of a table.
     _index.clear(reinterpret_cast<std::uintptr_t>(this));
 }
 
@@ -83,11 +95,18 @@ const Key* Document::add(std::string_view text, Span name) {
 
     keys.push_back({name, {}});
     const Range range = keysOf(element);
-    const std::uint32_t count = range.end - range.begin;
-    if (count <= kFewKeys) return nullptr;
-    for (std::uint32_t key = count == kFewKeys + 1 ? range.begin : range.end - 1; key < range.end; ++key)
-        _index.insert(_index.hash(static_cast<std::uint32_t>(element), viewOf(text, keys[key].name)), key);
+    if (range.end - range.begin > kFewKeys) addToTable(text, range);
     return nullptr;
+}
+
+// The key that is one too many takes those before it along.
+void Document::addToTable(std::string_view text, Range range) {
+    std::uint32_t key = range.end - 1;
+    if (elements.back().table == kNoTable) {
+        elements.back().table = _index.begin();
+        key = range.begin;
+    }
+    for (; key < range.end; ++key) _index.insert(_index.hash(viewOf(text, keys[key].name)), key);
 }
 
 Document::Range Document::keysOf(std::size_t element) const {
@@ -96,19 +115,16 @@ Document::Range Document::keysOf(std::size_t element) const {
 }
 
 const Key* Document::find(std::string_view text, std::size_t element, std::string_view name) const {
+    if (elements[element].table != kNoTable) return findInTable(text, elements[element].table, name);
     const Range range = keysOf(element);
-    if (range.end - range.begin > kFewKeys) return findIndexed(text, element, name);
     for (std::uint32_t key = range.begin; key < range.end; ++key)
         if (same(viewOf(text, keys[key].name), name)) return &keys[key];
     return nullptr;
 }
 
-const Key* Document::findIndexed(std::string_view text, std::size_t element, std::string_view name) const {
-    const Range range = keysOf(element);
-    const auto isIt = [&](std::uint32_t key) {
-        return key >= range.begin && key < range.end && viewOf(text, keys[key].name) == name;
-    };
-    const auto key = _index.find(_index.hash(static_cast<std::uint32_t>(element), name), isIt);
+const Key* Document::findInTable(std::string_view text, std::uint32_t table, std::string_view name) const {
+    const auto isIt = [&](std::uint32_t key) { return viewOf(text, keys[key].name) == name; };
+    const auto key = _index.find(table, _index.hash(name), isIt);
     return key ? &keys[*key] : nullptr;
 }
 

@@ -43,26 +43,35 @@ struct Key {
     Value value;
 };
 
+constexpr std::uint32_t kNoTable = UINT32_MAX;
+
 struct Element {
     Span name;
     Value value;
     std::uint32_t firstKey = 0;  // its keys end where those of the next element begin
+    std::uint32_t table = kNoTable;
 };
 
-/// Finds keys of elements that have many, in a time that does not depend on how many. One table for all elements.
+/// Hash tables of the keys of elements that have many. Each lies together, so that the one in work stays near; only the
+/// last one grows.
 class KeyIndex {
 public:
     void clear(std::uint64_t seed);
-    [[nodiscard]] std::uint32_t hash(std::uint32_t element, std::string_view name) const;
+    /// The number of a new, empty table.
+    std::uint32_t begin();
     void insert(std::uint32_t hash, std::uint32_t key);
+
+    [[nodiscard]] std::uint32_t hash(std::string_view name) const;
 
     /// The first of the keys with that hash for which `isIt` holds.
     template <class Predicate>
-    [[nodiscard]] std::optional<std::uint32_t> find(std::uint32_t hash, Predicate isIt) const {
-        if (_slots.empty()) return std::nullopt;
-        for (std::size_t at = hash & mask(); _slots[at].key != kFree; at = (at + 1) & mask())
-            if (_slots[at].hash == hash && isIt(_slots[at].key)) return _slots[at].key;
-        return std::nullopt;
+    [[nodiscard]] std::optional<std::uint32_t> find(std::uint32_t table, std::uint32_t hash, Predicate isIt) const {
+        const Table& where = _tables[table];
+        for (std::size_t at = hash & where.mask;; at = (at + 1) & where.mask) {
+            const Slot& slot = _slots[where.begin + at];
+            if (slot.key == kFree) return std::nullopt;
+            if (slot.hash == hash && isIt(slot.key)) return slot.key;
+        }
     }
 
 private:
@@ -71,12 +80,17 @@ private:
         std::uint32_t hash = 0;
         std::uint32_t key = kFree;
     };
-    [[nodiscard]] std::size_t mask() const { return _slots.size() - 1; }
-    void place(Slot slot);
-    void grow();
+    struct Table {
+        std::size_t begin = 0;
+        std::size_t mask = 0;  // it has one slot more, a power of two; at most two thirds are taken
+        std::size_t taken = 0;
+    };
+    void place(const Table& table, Slot slot);
+    void grow(Table& table);
 
-    std::vector<Slot> _slots;  // as many as a power of two, at most two thirds taken
-    std::size_t _taken = 0;
+    std::vector<Table> _tables;
+    std::vector<Slot> _slots;
+    std::vector<Slot> _moving;  // kept for its memory
     std::uint64_t _seed = 0;
 };
 
@@ -106,7 +120,8 @@ private:
         std::uint32_t end = 0;
     };
     [[nodiscard]] Range keysOf(std::size_t element) const;
-    [[nodiscard]] const Key* findIndexed(std::string_view text, std::size_t element, std::string_view name) const;
+    void addToTable(std::string_view text, Range range);
+    [[nodiscard]] const Key* findInTable(std::string_view text, std::uint32_t table, std::string_view name) const;
 
     KeyIndex _index;
 };

@@ -56,7 +56,7 @@ private:
     bool parseElement() {
         const Span keyword = word();
         makeRoom(_document.elements);
-        _document.elements.push_back({keyword, {}, static_cast<std::uint32_t>(_document.keys.size())});
+        _document.elements.push_back({keyword, {}, static_cast<std::uint32_t>(_document.keys.size()), kNoTable});
         if (!separators()) return false;
         if (*_at == kQuote && !(parseString(_document.elements.back().value) && separators())) return false;
         if (*_at == kColon)

@@ -21,7 +21,7 @@ struct QorKexPosition {
 ///
 /// Positions and views that the operations hand out hold until the next SetText, Parse, assignment or destruction.
 /// Reading operations work on the current element; they read nothing while there is none. Finding a key costs the same
-/// however many keys the element has. Memory: the text once, 24 bytes per element, 20 per key, strings with doubled
+/// however many keys the element has. Memory: the text once, 28 bytes per element, 20 per key, strings with doubled
 /// quotes a second time. No operation throws: without memory Parse fails, and what gives a text gives the empty one.
 class QOR_API QorKexParser {
 public:
