@@ -22,6 +22,7 @@ enum class [[nodiscard]] QorErrorCode : std::int32_t{
     NoProfileReferenced = 107,         ///< an attribute-profile reference is empty
     UserManagerNotSelected = 5000,     ///< a user manager could not be selected
     LockedByOther = 5013,              ///< the library is locked by another user
+    Broken = -2,                       ///< the operation broke off: no memory, or a host's code threw
     NotInstalled = -1,                 ///< no host offers this operation
 };
 

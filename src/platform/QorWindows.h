@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 
+#include "platform/QorErrorCode.h"
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
 #include "platform/SvWindow.h"
@@ -61,5 +62,5 @@ public:
     /// An internal error: which source file and line, and possibly what. The default writes one line to standard error.
     virtual void internalError(const char* source, long line, const char* text);
     /// The application's list of application libraries is to be made anew.
-    virtual void refreshLibraryList();
+    virtual QorErrorCode refreshLibraryList();
 };
