@@ -88,11 +88,11 @@ void ClassText::readRelationKeys(QorIdentifier relationClass, std::string_view n
         if (!_parser.IsContained(row.key)) continue;
         const auto& possible = row.direction == Direction::Outgoing ? _leaving : _arriving;
         if (!possible.contains(relationClass))
-            addError(_parser.GetKeyPosition(row.key), Qor_Message(message::directionDoesNotFit,
-                                                                  {{"%s", row.key},
-                                                                   {"%r", name},
-                                                                   {"%a", _source.attributeName.view()},
-                                                                   {"%k", _source.className.view()}}));
+            addError(_parser.GetKeyPosition(row.key),
+                     Qor_Message(message::directionDoesNotFit, {{"%s", row.key},
+                                                                {"%r", name},
+                                                                {"%a", _source.attributeName.view()},
+                                                                {"%k", _source.className.view()}}));
         // Stored all the same: the rule may be right and the relation class wrong.
         row.store(_rules.relations.findOrCreate(relationClass), written(row.key));
     }
@@ -132,11 +132,10 @@ QorCardinalityLimit ClassText::written(std::string_view key) const {
 }
 
 void ClassText::unexpected(std::string_view found, std::string_view expected) {
-    addError(_parser.GetCurElemPosition(), Qor_Message(message::unexpectedText,
-                                                       {{"%s", found},
-                                                        {"%e", expected},
-                                                        {"%a", _source.attributeName.view()},
-                                                        {"%k", _source.className.view()}}));
+    addError(_parser.GetCurElemPosition(), Qor_Message(message::unexpectedText, {{"%s", found},
+                                                                                 {"%e", expected},
+                                                                                 {"%a", _source.attributeName.view()},
+                                                                                 {"%k", _source.className.view()}}));
 }
 
 void ClassText::addError(QorKexPosition position, const SV::String& text) {

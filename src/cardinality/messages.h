@@ -25,14 +25,14 @@ inline constexpr std::uint16_t outgoingRelations = 1981;
 inline constexpr std::uint16_t incomingRelations = 1982;
 
 // Put in for %source.
-inline constexpr std::uint16_t betweenObjects = 1983;   ///< %instance1, %instance2
+inline constexpr std::uint16_t betweenObjects = 1983;     ///< %instance1, %instance2
 inline constexpr std::uint16_t fromObjectToClass = 1984;  ///< %instance, %class
 inline constexpr std::uint16_t fromClassToObject = 1985;  ///< %class, %instance
 inline constexpr std::uint16_t subjectIsClass = 1988;     ///< %c
 
 // Errors of a rule text. %a its attribute, %k its class.
-inline constexpr std::uint16_t unexpectedText = 1966;        ///< %s found, %e expected
-inline constexpr std::uint16_t directionDoesNotFit = 1975;   ///< %s the key, %r the relation class
+inline constexpr std::uint16_t unexpectedText = 1966;         ///< %s found, %e expected
+inline constexpr std::uint16_t directionDoesNotFit = 1975;    ///< %s the key, %r the relation class
 inline constexpr std::uint16_t relationClassExpected = 1986;  ///< put in for %e
 inline constexpr std::uint16_t classExpected = 1987;          ///< put in for %e
 

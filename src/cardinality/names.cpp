@@ -34,10 +34,9 @@ std::optional<SV::String> nameOfRelationClass(long relationClass) {
 
 std::optional<SV::String> nameOfObject(long object) {
     QorOwnedText name;
-    return named(
-        readOrMissing(Request::ObjectName,
-                      repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false)),
-        name);
+    return named(readOrMissing(Request::ObjectName,
+                               repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false)),
+                 name);
 }
 
 }  // namespace qor::cardinality

@@ -23,10 +23,8 @@ constexpr ClassKey kClassKeys[] = {
          lower(rules.maxIn, written);
          lower(rules.maxOut, written);
      }},
-    {"max-incoming",
-     [](ClassRules& rules, const Limit& written) { rules.maxIn = smaller(written, rules.maxTotal); }},
-    {"max-outgoing",
-     [](ClassRules& rules, const Limit& written) { rules.maxOut = smaller(written, rules.maxTotal); }},
+    {"max-incoming", [](ClassRules& rules, const Limit& written) { rules.maxIn = smaller(written, rules.maxTotal); }},
+    {"max-outgoing", [](ClassRules& rules, const Limit& written) { rules.maxOut = smaller(written, rules.maxTotal); }},
     {"min-objects", [](ClassRules& rules, const Limit& written) { rules.minObjects = written; }},
     {"min-relations",
      [](ClassRules& rules, const Limit& written) {

@@ -2,13 +2,12 @@
 #pragma once
 #include <span>
 
+#include "cardinality/Direction.h"
 #include "cardinality/QorClassCardinality.h"
 
 /// The keys of a rule text, as rows in the order in which they are read. The order of the text plays no part: a limit
 /// is clamped by what the rows above have stored, never by those below.
 namespace qor::cardinality {
-
-enum class Direction { Outgoing, Incoming };
 
 /// Key of the CARDINALITIES element.
 struct ClassKey {
