@@ -35,7 +35,9 @@ TEST(SortedSet, AgreesWithStdSetUnderAnyMixOfOperations) {
                 ASSERT_EQ(set.add(value), model.insert(value).second);
         }
         ASSERT_EQ(set.numberOfElements(), model.size());
-        if (round % 500 == 0) ASSERT_TRUE(std::equal(set.begin(), set.end(), model.begin(), model.end()));
+        if (round % 500 == 0) {
+            ASSERT_TRUE(std::equal(set.begin(), set.end(), model.begin(), model.end()));
+        }
     }
 }
 
