@@ -39,17 +39,15 @@ bool FirstBreachRun::checkModel(long model) {
 
 bool FirstBreachRun::checkObject(long object, bool minima, bool maxima) {
     if (_results.checked.objects.contains(object)) return true;
-    const bool holds = (!maxima || checkMaxima(object)) && (!minima || checkMinima(object));
+    const bool holds = (!minima && !maxima) || testObject(object, minima, maxima);
     _results.checked.objects.add(object);
     return holds;
 }
 
-bool FirstBreachRun::checkMaxima(long object) {
-    return _object.open(object) && _tests.testMaxima(_object, *this) == Outcome::Completed;
-}
-
-bool FirstBreachRun::checkMinima(long object) {
-    return _object.open(object) && _tests.testMinima(_object, *this) == Outcome::Completed;
+bool FirstBreachRun::testObject(long object, bool minima, bool maxima) {
+    if (!_object.open(object)) return false;
+    if (maxima && _tests.testMaxima(_object, *this) != Outcome::Completed) return false;
+    return !minima || _tests.testMinima(_object, *this) == Outcome::Completed;
 }
 
 bool FirstBreachRun::checkRelation(long relation, bool minima, bool maxima) {

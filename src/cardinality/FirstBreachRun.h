@@ -32,8 +32,8 @@ public:
     bool checkModel(long model);
     /// Maxima before minima; an object that breaks a maximum is not tested against its minima.
     bool checkObject(long object, bool minima, bool maxima);
-    bool checkMaxima(long object);
-    bool checkMinima(long object);
+    /// The same for an object that may have been checked before, without marking it.
+    bool testObject(long object, bool minima, bool maxima);
     /// Both ends. Fails only when a failing end put this relation among the bad ones.
     bool checkRelation(long relation, bool minima, bool maxima);
     bool checkClass(long model, long cls, bool minima, bool maxima);

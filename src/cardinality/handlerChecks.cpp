@@ -73,11 +73,11 @@ int QorCardinalityHandler::checkOneObject(long object, bool minima, bool maxima)
 }
 
 int QorCardinalityHandler::checkOneObjectMax(long object) noexcept {
-    return run([&](FirstBreachRun& run) { return run.checkMaxima(object); }) ? 1 : 0;
+    return run([&](FirstBreachRun& run) { return run.testObject(object, false, true); }) ? 1 : 0;
 }
 
 int QorCardinalityHandler::checkOneObjectMin(long object) noexcept {
-    return run([&](FirstBreachRun& run) { return run.checkMinima(object); }) ? 1 : 0;
+    return run([&](FirstBreachRun& run) { return run.testObject(object, true, false); }) ? 1 : 0;
 }
 
 // ---- Questions of an editor ----

@@ -98,8 +98,7 @@ Counts countsAfter(ObjectRelations& object, const Exchange& exchange) {
     return counts;
 }
 
-/// Whether the exchange keeps the maxima at the existing object and tells the object's class; an internal error
-/// answers no.
+/// Whether the maxima at the existing object hold after the exchange; not after an internal error.
 bool existingEndAllows(const ClassRules& rules, ObjectRelations& object, const Exchange& exchange) {
     const auto* own = rules.find(object.cls());
     if (own == nullptr) return true;
