@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnCollector.h"
 
-#include <fmt/format.h>
-
 #include <optional>
+
+#include "interchange/Wording.h"
 
 namespace qor::interchange::bpmn {
 
@@ -78,13 +78,10 @@ void Collector::openRoot(const XmlElement& element) {
         countForeignAttributes(element);
         return push(findElement(element.name.local), kNoNode, Reading::Normal);
     }
-    _findings.error(element.place, fmt::format("this is no BPMN 2.0 file: it begins with <{}> of {}, not with "
-                                               "<definitions> of the namespace \"{}\"",
-                                               shortened(element.name.local),
-                                               element.name.space.empty()
-                                                   ? std::string("no namespace")
-                                                   : "the namespace \"" + shortened(element.name.space) + "\"",
-                                               kBpmnSpace));
+    _findings.error(element.place, concat({"this is no BPMN 2.0 file: it begins with <", folded(element.name.local, kMaxBorrowedBytes),
+                            "> of ", element.name.space.empty() ? "no namespace" : "the namespace ",
+                            element.name.space.empty() ? "" : inQuotes(element.name.space),
+                            ", not with <definitions> of the namespace ", inQuotes(kBpmnSpace)}));
     push(nullptr, kNoNode, Reading::Refused);
 }
 
@@ -130,9 +127,10 @@ void Collector::openBpmn(const XmlElement& element) {
 
 void Collector::skip(const XmlElement& element, FindingKind kind, std::string_view why) {
     const std::string_view id = attributeOf(element, "id").value_or("");
-    const std::string name = id.empty() ? " without an id" : fmt::format(" \"{}\"", shortened(id));
-    _findings.warn(kind, element.place, fmt::format("<{}>{} {}; it is left out with everything inside it",
-                                                    shortened(element.name.local), name, why));
+    _findings.warn(kind, element.place,
+                   concat({"<", folded(element.name.local, kMaxBorrowedBytes), "> ",
+                           id.empty() ? "without an id" : inQuotes(id), " ", why,
+                           "; it is left out with everything inside it"}));
     push(nullptr, owner(), Reading::Nothing);
 }
 
@@ -179,9 +177,9 @@ NodeIndex Collector::addNode(const ElementRow& row, const XmlElement& element) {
     const auto [at, isNew] = _document.byId.emplace(id, node);
     if (!isNew)
         _findings.warn(FindingKind::DuplicateId, element.place,
-                       fmt::format("{}: this id is already that of <{}> in line {}; references mean that one",
-                                   wordsFor(_document[node]), _document[at->second].row->element,
-                                   _document[at->second].place.line));
+                       concat({wordsFor(_document[node]), ": this id is already that of <",
+                               _document[at->second].row->element, "> in line ",
+                               std::to_string(_document[at->second].place.line), "; references mean that one"}));
     return node;
 }
 
@@ -267,7 +265,7 @@ void Collector::takeInnerAttributes(const ElementRow& row, const XmlElement& ele
         if (!isOwn(attribute.name.space) || saysNothing) continue;
         const bool isState = row.slot == Slot::State && name == "name";
         _document.addValue(owner(), isState ? Slot::State : Slot::Further,
-                           _document.texts.keepOnce(fmt::format("{}.{}", row.element, name)),
+                           _document.texts.keepOnce(concat({row.element, ".", name})),
                            _document.texts.keep(attribute.value));
     }
 }

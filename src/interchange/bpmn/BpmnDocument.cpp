@@ -1,33 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnDocument.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <cstring>
-
-#include "interchange/bpmn/BpmnFindings.h"
+#include "interchange/Wording.h"
 
 namespace qor::interchange::bpmn {
 
-namespace {
-
-constexpr std::size_t kBlockBytes = std::size_t{256} << 10;
-
-}  // namespace
-
 std::string_view Texts::keep(std::string_view text) {
-    if (text.empty()) return {};
-    if (text.size() > _left) {
-        _left = std::max(kBlockBytes, text.size());
-        _blocks.push_back(std::make_unique<char[]>(_left));
-        _at = _blocks.back().get();
-    }
-    std::memcpy(_at, text.data(), text.size());
-    const std::string_view kept(_at, text.size());
-    _at += text.size();
-    _left -= text.size();
-    return kept;
+    return text.empty() ? text : _arena.view(_arena.add(text), text.size());
 }
 
 std::string_view Texts::keepOnce(std::string_view text) {
@@ -59,10 +38,27 @@ std::string_view Document::valueOf(NodeIndex node, Slot slot) const {
     return {};
 }
 
+std::string folded(std::string_view text, std::size_t limit) {
+    std::string result;
+    bool isGap = false;
+    for (const char c : text) {
+        if (c == ' ' || c == '\n' || c == '\r' || c == '\t') {
+            isGap = !result.empty();
+            continue;
+        }
+        const bool startsCharacter = (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+        if (startsCharacter && result.size() + 4 + (isGap ? 1 : 0) > limit) return result + "…";
+        if (isGap) result += ' ';
+        isGap = false;
+        result += c;
+    }
+    return result;
+}
+
 std::string wordsFor(const Node& node) {
-    if (!node.id.empty()) return fmt::format("<{}> \"{}\"", node.row->element, shortened(node.id));
-    if (!node.name.empty()) return fmt::format("<{}> named \"{}\"", node.row->element, shortened(node.name));
-    return fmt::format("<{}> without an id", node.row->element);
+    if (!node.id.empty()) return concat({"<", node.row->element, "> ", inQuotes(node.id)});
+    if (!node.name.empty()) return concat({"<", node.row->element, "> named ", inQuotes(folded(node.name, kMaxBorrowedBytes))});
+    return concat({"<", node.row->element, "> without an id"});
 }
 
 }  // namespace qor::interchange::bpmn

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <cstdint>
-#include <deque>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "interchange/TextArena.h"
 #include "interchange/bpmn/BpmnElements.h"
 #include "interchange/bpmn/BpmnPlace.h"
 
 namespace qor::interchange::bpmn {
 
-/// Keeps texts for as long as it lives, without a heap block for each.
+/// Keeps texts for as long as it lives.
 class Texts {
 public:
     std::string_view keep(std::string_view text);
@@ -21,9 +20,7 @@ public:
     std::string_view keepOnce(std::string_view text);
 
 private:
-    std::deque<std::unique_ptr<char[]>> _blocks;
-    std::size_t _left = 0;
-    char* _at = nullptr;
+    TextArena _arena;
     std::unordered_map<std::string_view, std::string_view> _once;
 };
 
@@ -84,6 +81,11 @@ struct Document {
     [[nodiscard]] const Node& operator[](NodeIndex node) const { return nodes[static_cast<std::size_t>(node)]; }
     [[nodiscard]] NodeIndex size() const { return static_cast<NodeIndex>(nodes.size()); }
 };
+
+inline constexpr std::size_t kMaxBorrowedBytes = 200;  ///< of a text that many elements may refer to
+
+/// Line breaks and runs of blanks become one blank; at most `limit` bytes, cut between characters.
+[[nodiscard]] std::string folded(std::string_view text, std::size_t limit);
 
 /// `<userTask> "t1"`, for messages.
 [[nodiscard]] std::string wordsFor(const Node& node);

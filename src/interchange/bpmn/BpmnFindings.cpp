@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnFindings.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <utility>
+
+#include "interchange/Wording.h"
 
 namespace qor::interchange::bpmn {
 
 namespace {
 
-constexpr std::size_t kMaxTextBytes = 80;
-
 std::string counted(std::uint64_t count, std::string_view noun) {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+    return concat({std::to_string(count), " ", noun, count == 1 ? "" : "s"});
 }
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(FindingKind::Count)> kKindNames = {
@@ -27,13 +25,6 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(FindingKind::Cou
 };
 
 }  // namespace
-
-std::string shortened(std::string_view text) {
-    if (text.size() <= kMaxTextBytes) return std::string(text);
-    std::size_t end = kMaxTextBytes;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-    return std::string(text.substr(0, end)) + "…";
-}
 
 void Findings::error(Place place, std::string text) {
     _hasErrors = true;
@@ -69,8 +60,8 @@ void Findings::tellKinds() {
         const Tally& tally = _kinds[kind];
         if (tally.elements > kMaxOfOneKind)
             _findings.push_back({QorSeverity::Warning, tally.first,
-                                 fmt::format("from here on {} more {} are not listed one by one",
-                                             tally.elements - kMaxOfOneKind, kKindNames[kind])});
+                                 concat({"from here on ", std::to_string(tally.elements - kMaxOfOneKind), " more ",
+                                         kKindNames[kind], " are not listed one by one"})});
     }
 }
 
@@ -79,7 +70,7 @@ void Findings::tellLeftOut() {
     std::string list;
     Place first = _leftOut.begin()->second.first;
     for (const auto& [element, tally] : _leftOut) {
-        list += fmt::format("{}<{}> ({})", list.empty() ? "" : ", ", element, tally.elements);
+        list += concat({list.empty() ? "<" : ", <", element, "> (", std::to_string(tally.elements), ")"});
         if (std::pair(tally.first.line, tally.first.column) < std::pair(first.line, first.column)) first = tally.first;
     }
     _findings.push_back(
@@ -94,10 +85,10 @@ void Findings::tellForeign() {
                                     : counted(tally.elements, "element") + " and " +
                                           counted(tally.attributes, "attribute");
         _findings.push_back({QorSeverity::Warning, tally.first,
-                             fmt::format("left out, as an extension that is not part of BPMN: {} of {}", what, subject)});
+                             concat({"left out, as an extension that is not part of BPMN: ", what, " of ", subject})});
     };
     for (const auto& [space, tally] : _foreign)
-        tell(space.empty() ? "no namespace" : fmt::format("the namespace \"{}\"", shortened(space)), tally);
+        tell(space.empty() ? "no namespace" : concat({"the namespace ", inQuotes(space)}), tally);
     if (_furtherForeign.first.line != 0) tell("further namespaces", _furtherForeign);
 }
 

@@ -12,7 +12,8 @@
 
 namespace qor::interchange::bpmn {
 
-/// What a warning is about. Of each kind so many are told one by one, the others are counted.
+/// What a warning is about. Of each kind so many are told one by one, the others are counted: a crowd of one kind must
+/// not hide the others.
 enum class FindingKind : std::uint8_t {
     NotUnderstood,
     OutsideProcess,
@@ -24,8 +25,8 @@ enum class FindingKind : std::uint8_t {
     Count
 };
 
-inline constexpr std::size_t kMaxOfOneKind = 1000;
-inline constexpr std::size_t kMaxNamespaces = 200;
+inline constexpr std::size_t kMaxOfOneKind = 100;
+inline constexpr std::size_t kMaxNamespaces = 100;
 
 /// Gathers errors and warnings of one file, folds what comes in crowds, and hands all of it over in the file's order.
 class Findings {
@@ -63,8 +64,5 @@ private:
     Tally _furtherForeign;
     bool _hasErrors = false;
 };
-
-/// At most 80 bytes of a text of the file's, cut between characters, for use in a message.
-[[nodiscard]] std::string shortened(std::string_view text);
 
 }  // namespace qor::interchange::bpmn

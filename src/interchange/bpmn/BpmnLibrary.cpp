@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnLibrary.h"
 
-#include <fmt/format.h>
+#include "interchange/Wording.h"
 
 namespace qor::interchange::bpmn {
 
@@ -96,7 +96,7 @@ std::string_view nameOf(Attribute attribute) { return kAttributeNames[static_cas
 
 std::string Library::bind(const QorRepositoryReader& reader, QorIdentifier library) {
     const auto missing = [](std::string_view kind, std::string_view name) {
-        return fmt::format("the method library has no {} \"{}\"; BPMN files are read with the BPMN library", kind, name);
+        return concat({"the method library has no ", kind, " ", inQuotes(name), "; BPMN files are read with the BPMN library"});
     };
     const auto findAttributes = [&reader](QorIdentifier owner, AttributeIds& ids) {
         for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = reader.findAttribute(owner, kAttributeNames[i]);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnLinks.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
+
+#include "interchange/Wording.h"
 
 namespace qor::interchange::bpmn {
 
@@ -37,23 +37,6 @@ bool isFollowed(Slot slot) {
 }
 
 }  // namespace
-
-std::string folded(std::string_view text, std::size_t limit) {
-    std::string result;
-    bool isGap = false;
-    for (const char c : text) {
-        if (c == ' ' || c == '\n' || c == '\r' || c == '\t') {
-            isGap = !result.empty();
-            continue;
-        }
-        const bool startsCharacter = (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-        if (startsCharacter && result.size() + 4 + (isGap ? 1 : 0) > limit) return result + "…";
-        if (isGap) result += ' ';
-        isGap = false;
-        result += c;
-    }
-    return result;
-}
 
 Links::Links(Document& document, Findings& findings)
     : _document(document),
@@ -99,8 +82,8 @@ void Links::follow(NodeIndex node, const Value& value) {
 
 void Links::tellDangling(NodeIndex node, const Value& value) {
     _findings.warn(FindingKind::Dangling, _document[node].place,
-                   fmt::format("{}: nothing in this file is its {} \"{}\"", wordsFor(_document[node]),
-                               value.key, shortened(value.text)));
+                   concat({wordsFor(_document[node]), ": nothing in this file is its ", value.key, " ",
+                           inQuotes(value.text)}));
 }
 
 /// A process belongs to the first pool that names it; its model is that of the pool.

@@ -11,8 +11,6 @@
 
 namespace qor::interchange::bpmn {
 
-inline constexpr std::size_t kMaxBorrowedBytes = 200;  ///< of a text that many elements may refer to
-
 /// Who belongs to whom across the file. Indexed by node where nothing else is said.
 class Links {
 public:
@@ -57,8 +55,5 @@ private:
     std::vector<std::pair<NodeIndex, NodeIndex>> _pools;
     std::unordered_map<NodeIndex, NodeIndex> _collaborations;  // by process
 };
-
-/// Line breaks and runs of blanks become one blank; at most `limit` bytes, cut between characters.
-[[nodiscard]] std::string folded(std::string_view text, std::size_t limit);
 
 }  // namespace qor::interchange::bpmn

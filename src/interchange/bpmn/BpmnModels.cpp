@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <fmt/format.h>
-
+#include "interchange/Wording.h"
 #include "interchange/bpmn/BpmnMaker.h"
 
 namespace qor::interchange::bpmn {
@@ -46,7 +45,7 @@ void Models::make(NodeIndex scope, std::string_view stem, Target target) {
             return;
         }
         if (made.error != QorBuildError::DuplicateName) throw RepositoryFull();
-        name = fmt::format("{} ({})", base, number);
+        name = concat({base, " (", std::to_string(number), ")"});
     }
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <fmt/format.h>
-
+#include "interchange/Wording.h"
 #include "interchange/bpmn/BpmnClasses.h"
 #include "interchange/bpmn/BpmnMaker.h"
 #include "interchange/bpmn/BpmnValues.h"
+#include "platform/QorKexParser.h"
 
 namespace qor::interchange::bpmn {
 
@@ -14,13 +14,6 @@ constexpr std::size_t kMaxNameBytes = 1000;  // the whole name is kept as the la
 bool isEvent(Family family) {
     return family == Family::Event || family == Family::CatchEvent || family == Family::ThrowEvent ||
            family == Family::BoundaryEvent;
-}
-
-/// A name as it stands in keyword texts.
-std::string quoted(std::string_view text) {
-    std::string result = "\"";
-    for (const char c : text) result.append(c == '"' ? 2 : 1, c);
-    return result + '"';
 }
 
 }  // namespace
@@ -63,9 +56,9 @@ QorIdentifier Objects::makeNamed(QorIdentifier model, ObjectClass cls, std::stri
     QorBuildResult made = _target.builder.addObject(model, classId, base);
     if (made.error == QorBuildError::DuplicateName) {
         std::uint32_t& number =
-            _lastNumbers.try_emplace(fmt::format("{} {} {}", model, classId, base), 1).first->second;
+            _lastNumbers.try_emplace(concat({std::to_string(model), " ", std::to_string(classId), " ", base}), 1).first->second;
         while (made.error == QorBuildError::DuplicateName) {
-            nameGiven = fmt::format("{} ({})", base, ++number);
+            nameGiven = concat({base, " (", std::to_string(++number), ")"});
             made = _target.builder.addObject(model, classId, nameGiven);
         }
     }
@@ -102,8 +95,10 @@ void Objects::setCalled(NodeIndex node, std::string_view reference) {
     const NodeIndex called = _document.find(reference);
     if (called == kNoNode || _document[called].row->role != Role::Process) return;
     if (_target.library.attributeOf(classOf(node), Attribute::CalledProcess) < 1) return;
-    _values.add(Attribute::CalledProcess, fmt::format("MODEL {} type: {}", quoted(_models.nameOf(_models.modelOf(called))),
-                                                      quoted(kModelTypeName)));
+    const std::string_view model = _models.nameOf(_models.modelOf(called));
+    _values.add(Attribute::CalledProcess,
+                concat({"MODEL ", QorKexParser::GetKexTextOfStrValue(model).view(), " type: ",
+                        QorKexParser::GetKexTextOfStrValue(kModelTypeName).view()}));
 }
 
 }  // namespace qor::interchange::bpmn

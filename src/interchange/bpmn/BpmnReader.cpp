@@ -11,9 +11,9 @@
 
 namespace qor::interchange {
 
-namespace {
+namespace bpmn {
 
-using namespace bpmn;
+namespace {
 
 bool collect(ByteSource& source, Document& document, Findings& findings) {
     Collector collector(document, findings);
@@ -34,17 +34,19 @@ void make(Document& document, const std::string& fileName, Findings& findings, T
 
 }  // namespace
 
+}  // namespace bpmn
+
 void readBpmn(ByteSource& source, const std::string& fileName, QorIdentifier library, QorRepositoryBuilder& builder,
               const QorRepositoryReader& reader, ImportSink& sink) {
-    Findings findings;
-    Document document;
-    Library classes;
+    bpmn::Findings findings;
+    bpmn::Document document;
+    bpmn::Library classes;
     if (const std::string missing = classes.bind(reader, library); !missing.empty())
         findings.error({}, missing);
-    else if (collect(source, document, findings)) {
+    else if (bpmn::collect(source, document, findings)) {
         try {
-            make(document, fileName, findings, {classes, builder, sink});
-        } catch (const RepositoryFull&) {
+            bpmn::make(document, fileName, findings, {classes, builder, sink});
+        } catch (const bpmn::RepositoryFull&) {
             findings.error({}, "the repository takes no more: all identifiers are in use");
         }
     }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <fmt/format.h>
-
 #include <map>
 
+#include "interchange/Wording.h"
 #include "interchange/bpmn/BpmnMaker.h"
 #include "interchange/bpmn/BpmnValues.h"
 
@@ -85,8 +84,8 @@ private:
             text += (text.empty() ? "" : "\n") + nameFor(there);
             return;
         }
-        tellUnfit(node, fmt::format("an association between {} and {}", wordsFor(_document[ends.source]),
-                                    wordsFor(_document[ends.target])));
+        tellUnfit(node, concat({wordsFor(_document[ends.source]), " and ", wordsFor(_document[ends.target]),
+                                " cannot be associated"}));
     }
 
     /// Into the activity or event that the association stands in.
@@ -115,8 +114,8 @@ private:
         ends = {_links.meantBy(ends.source), _links.meantBy(ends.target)};
         if (ends.source == ends.target) {
             _findings.warn(FindingKind::SelfFlow, _document[node].place,
-                           fmt::format("{} leads from {} to itself; it is left out", wordsFor(_document[node]),
-                                       wordsFor(_document[ends.source])));
+                           concat({wordsFor(_document[node]), " leads from ", wordsFor(_document[ends.source]),
+                                   " to itself; it is left out"}));
             return {};
         }
         return ends;
@@ -125,10 +124,10 @@ private:
     NodeIndex endOf(NodeIndex node, std::string_view reference, std::string_view which) {
         const NodeIndex end = _document.find(reference);
         if (end != kNoNode) return end;
-        const std::string problem =
-            reference.empty() ? "is not given" : fmt::format("\"{}\" is not in this file", shortened(reference));
         _findings.warn(FindingKind::Dangling, _document[node].place,
-                       fmt::format("{}: the {} {}; the relation is left out", wordsFor(_document[node]), which, problem));
+                       concat({wordsFor(_document[node]), ": its ", which, " ", reference.empty() ? "" : inQuotes(reference),
+                               reference.empty() ? "is not given" : " is not in this file",
+                               "; the relation is left out"}));
         return kNoNode;
     }
 
@@ -140,7 +139,7 @@ private:
 
     bool isObjectOrTell(NodeIndex node, NodeIndex end) {
         if (isObject(end)) return true;
-        tellUnfit(node, fmt::format("{} cannot be its end", wordsFor(_document[end])));
+        tellUnfit(node, concat({wordsFor(_document[end]), " cannot be its end"}));
         return false;
     }
 
@@ -148,18 +147,18 @@ private:
         const NodeIndex meant = _links.meantBy(end);
         const Role role = _document[meant].row->role;
         if (isObject(meant) && (role == Role::Data || role == Role::DataObjectItem)) return true;
-        tellUnfit(node, fmt::format("{} is not drawn as data", wordsFor(_document[end])));
+        tellUnfit(node, concat({wordsFor(_document[end]), " is not drawn as data"}));
         return false;
     }
 
     void tellUnfit(NodeIndex node, std::string_view why) {
         _findings.warn(FindingKind::UnfitEnds, _document[node].place,
-                       fmt::format("{}: {}; the relation is left out", wordsFor(_document[node]), why));
+                       concat({wordsFor(_document[node]), ": ", why, "; the relation is left out"}));
     }
 
-    std::string nameFor(NodeIndex node) const {
+    [[nodiscard]] std::string nameFor(NodeIndex node) const {
         const Node& it = _document[node];
-        return fmt::format("{} \"{}\"", it.row->element, shortened(it.name.empty() ? it.id : it.name));
+        return concat({it.row->element, " ", inQuotes(folded(it.name.empty() ? it.id : it.name, kMaxBorrowedBytes))});
     }
 
     void addWithValues(FlowClass cls, Ends ends, NodeIndex node) {
@@ -183,14 +182,14 @@ private:
         }
         if (made.error == QorBuildError::NoIdentifiersLeft) throw RepositoryFull();
         const std::string why = made.error == QorBuildError::ForeignModel
-                                    ? fmt::format("its ends lie in two models, \"{}\" and \"{}\"",
-                                                  _models.nameOf(_models.modelOf(ends.source)),
-                                                  _models.nameOf(_models.modelOf(ends.target)))
-                                    : fmt::format("{} from {} to {} is not possible ({})", nameOf(cls),
-                                                  wordsFor(_document[ends.source]), wordsFor(_document[ends.target]),
-                                                  Qor_BuildErrorText(made.error));
+                                    ? concat({"its ends lie in two models, ",
+                                             inQuotes(_models.nameOf(_models.modelOf(ends.source))), " and ",
+                                             inQuotes(_models.nameOf(_models.modelOf(ends.target)))})
+                                    : concat({nameOf(cls), " from ", wordsFor(_document[ends.source]), " to ",
+                                             wordsFor(_document[ends.target]), " is not possible (",
+                                             Qor_BuildErrorText(made.error), ")"});
         _findings.warn(FindingKind::UnfitEnds, it.place,
-                       fmt::format("{}: {}; the relation is left out", wordsFor(it), why));
+                       concat({wordsFor(it), ": ", why, "; the relation is left out"}));
         return QorNoIdentifier;
     }
 

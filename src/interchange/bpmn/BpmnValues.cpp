@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnValues.h"
 
-#include <fmt/format.h>
+#include "interchange/Wording.h"
 
 namespace qor::interchange::bpmn {
 
@@ -77,7 +77,7 @@ void Values::addAllOf(const Document& document, const Links& links, NodeIndex no
 
 void Values::tellLost(Findings& findings, const Node& node, Attribute attribute) {
     findings.warn(FindingKind::LostValue, node.place,
-                  fmt::format("{}: its \"{}\" could not be kept", wordsFor(node), nameOf(attribute)));
+                  concat({wordsFor(node), ": its ", inQuotes(nameOf(attribute)), " could not be kept"}));
 }
 
 }  // namespace qor::interchange::bpmn

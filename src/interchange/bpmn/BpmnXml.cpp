@@ -2,8 +2,6 @@
 #include "interchange/bpmn/BpmnXml.h"
 
 #include <expat.h>
-#include <fmt/format.h>
-
 #include <array>
 #include <exception>
 #include <memory>
@@ -11,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "interchange/Wording.h"
 #include "interchange/bpmn/BpmnXmlLines.h"
 
 namespace qor::interchange::bpmn {
@@ -41,6 +40,11 @@ bool sameIgnoringCase(std::string_view a, std::string_view b) {
     for (std::size_t i = 0; i < a.size(); ++i)
         if (lower(a[i]) != lower(b[i])) return false;
     return true;
+}
+
+std::string inHex(unsigned char byte) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 0xF]};
 }
 
 class Reading {
@@ -97,7 +101,7 @@ private:
         (void)_lines.placeOf(reached);  // long texts hold lines without end
         const std::size_t pending = _lines.bytes() - reached;
         if (!last && pending > kMaxTagBytes + kChunkBytes)
-            return fail(fmt::format("a tag or comment of more than {} MB", kMaxTagBytes >> 20));
+            return fail(concat({"a tag or comment of more than ", std::to_string(kMaxTagBytes >> 20), " MB"}));
         return true;
     }
 
@@ -116,30 +120,33 @@ private:
             case XML_ERROR_PARTIAL_CHAR:
             case XML_ERROR_UNCLOSED_CDATA_SECTION: return wordsForEnd();
             case XML_ERROR_TAG_MISMATCH:
-                return fmt::format("the end tag does not close <{}>, which was opened in line {}", _open[_depth - 1].name,
-                                   _open[_depth - 1].line);
+                return concat({"the end tag does not close ", wordsForOpen()});
             case XML_ERROR_UNKNOWN_ENCODING:
                 return "the encoding is not known; UTF-8, UTF-16, ISO-8859-1, US-ASCII and windows-1252 are";
             case XML_ERROR_INVALID_TOKEN:
                 if (const auto byte = foreignByte(); byte)
-                    return fmt::format("the byte 0x{:02X} is not {} here", *byte,
-                                       _lines.wide() ? "valid in UTF-16" : "valid in the file's encoding (UTF-8?)");
+                    return concat({"the byte ", inHex(*byte), " is not valid here in the file's encoding",
+                                   _lines.wide() ? " (UTF-16)" : " (UTF-8 when the file names none)"});
                 return "this is not well-formed XML";
             case XML_ERROR_NO_MEMORY: throw std::bad_alloc();
-            default: return fmt::format("this is not well-formed XML: {}", XML_ErrorString(error));
+            default: return concat({"this is not well-formed XML: ", XML_ErrorString(error)});
         }
+    }
+
+    std::string wordsForOpen() const {
+        const Open& open = _open[_depth - 1];
+        return concat({"<", open.name, ">, which was opened in line ", std::to_string(open.line)});
     }
 
     std::string wordsForEnd() const {
         if (_lines.bytes() == 0) return "the file is empty";
         if (_depth == 0)
             return _anyElement ? "the file ends in the middle of XML" : "the file ends before its first element";
-        return fmt::format("the file ends inside <{}>, which was opened in line {}", _open[_depth - 1].name,
-                           _open[_depth - 1].line);
+        return concat({"the file ends inside ", wordsForOpen()});
     }
 
     /// The byte that the parser stumbled over, when it is none of ASCII's printable ones.
-    std::optional<unsigned> foreignByte() {
+    std::optional<unsigned char> foreignByte() {
         int offset = 0;
         int size = 0;
         const char* const context = XML_GetInputContext(_parser.get(), &offset, &size);
@@ -154,7 +161,7 @@ private:
         const Place place = here();
         const XmlName split = splitName(name);
         _anyElement = true;
-        if (_depth == kMaxDepth) return stop(fmt::format("elements are nested more than {} deep", kMaxDepth));
+        if (_depth == kMaxDepth) return stop(concat({"elements are nested more than ", std::to_string(kMaxDepth), " deep"}));
         if (_depth == _open.size()) _open.emplace_back();
         _open[_depth].name.assign(split.local.substr(0, kMaxNameInWords));
         _open[_depth++].line = place.line;
