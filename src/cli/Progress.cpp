@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Progress.h"
 
-#include <csignal>
 #include <sys/ioctl.h>
 #include <sys/time.h>
-#include <ctime>
 #include <unistd.h>
+#include <csignal>
+#include <ctime>
 
 #include <algorithm>
 #include <atomic>
@@ -24,8 +24,8 @@ constexpr std::size_t kLongestLine = 400;
 constexpr std::size_t kRoomForSeconds = 12;
 constexpr std::string_view kClear = "\r\x1B[K";
 
-// What the signal handlers need. They run between any two instructions of the one thread, so `say` fills the buffer that
-// is not shown and then switches.
+// What the signal handlers need. They run between any two instructions of the one thread, so `say` fills the buffer
+// that is not shown and then switches.
 char buffers[2][kLongestLine];
 std::size_t lengths[2] = {0, 0};
 volatile sig_atomic_t current = 0;

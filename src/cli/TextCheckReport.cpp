@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -16,13 +15,11 @@ namespace {
 /// Breaches of one subject that come from one written rule: a limit of a class that stands in for those of its
 /// relations is broken in several counts at once.
 struct Fold {
-    QorCardinalityBreach widest;
+    QorCardinalityRule rule;
+    std::string text;         ///< of the count that found most
+    std::uint32_t found = 0;  ///< by that count
     std::size_t counts = 0;
 };
-
-bool isWider(const QorCardinalityBreach& a, const QorCardinalityBreach& b) {
-    return a.found > b.found || (a.found == b.found && a.relations.size() > b.relations.size());
-}
 
 class TextReport final : public CheckReport {
 public:
@@ -47,6 +44,7 @@ public:
         _hasBreaches = true;
         if (breach.subject != _subject) writeSubject();
         _subject = breach.subject;
+        _subjectIsClass = breach.subjectIsClass;
         fold(breach);
     }
 
@@ -81,15 +79,17 @@ private:
 
     void fold(const QorCardinalityBreach& breach) {
         const auto [entry, isNew] = _foldOf.try_emplace(WrittenRule(breach.rule), _folds.size());
-        if (isNew) _folds.push_back({breach, 0});
+        if (isNew) _folds.push_back({breach.rule, breach.text.str(), breach.found, 0});
         Fold& fold = _folds[entry->second];
-        if (isWider(breach, fold.widest)) fold.widest = breach;
         ++fold.counts;
+        if (breach.found <= fold.found) return;
+        fold.text = breach.text.str();
+        fold.found = breach.found;
     }
 
     void writeSubject() {
         if (_folds.empty()) return;
-        writeSubjectLine(_folds.front().widest);
+        writeSubjectLine();
         for (const Fold& fold : _folds) writeFold(fold);
         _shown += _folds.size();
         _folds.clear();
@@ -97,24 +97,23 @@ private:
         _subject = -1;
     }
 
-    void writeSubjectLine(const QorCardinalityBreach& breach) {
-        const auto subject = static_cast<QorIdentifier>(breach.subject);
+    void writeSubjectLine() {
+        const auto subject = static_cast<QorIdentifier>(_subject);
         const QorRepositoryReader& reader = _model->reader;
         QorFilePlace place = _model->importer.placeOf(subject);
         place.file = _file;
-        if (breach.subjectIsClass) {
+        if (_subjectIsClass) {
             _console.out(fmt::format("{}: class {}\n", placeText(place), quoted(reader.nameOf(subject))));
             return;
         }
         const std::string_view id = _model->importer.sourceIdOf(subject);
-        _console.out(fmt::format("{}: {} {}{}\n", placeText(place),
-                                 printable(reader.nameOf(reader.classOfObject(subject))),
-                                 _colours.bold(quoted(reader.nameOf(subject))),
-                                 id.empty() ? "" : " (id " + printable(id) + ")"));
+        _console.out(fmt::format(
+            "{}: {} {}{}\n", placeText(place), printable(reader.nameOf(reader.classOfObject(subject))),
+            _colours.bold(quoted(reader.nameOf(subject))), id.empty() ? "" : " (id " + printable(id) + ")"));
     }
 
     void writeFold(const Fold& fold) {
-        const QorCardinalityRule& rule = fold.widest.rule;
+        const QorCardinalityRule& rule = fold.rule;
         const auto name = [&](long id) { return quoted(_model->reader.nameOf(static_cast<QorIdentifier>(id))); };
         std::string line = fmt::format("{}: {}", rule.key, rule.limit);
         if (rule.relationClass > 0) line += " for relation " + name(rule.relationClass);
@@ -123,10 +122,10 @@ private:
         line += ", in the text of class " + name(rule.cls);
         const QorFilePlace& place = _model->rulePlaces.placeOf(WrittenRule(rule));
         if (!place.file.empty()) line += fmt::format(" ({})", placeText(place));
-        line += fmt::format("; found {}", fold.widest.found);
+        line += fmt::format("; found {}", fold.found);
         if (fold.counts > 1) line += fmt::format(", in {} counts", fold.counts);
-        _console.out(fmt::format("    {}\n    {}\n", _colours.error(printable(fold.widest.text.view())),
-                                 _colours.dim("rule " + line)));
+        _console.out(
+            fmt::format("    {}\n    {}\n", _colours.error(printable(fold.text)), _colours.dim("rule " + line)));
     }
 
     Console& _console;
@@ -136,6 +135,7 @@ private:
     std::optional<CheckedModel> _model;
     bool _hasBreaches = false;
     long _subject = -1;
+    bool _subjectIsClass = false;
     std::vector<Fold> _folds;  ///< of the current subject
     std::map<WrittenRule, std::size_t> _foldOf;
     std::uint64_t _shown = 0;

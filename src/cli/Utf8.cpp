@@ -32,9 +32,8 @@ bool isHostile(char32_t code) {
     struct Range {
         char32_t first, last;
     };
-    constexpr Range ranges[] = {{0, 0x1F},         {0x7F, 0x9F},     {0x61C, 0x61C},
-                                {0x200E, 0x200F},  {0x2028, 0x202E}, {0x2066, 0x2069},
-                                {0xFFF9, 0xFFFB},  {0xE0000, 0xE007F}};
+    constexpr Range ranges[] = {{0, 0x1F},        {0x7F, 0x9F},     {0x61C, 0x61C},   {0x200E, 0x200F},
+                                {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F}};
     for (const Range& range : ranges)
         if (code >= range.first && code <= range.last) return true;
     return false;

@@ -8,6 +8,7 @@
 
 #include "cardinality/QorCardinalityDefinitionError.h"
 #include "cardinality/QorCardinalityHandler.h"
+#include "cli/StandardInput.h"
 #include "frame/QorLibLoad.h"
 
 namespace qor::cli {
@@ -42,7 +43,9 @@ void CommandWindows::internalError(const char* source, long line, const char* te
 }
 
 Workspace::Workspace(std::string_view language, QorWindows& windows)
-    : _platform(platformOptions(language)), _host(_platform.host()), _importer(_platform.builder(), _platform.reader()) {
+    : _platform(platformOptions(language)),
+      _host(_platform.host()),
+      _importer(_platform.builder(), _platform.reader()) {
     _host.windows = &windows;
 }
 
@@ -60,16 +63,23 @@ void Workspace::leave() {
 
 void Workspace::openLibrary(const std::string& path) {
     _path = path;
-    _library = _importer.readFile(path, QorNoIdentifier);
-    if (_library.hasErrors() || _library.library == QorNoIdentifier) {
+    if (readLibrary())
+        load();
+    else
         _library.library = QorNoIdentifier;
-        return;
-    }
-    reload();
 }
 
-void Workspace::reload() {
-    if (_library.library == QorNoIdentifier) return;
+bool Workspace::readLibrary() {
+    const QorFileKind kind = _path == kStandardInput ? QorFileKind::Library : _importer.kindOf(_path);
+    if (kind == QorFileKind::Library || kind == QorFileKind::Unknown)
+        _library = _importer.readFile(_path, QorNoIdentifier);
+    if (!_library.hasErrors() && !hasLibrary())
+        _library.diagnostics.push_back({QorSeverity::Error, {_path, 0, 0}, "is not a method library"});
+    return !_library.hasErrors();
+}
+
+void Workspace::load() {
+    if (!hasLibrary()) return;
     const QorErrorCode loaded =
         Qor_LoadLibrary(nullptr, _library.library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
                         QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
@@ -78,17 +88,15 @@ void Workspace::reload() {
 
 void Workspace::collectRuleErrors(QorErrorCode loaded) {
     _ruleErrors.clear();
-    _ruleErrorClasses.clear();
     for (const QorCardinalityDefinitionError& error : QorCardinalityHandler::Instance().getDefinitionErrors()) {
         const auto cls = static_cast<QorIdentifier>(error.cls);
-        const QorFilePlace place = _importer.placeInText(cls, static_cast<QorIdentifier>(error.attribute), error.position);
-        _ruleErrors.push_back({QorSeverity::Error, place, error.text.str()});
-        _ruleErrorClasses.push_back(cls);
+        const auto attribute = static_cast<QorIdentifier>(error.attribute);
+        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), error.text.str()});
     }
     if (loaded == QorErrorCode::Ok || !_ruleErrors.empty()) return;
-    _ruleErrors.push_back({QorSeverity::Error, {_path, 0, 0},
+    _ruleErrors.push_back({QorNoIdentifier,
+                           {_path, 0, 0},
                            fmt::format("the library's rules could not be set up (code {})", static_cast<int>(loaded))});
-    _ruleErrorClasses.push_back(QorNoIdentifier);
 }
 
 Workspaces::~Workspaces() {
@@ -103,7 +111,7 @@ Workspace& Workspaces::open(const std::string& libraryPath) {
         if (_installed != nullptr) _installed->leave();
         workspace->install();
         _installed = workspace.get();
-        if (!isNew) workspace->reload();
+        if (!isNew) workspace->load();
     }
     if (isNew && !libraryPath.empty()) workspace->openLibrary(libraryPath);
     return *workspace;

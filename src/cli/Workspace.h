@@ -9,6 +9,7 @@
 
 #include "embedded/QorEmbeddedPlatform.h"
 #include "interchange/QorImport.h"
+#include "platform/QorErrorCode.h"
 #include "platform/QorHost.h"
 #include "platform/QorWindows.h"
 
@@ -29,6 +30,13 @@ private:
     void* _receiver;
 };
 
+/// An error in the rule text of a class.
+struct RuleError {
+    QorIdentifier cls = QorNoIdentifier;
+    QorFilePlace place;
+    std::string text;
+};
+
 /// A platform of its own for each method library: two files may bring libraries of the same name.
 class Workspace {
 public:
@@ -44,9 +52,8 @@ public:
 
     /// Reads the library file and, when it is valid, makes the library current with its handlers.
     void openLibrary(const std::string& path);
-
-    /// Makes the library current again.
-    void reload();
+    /// Makes the library current, again after `leave`.
+    void load();
 
     [[nodiscard]] QorRepositoryBuilder& builder() { return _platform.builder(); }
     [[nodiscard]] const QorRepositoryReader& reader() const { return _platform.reader(); }
@@ -54,17 +61,17 @@ public:
     [[nodiscard]] QorImporter& libraryImporter() { return _importer; }
 
     [[nodiscard]] const std::string& libraryPath() const { return _path; }
+    [[nodiscard]] bool hasLibrary() const { return _library.library != QorNoIdentifier; }
     /// None when the file was not valid.
     [[nodiscard]] QorIdentifier library() const { return _library.library; }
-    [[nodiscard]] QorFileKind libraryFileKind() const { return _library.kind; }
+    [[nodiscard]] QorIdentifier part(QorLibraryPart part) { return builder().libraryPart(library(), part); }
     /// What was wrong with the file as such.
     [[nodiscard]] const std::vector<QorDiagnostic>& fileDiagnostics() const { return _library.diagnostics; }
     /// What was wrong with the rule texts; the other rules are in force.
-    [[nodiscard]] const std::vector<QorDiagnostic>& ruleErrors() const { return _ruleErrors; }
-    /// The class that a rule error belongs to.
-    [[nodiscard]] QorIdentifier classOfRuleError(std::size_t index) const { return _ruleErrorClasses[index]; }
+    [[nodiscard]] const std::vector<RuleError>& ruleErrors() const { return _ruleErrors; }
 
 private:
+    [[nodiscard]] bool readLibrary();
     void collectRuleErrors(QorErrorCode loaded);
 
     QorEmbeddedPlatform _platform;
@@ -72,8 +79,7 @@ private:
     QorImporter _importer;
     std::string _path;
     QorImportResult _library;
-    std::vector<QorDiagnostic> _ruleErrors;
-    std::vector<QorIdentifier> _ruleErrorClasses;
+    std::vector<RuleError> _ruleErrors;
     std::optional<QorHostInstallation> _installation;
 };
 
