@@ -53,6 +53,8 @@ void addLanguage(CLI::App& command, std::string& language) {
 
 void describe(CLI::App& app, Options& options) {
     app.require_subcommand(1);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND [FILE]");
+    app.get_formatter()->label("Positionals", "Arguments");
     app.set_version_flag("--version", "qor " QOR_VERSION, "Show the version and end");
     app.set_help_flag("-h,--help", "Show this help and end; after a command, that command's");
     app.footer(std::string("qor COMMAND --help shows more, with examples.\n") + kExitCodes);
@@ -62,26 +64,27 @@ void describe(CLI::App& app, Options& options) {
         ->option_text("LIB");
     check.add_option("--model", options.check.models, "Check only models of this name; may be given several times")
         ->option_text("NAME")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);  // what follows the name is a FILE
     check.add_flag("--first", options.check.first, "End each model's check at its first breach, as on saving it");
     check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
     check.add_flag("--quiet", options.check.quiet, "Show breaches and errors only");
     addLanguage(check, options.check.language);
-    check.add_option("FILE", options.check.files, "Files to check")->required()->option_text("FILE...");
+    check.add_option("FILE", options.check.files, "Files to check")->required()->option_text("...");
     check.footer(kCheckExamples);
 
     CLI::App& library = *app.add_subcommand("library", "Show what is in a method library");
     library.add_flag("--json", options.library.json, "Write one JSON document, qor.library/1");
-    library.add_option("FILE", options.library.file, "The library")->required()->option_text("FILE");
+    library.add_option("FILE", options.library.file, "The library")->required()->option_text(" ");
     library.footer(kLibraryExamples);
 
     CLI::App& rules = *app.add_subcommand("rules", "Show errors in a library's rule texts, and the rules in force");
     rules.add_option("--class", options.rules.cls, "Only the rules of this class")->option_text("NAME");
     rules.add_flag("--json", options.rules.json, "Write one JSON document, qor.rules/1");
     addLanguage(rules, options.rules.language);
-    rules.add_option("FILE", options.rules.file, "The library")->required()->option_text("FILE");
+    rules.add_option("FILE", options.rules.file, "The library")->required()->option_text(" ");
     rules.footer(kRulesExamples);
+
+    for (CLI::App* command : {&check, &library, &rules}) command->group("Commands");
 }
 
 /// The command that was given, or the whole.
