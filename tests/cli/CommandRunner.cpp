@@ -40,9 +40,9 @@ void CommandRunner::write(const std::string& name, std::string_view content) con
 }
 
 Run CommandRunner::run(const std::string& arguments, const std::string& before) const {
-    const std::string line = "cd '" + (_folder / "in").string() + "' && " + before + " '" QOR_BINARY_DIR "/bin/qor' " +
-                             arguments + " >'" + (_folder / "out").string() + "' 2>'" + (_folder / "err").string() +
-                             "'";
+    const std::string line = "exec >'" + (_folder / "out").string() + "' 2>'" + (_folder / "err").string() +
+                             "' && cd '" + (_folder / "in").string() + "' && " + before +
+                             " '" QOR_BINARY_DIR "/bin/qor' " + arguments;
     const int status = std::system(line.c_str());
     Run run;
     run.exit = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

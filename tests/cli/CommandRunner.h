@@ -21,7 +21,8 @@ public:
     ~CommandRunner();
 
     void write(const std::string& name, std::string_view content) const;
-    /// Runs `qor ARGUMENTS` through the shell; `before` stands ahead of the command (variables, a pipe).
+    /// Runs `qor ARGUMENTS` through the shell, so that arguments may redirect; `before` stands ahead of the command
+    /// (variables, a pipe).
     [[nodiscard]] Run run(const std::string& arguments, const std::string& before = "") const;
     [[nodiscard]] const std::filesystem::path& folder() const { return _folder; }
 

@@ -12,6 +12,13 @@ using testing::HasSubstr;
 
 constexpr std::string_view kModelHead = "format: qor.model/1\nlibrary: workshop.yaml\nmodels:\n";
 
+// A sanitizer's shadow memory needs more room than any limit leaves.
+#ifdef __SANITIZE_ADDRESS__
+constexpr const char* kBoundedMemory = "";
+#else
+constexpr const char* kBoundedMemory = "ulimit -v 1000000;";
+#endif
+
 std::string model(const std::string& rest) { return std::string(kModelHead) + rest; }
 
 std::string repeated(std::string_view part, int times) {
@@ -70,7 +77,7 @@ TEST(CliBadInput, EachFaultIsToldWithItsPlaceAndTheOtherFilesAreStillChecked) {
     qor.write("orders.yaml", qor::test::kOrders);
     for (const BadFile& file : badFiles()) {
         qor.write(file.name, file.content);
-        const Run run = qor.run("check " + file.name + " orders.yaml", "ulimit -v 1000000;");
+        const Run run = qor.run("check " + file.name + " orders.yaml", kBoundedMemory);
         EXPECT_EQ(run.exit, 3) << file.name;
         EXPECT_TRUE(std::regex_search(run.err, std::regex("^" + file.name + file.place + ": error: [^\n]{8}")))
             << file.name << ": " << run.err.substr(0, 300);
