@@ -62,8 +62,7 @@ public:
     [[nodiscard]] std::optional<std::string_view> GetStrView(std::string_view key) const;
     [[nodiscard]] std::optional<std::string_view> GetStrView() const;
 
-    /// The integer value of the key, -2147483648 to 4294967295; 0 when the key is absent or has no integer value (a time
-    /// and a length have none).
+    /// The integer value of the key, -2147483648 to 4294967295; 0 when the key is absent or has no integer value.
     [[nodiscard]] long GetIntValue(std::string_view key) const;
     /// The bare word that is the key's value; empty when there is none.
     [[nodiscard]] SV::String GetModifier(std::string_view key) const;
