@@ -116,4 +116,6 @@ public:
     [[nodiscard]] virtual QorRelationInfo relationInfo(QorIdentifier relation) const = 0;
     /// The instance's own value in its text form; empty when it has none.
     [[nodiscard]] virtual std::string_view valueOf(QorIdentifier instance, QorIdentifier attribute) const = 0;
+    /// Tells an own value that is the empty text from none at all; with a default behind it, that is a difference.
+    [[nodiscard]] virtual bool hasValue(QorIdentifier instance, QorIdentifier attribute) const = 0;
 };
