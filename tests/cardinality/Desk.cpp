@@ -60,6 +60,7 @@ Desk::Desk() {
     const QorIdentifier visible[] = {task, document, special};
     const auto type = made(builder.addModelType(narrow(library), "Process", visible));
     EXPECT_EQ(QorCoreModelingManager::GetGlobal()->LoadApplicationLibrary(application, false), QorErrorCode::Ok);
+    EXPECT_EQ(QorCoreModelingManager::GetGlobal()->initLibraryHandlers(true), QorErrorCode::Ok);
     model = made(builder.addModel(narrow(type), "First", ""));
 }
 
@@ -87,8 +88,9 @@ Desk& Desk::draw(std::string_view picture) {
         const auto line = picture.substr(0, 3);
         objects(line.substr(0, 1)).objects(line.substr(2, 1));
         const auto* relationClass = line[1] == '>' ? "then" : line[1] == '=' ? "uses" : "files";
-        name(line, made(platform.builder().addRelation(narrow((*this)[relationClass]), narrow((*this)[line.substr(0, 1)]),
-                                                       narrow((*this)[line.substr(2, 1)]))));
+        name(line,
+             made(platform.builder().addRelation(narrow((*this)[relationClass]), narrow((*this)[line.substr(0, 1)]),
+                                                 narrow((*this)[line.substr(2, 1)]))));
     }
     return *this;
 }

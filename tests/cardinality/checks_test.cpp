@@ -34,22 +34,22 @@ TEST(ObjectCheck, FindsTheFirstBrokenMaximum) {
         // The class's own limits also stand for every relation class without a record, and are met there first.
         {"Task", "CARDINALITIES max-outgoing: 2", "a>b a>c", "", "", ""},
         {"Task", "CARDINALITIES max-outgoing: 1", "a>b a>c", "1965{1984<Task|a>,then,1}", "a b c", "a>b a>c"},
-        {"Task", "CARDINALITIES max-outgoing: 2", "a>b a>x a>y", "1964{\"a\" 1981,then,2}", "a", "a>b a>x a>y"},
-        {"Task", "CARDINALITIES max-outgoing: 1", "a>b a=x", "1963{\"a\",1981,1}", "a", "a>b a=x"},
-        {"Task", "CARDINALITIES max-incoming: 1", "b>a c=a", "1963{\"a\",1982,1}", "a", "b>a c=a"},
-        {"Task", "CARDINALITIES max-incoming: 1", "b>a c>a", "1963{\"a\",1982,1}", "a", "b>a c>a"},
-        {"Task", "CARDINALITIES max-relations: 2", "b>a a=x a=c", "1962{\"a\",1980,2}", "", "b>a a=x a=c"},
+        {"Task", "CARDINALITIES max-outgoing: 2", "a>b a>x a>y", "1964{ \"a\" 1981,then,2}", "a", "a>b a>x a>y"},
+        {"Task", "CARDINALITIES max-outgoing: 1", "a>b a=x", "1963{ \"a\",1981,1}", "a", "a>b a=x"},
+        {"Task", "CARDINALITIES max-incoming: 1", "b>a c=a", "1963{ \"a\",1982,1}", "a", "b>a c=a"},
+        {"Task", "CARDINALITIES max-incoming: 1", "b>a c>a", "1963{ \"a\",1982,1}", "a", "b>a c>a"},
+        {"Task", "CARDINALITIES max-relations: 2", "b>a a=x a=c", "1962{ \"a\",1980,2}", "", "b>a a=x a=c"},
         {"Task", "CARDINALITIES max-outgoing: 65535", "a>b a>c", "", "", ""},
         {"Task", "CARDINALITIES max-outgoing: -1", "a>b a>c", "", "", ""},
         // A record takes their place, even with defaults.
-        {"Task", "CARDINALITIES max-outgoing: 2 RELATION \"then\" max-outgoing: 1", "a>b a=x a=y", "1962{\"a\",1981,2}",
+        {"Task", "CARDINALITIES max-outgoing: 2 RELATION \"then\" max-outgoing: 1", "a>b a=x a=y", "1962{ \"a\",1981,2}",
          "a", "a>b a=x a=y"},
         {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a=x a=y a>b a>c", "1965{1984<Task|a>,then,1}",
          "a b c", "a>b a>c"},
-        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a>b a>x", "1965{\"a\" 1981,then,1}", "a",
+        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a>b a>x", "1965{ \"a\" 1981,then,1}", "a",
          "a>b a>x"},
         {"Task", "CARDINALITIES RELATION \"then\" max-incoming: 0", "b>a", "1964{1985<Task|a>,then,0}", "a b", "b>a"},
-        {"Task", "CARDINALITIES RELATION \"then\" max-incoming: 2", "b>a x>a y>a", "1964{\"a\" 1982,then,2}", "a",
+        {"Task", "CARDINALITIES RELATION \"then\" max-incoming: 2", "b>a x>a y>a", "1964{ \"a\" 1982,then,2}", "a",
          "b>a x>a y>a"},
         // The default holds for classes without a target record, a target record for its class, whatever it holds.
         {"Task", "CARDINALITIES RELATION \"then\" default-max-outgoing: 1 TO_CLASS \"Task\" max-outgoing: 3",
@@ -65,8 +65,8 @@ TEST(ObjectCheck, FindsTheFirstBrokenMaximum) {
          "1965{1984<Document|a>,uses,1}", "a x y", "a=x a=y"},
         // Exactly the class counts, and every relation: parallel ones, and one with itself in both directions.
         {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Task\" max-outgoing: 1", "a>b a>s", "", "", ""},
-        {"Task", "CARDINALITIES max-relations: 1", "a>a", "1963{\"a\",1980,1}", "", "a>a"},
-        {"Task", "CARDINALITIES max-incoming: 0", "a>a", "1962{\"a\",1982,0}", "a", "a>a"},
+        {"Task", "CARDINALITIES max-relations: 1", "a>a", "1963{ \"a\",1980,1}", "", "a>a"},
+        {"Task", "CARDINALITIES max-incoming: 0", "a>a", "1962{ \"a\",1982,0}", "a", "a>a"},
         // Rules of another class, also of the class above, are not the object's.
         {"Document", "CARDINALITIES max-relations: 0", "a>x", "", "", ""},
         {"Node", "CARDINALITIES max-relations: 0", "a>x", "", "", ""},
@@ -76,12 +76,12 @@ TEST(ObjectCheck, FindsTheFirstBrokenMaximum) {
 
 TEST(ObjectCheck, FindsTheFirstBrokenMinimum) {
     const ObjectCase rows[] = {
-        {"Task", "CARDINALITIES min-outgoing: 2", "a>b b>a", "1971{\"a\",1981,2}", "a", "a>b"},
-        {"Task", "CARDINALITIES min-incoming: 1", "a>b", "1972{\"a\",1982,1}", "a", ""},
-        {"Task", "CARDINALITIES min-relations: 3", "a>b b>a", "1971{\"a\",1980,3}", "a", "a>b b>a"},
+        {"Task", "CARDINALITIES min-outgoing: 2", "a>b b>a", "1971{ \"a\",1981,2}", "a", "a>b"},
+        {"Task", "CARDINALITIES min-incoming: 1", "a>b", "1972{ \"a\",1982,1}", "a", ""},
+        {"Task", "CARDINALITIES min-relations: 3", "a>b b>a", "1971{ \"a\",1980,3}", "a", "a>b b>a"},
         {"Task", "CARDINALITIES min-relations: 2", "a>a", "", "", ""},
-        {"Task", "CARDINALITIES min-relations: -1", "a>a", "1971{\"a\",1980,4294967295}", "a", "a>a"},
-        {"Task", "CARDINALITIES min-incoming: 1 RELATION \"then\" min-outgoing: 1", "a=x", "1974{\"a\" 1981,then,1}",
+        {"Task", "CARDINALITIES min-relations: -1", "a>a", "1971{ \"a\",1980,4294967295}", "a", "a>a"},
+        {"Task", "CARDINALITIES min-incoming: 1 RELATION \"then\" min-outgoing: 1", "a=x", "1974{ \"a\" 1981,then,1}",
          "a", ""},
         {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" min-outgoing: 2", "a>x a>b",
          "1973{1984<Document|a>,then,2}", "a", "a>x"},
@@ -89,13 +89,13 @@ TEST(ObjectCheck, FindsTheFirstBrokenMinimum) {
          "1973{1985<Document|a>,then,2}", "a", "x>a"},
         // A default minimum works through the minimum of the relation class alone: no class is demanded by it.
         {"Task", "CARDINALITIES RELATION \"then\" default-min-outgoing: 2", "a>x a>b", "", "", ""},
-        {"Task", "CARDINALITIES RELATION \"then\" default-min-outgoing: 2", "a>x", "1973{\"a\" 1981,then,2}", "a",
+        {"Task", "CARDINALITIES RELATION \"then\" default-min-outgoing: 2", "a>x", "1973{ \"a\" 1981,then,2}", "a",
          "a>x"},
         // Within a relation class: towards classes out, out, from classes in, in; then the next relation class.
         {"Task", "CARDINALITIES RELATION \"then\" min-outgoing: 1 FROM_CLASS \"Task\" min-incoming: 1", "",
-         "1974{\"a\" 1981,then,1}", "a", ""},
+         "1974{ \"a\" 1981,then,1}", "a", ""},
         {"Task", "CARDINALITIES RELATION \"uses\" min-outgoing: 1 RELATION \"then\" min-incoming: 1", "",
-         "1974{\"a\" 1982,then,1}", "a", ""},
+         "1974{ \"a\" 1982,then,1}", "a", ""},
         // A broken maximum leaves the minima alone.
         {"Task", "CARDINALITIES max-outgoing: 0 min-incoming: 1", "a>b", "1964{1984<Task|a>,then,0}", "a b", "a>b"},
     };
@@ -106,7 +106,7 @@ TEST(ObjectCheck, TestsWhatItIsAskedFor) {
     Desk desk;
     desk.draw("a>b").rules("Task", "CARDINALITIES max-outgoing: 0 min-incoming: 1");
     EXPECT_EQ(desk.handler.checkObject(desk["a"], true, false), 0);
-    EXPECT_EQ(desk.handler.getErrorText(), "1972{\"a\",1982,1}");
+    EXPECT_EQ(desk.handler.getErrorText(), "1972{ \"a\",1982,1}");
     EXPECT_EQ(desk.handler.checkObject(desk["a"], false, true), 0);
     EXPECT_EQ(desk.handler.getErrorText(), "1964{1984<Task|a>,then,0}");
     EXPECT_EQ(desk.handler.checkObject(desk["a"], false, false), 1);
@@ -239,8 +239,7 @@ TEST(Activation, OffLetsEverythingPass) {
     EXPECT_TRUE(desk.handler.isError());
     EXPECT_EQ(desk.handler.getRelationSlotCount(desk["then"], desk["Task"], desk["Task"]), 0u);
     EXPECT_TRUE(desk.handler.isNewObjectAllowed(desk.model, desk["Task"], desk["then"], desk["a"], true));
-    EXPECT_TRUE(
-        desk.handler.isNewObjectInBetweenAllowed(desk.model, desk["Task"], desk["then"], desk["a"], desk["b"]));
+    EXPECT_TRUE(desk.handler.isNewObjectInBetweenAllowed(desk.model, desk["Task"], desk["then"], desk["a"], desk["b"]));
 
     EXPECT_EQ(desk.handler.checkObject(desk["a"], true, true), 1);
     EXPECT_FALSE(desk.handler.isError());
