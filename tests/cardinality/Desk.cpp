@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/QorAttributeIds.h"
-#include "platform/QorCoreModelingManager.h"
+#include <algorithm>
+
 #include "platform/QorHost.h"
 
 namespace {
@@ -27,46 +27,26 @@ const char* structure(unsigned short number) {
     return text.c_str();
 }
 
-long made(const QorBuildResult& result) {
-    EXPECT_TRUE(result.ok()) << Qor_BuildErrorText(result.error);
-    return result.id;
-}
-
-QorIdentifier narrow(long identifier) { return static_cast<QorIdentifier>(identifier); }
-
 }  // namespace
 
-Desk::Desk() {
-    _host = platform.host();
+Desk::Desk() : _host(workshop.platform.host()) {
     _host.texts = this;
     _host.windows = this;
-    _installations.push_back(std::make_unique<QorHostInstallation>(_host));
+    _installation = std::make_unique<QorHostInstallation>(_host);
 
-    auto& builder = platform.builder();
-    application = made(builder.addApplicationLibrary("Works", "", ""));
-    library = builder.libraryPart(narrow(application), QorLibraryPart::BusinessProcess);
-    otherLibrary = builder.libraryPart(narrow(application), QorLibraryPart::WorkingEnvironment);
-    const auto addClass = [&](const char* cls, long superclass, bool abstract) {
-        name(cls, made(builder.addClass(narrow(library), cls, narrow(superclass), abstract)));
-        return narrow((*this)[cls]);
-    };
-    const auto node = addClass("Node", -1, true);
-    const auto task = addClass("Task", node, false);
-    const auto document = addClass("Document", node, false);
-    const auto special = addClass("Special", task, false);
-    name("then", made(builder.addRelationClass(narrow(library), "then", node, node)));
-    name("uses", made(builder.addRelationClass(narrow(library), "uses", node, node)));
-    name("files", made(builder.addRelationClass(narrow(library), "files", document, task)));
-    const QorIdentifier visible[] = {task, document, special};
-    const auto type = made(builder.addModelType(narrow(library), "Process", visible));
-    EXPECT_EQ(QorCoreModelingManager::GetGlobal()->LoadApplicationLibrary(application, false), QorErrorCode::Ok);
-    EXPECT_EQ(QorCoreModelingManager::GetGlobal()->initLibraryHandlers(true), QorErrorCode::Ok);
-    model = made(builder.addModel(narrow(type), "First", ""));
+    name("Node", workshop.abstractClass("Node"));
+    name("Task", workshop.cls("Task", "Node"));
+    name("Document", workshop.cls("Document", "Node"));
+    name("Special", workshop.cls("Special", "Task"));
+    name("then", workshop.relationClass("then", "Node", "Node"));
+    name("uses", workshop.relationClass("uses", "Node", "Node"));
+    name("files", workshop.relationClass("files", "Document", "Task"));
+    workshop.modelType("Process", {"Task", "Document", "Special"});
+    EXPECT_EQ(workshop.load(), QorErrorCode::Ok);
+    model = workshop.model("Process", "First");
 }
 
-Desk::~Desk() {
-    while (!_installations.empty()) _installations.pop_back();
-}
+Desk::~Desk() = default;
 
 long Desk::operator[](std::string_view name) const {
     const auto place = _identifiers.find(name);
@@ -77,8 +57,7 @@ Desk& Desk::objects(std::string_view letters) {
     for (const char letter : letters) {
         const std::string object(1, letter);
         if (_identifiers.count(object) != 0) continue;
-        const auto* cls = letter < 's' ? "Task" : letter < 'x' ? "Special" : "Document";
-        name(object, made(platform.builder().addObject(narrow(model), narrow((*this)[cls]), object)));
+        name(object, workshop.object(letter < 's' ? "Task" : letter < 'x' ? "Special" : "Document", object));
     }
     return *this;
 }
@@ -88,25 +67,24 @@ Desk& Desk::draw(std::string_view picture) {
         const auto line = picture.substr(0, 3);
         objects(line.substr(0, 1)).objects(line.substr(2, 1));
         const auto* relationClass = line[1] == '>' ? "then" : line[1] == '=' ? "uses" : "files";
-        name(line,
-             made(platform.builder().addRelation(narrow((*this)[relationClass]), narrow((*this)[line.substr(0, 1)]),
-                                                 narrow((*this)[line.substr(2, 1)]))));
+        const auto end = [&](std::size_t at) { return static_cast<QorIdentifier>((*this)[line.substr(at, 1)]); };
+        name(line, workshop.connect(end(0), relationClass, end(2)));
     }
     return *this;
 }
 
 Desk& Desk::rules(std::string_view cls, std::string_view text) {
-    handler.decryptKex(library, (*this)[cls], std::string(text).c_str());
+    handler.decryptKex(workshop.processes, (*this)[cls], std::string(text).c_str());
     return *this;
 }
 
-void Desk::store(std::string_view cls, std::string_view text) {
-    made(platform.builder().setClassValue(narrow((*this)[cls]), QorAttributeId::Cardinality, text));
-}
-
-void Desk::install(QorCoreModelingManager& repository) {
-    _host.repository = &repository;
-    _installations.push_back(std::make_unique<QorHostInstallation>(_host));
+FailingRepository& Desk::watched() {
+    if (_watched != nullptr) return *_watched;
+    _watched = std::make_unique<FailingRepository>(*_host.repository);
+    auto host = _host;
+    host.repository = _watched.get();
+    _watchedInstallation = std::make_unique<QorHostInstallation>(host);
+    return *_watched;
 }
 
 const char* Desk::text(unsigned short number) const { return structure(number); }

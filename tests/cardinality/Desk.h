@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "cardinality/QorCardinalityHandler.h"
-#include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorInternational.h"
 #include "platform/QorWindows.h"
+#include "support/Workshop.h"
 
 /// A handler whose inner steps can be called.
 class OpenHandler : public QorCardinalityHandler {
@@ -30,7 +30,7 @@ public:
     using QorCardinalityHandler::setChecked;
 };
 
-/// A small library on the embedded platform, with one model on which boxes are drawn and joined.
+/// A workshop with a small library and one model, on which boxes are drawn and joined.
 ///
 /// Classes: Node (abstract), Task, Document and Special, which is a Task. Relation classes: "then" and "uses" between
 /// any Nodes, "files" from a Document to a Task. Objects a to h are Tasks, s to u Specials, x to z Documents.
@@ -49,8 +49,6 @@ public:
     Desk& draw(std::string_view picture);
     /// Puts rules into the handler; what it says about the text is kept.
     Desk& rules(std::string_view cls, std::string_view text);
-    /// Stores a rule text with the class, for the next reading.
-    void store(std::string_view cls, std::string_view text);
     /// Names of things, by identifier, separated by blanks.
     template <class Identifiers>
     std::string names(const Identifiers& identifiers) const {
@@ -59,18 +57,15 @@ public:
         return text;
     }
 
-    QorEmbeddedPlatform platform;
+    Workshop workshop;
     OpenHandler handler;
-    long application = -1;
-    long library = -1;  ///< its business-process part
-    long otherLibrary = -1;
     long model = -1;
     std::vector<std::string> internalErrors;  ///< their sources
     bool waitCursor = false;
     int waitsBegun = 0;
 
-    /// Wraps the repository until the desk goes.
-    void install(QorCoreModelingManager& repository);
+    /// Puts a failing repository without a bulk view before the platform's, until the desk goes.
+    FailingRepository& watched();
 
 private:
     const char* text(unsigned short number) const override;
@@ -80,7 +75,9 @@ private:
     void name(std::string_view name, long identifier);
 
     QorHost _host;
-    std::vector<std::unique_ptr<QorHostInstallation>> _installations;
+    std::unique_ptr<FailingRepository> _watched;
+    std::unique_ptr<QorHostInstallation> _installation;
+    std::unique_ptr<QorHostInstallation> _watchedInstallation;
     std::map<std::string, long, std::less<>> _identifiers;
     std::map<long, std::string> _names;
 };

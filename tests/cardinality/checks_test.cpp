@@ -42,8 +42,8 @@ TEST(ObjectCheck, FindsTheFirstBrokenMaximum) {
         {"Task", "CARDINALITIES max-outgoing: 65535", "a>b a>c", "", "", ""},
         {"Task", "CARDINALITIES max-outgoing: -1", "a>b a>c", "", "", ""},
         // A record takes their place, even with defaults.
-        {"Task", "CARDINALITIES max-outgoing: 2 RELATION \"then\" max-outgoing: 1", "a>b a=x a=y", "1962{ \"a\",1981,2}",
-         "a", "a>b a=x a=y"},
+        {"Task", "CARDINALITIES max-outgoing: 2 RELATION \"then\" max-outgoing: 1", "a>b a=x a=y",
+         "1962{ \"a\",1981,2}", "a", "a>b a=x a=y"},
         {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a=x a=y a>b a>c", "1965{1984<Task|a>,then,1}",
          "a b c", "a>b a>c"},
         {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a>b a>x", "1965{ \"a\" 1981,then,1}", "a",

@@ -221,6 +221,10 @@ TEST(CompleteCheck, AgreesWithSlowCountingWithTheFirstBreachRunAndWithThePlainRe
             const auto atObject = firstBreach(desk.handler.checkObject(object, true, true) == 1);
             EXPECT_TRUE(atObject.empty() || isAmongAll(atObject)) << atObject;
         }
+
+        desk.watched();
+        EXPECT_EQ(allBreaches(desk), all);
+        EXPECT_EQ(firstBreach(desk.handler.checkModel(desk.model, 0) == 1), inModel);
     }
 }
 

@@ -4,7 +4,6 @@
 
 #include "cardinality/Desk.h"
 #include "platform/QorAttributeIds.h"
-#include "platform/QorCoreModelingManager.h"
 
 namespace {
 
@@ -140,8 +139,8 @@ TEST(RuleText, StoresWhatItCanAndReportsTheRestWithItsPlace) {
         {"", 1, "", "", ""},
         {"# nothing\n", 1, "", "", ""},
         {"CARDINALITIES", 1, "Document{}", "", ""},
-        {"RELATION \"then\" max-outgoing: 1", 0, "Document{}", "1966{Cardinalities,Document,RELATION,\"CARDINALITIES\"}",
-         "1:1 "},
+        {"RELATION \"then\" max-outgoing: 1", 0, "Document{}",
+         "1966{Cardinalities,Document,RELATION,\"CARDINALITIES\"}", "1:1 "},
         {"CARDINALITIES RELATION \"then\"", 1, "Document{}", "", ""},
         {"CARDINALITIES RELATION \"then\" TO_CLASS \"Task\" max-incoming: 1", 1, "Document{}", "", ""},
         {"CARDINALITIES RELATION \"then\" FROM_CLASS \"Node\" max-incoming: 1", 1, "Document{then:Node,}", "", ""},
@@ -162,7 +161,7 @@ TEST(RuleText, StoresWhatItCanAndReportsTheRestWithItsPlace) {
     };
     for (const auto& row : rows) {
         Desk desk;
-        EXPECT_EQ(desk.handler.decryptKex(desk.library, desk["Document"], row.text), row.result) << row.text;
+        EXPECT_EQ(desk.handler.decryptKex(desk.workshop.processes, desk["Document"], row.text), row.result) << row.text;
         EXPECT_EQ(records(desk), row.records) << row.text;
         EXPECT_EQ(desk.handler.getErrorText(), row.errors) << row.text;
         EXPECT_EQ(places(desk), row.places) << row.text;
@@ -178,7 +177,7 @@ TEST(RuleText, StoresAKeyThatRunsAgainstTheRelationClass) {
 
 TEST(RuleText, WithASyntaxErrorLeavesTheRulesAndTellsWhere) {
     Desk desk;
-    EXPECT_EQ(desk.handler.decryptKex(desk.library, desk["Task"], "CARDINALITIES\nmax-outgoing: \"open"), 0);
+    EXPECT_EQ(desk.handler.decryptKex(desk.workshop.processes, desk["Task"], "CARDINALITIES\nmax-outgoing: \"open"), 0);
     EXPECT_EQ(records(desk), "");
     ASSERT_EQ(desk.handler.getDefinitionErrors().size(), 1u);
     const auto& error = desk.handler.getDefinitionErrors().front();
@@ -191,7 +190,9 @@ TEST(RuleText, WithASyntaxErrorLeavesTheRulesAndTellsWhere) {
 
 TEST(RuleText, OfAnIdentifierBeyond32BitsIsNobodys) {
     Desk desk;
-    EXPECT_EQ(desk.handler.checkCardinalityDefinition(desk.library, desk["Task"] + 4294967296, "CARDINALITIES"), 0);
+    EXPECT_EQ(
+        desk.handler.checkCardinalityDefinition(desk.workshop.processes, desk["Task"] + 4294967296, "CARDINALITIES"),
+        0);
     EXPECT_EQ(records(desk), "");
     EXPECT_EQ(desk.handler.createClassItem(desk["Task"] + 4294967296), nullptr);
     EXPECT_FALSE(desk.internalErrors.empty());
@@ -199,20 +200,20 @@ TEST(RuleText, OfAnIdentifierBeyond32BitsIsNobodys) {
 
 TEST(Library, IsReadToItsEndAndTheSecondOneOnlyAfterACleanFirst) {
     Desk desk;
-    desk.store("Task", "CARDINALITIES max-objects: 1 max-objects: 2");
-    desk.store("Special", "CARDINALITIES");
+    desk.workshop.classText("Task", "CARDINALITIES max-objects: 1 max-objects: 2");
+    desk.workshop.classText("Special", "CARDINALITIES");
     desk.waitsBegun = 0;
-    EXPECT_EQ(desk.handler.init(desk.library, -1), 0);
+    EXPECT_EQ(desk.handler.init(desk.workshop.processes, -1), 0);
     EXPECT_EQ(records(desk), "Special{}");
     EXPECT_TRUE(desk.internalErrors.empty()) << "the second library was asked for";
 
-    desk.store("Task", "");
-    desk.store("Document", "CARDINALITIES");
-    EXPECT_EQ(desk.handler.init(desk.library, desk.otherLibrary), 1);
+    desk.workshop.classText("Task", "");
+    desk.workshop.classText("Document", "CARDINALITIES");
+    EXPECT_EQ(desk.handler.init(desk.workshop.processes, desk.workshop.environment), 1);
     EXPECT_EQ(records(desk), "Document{}Special{}") << "a reading adds to the rules";
     EXPECT_FALSE(desk.handler.isError());
     EXPECT_TRUE(desk.handler.getDefinitionErrors().empty());
-    EXPECT_EQ(desk.handler.init(desk.library, -1), 0);
+    EXPECT_EQ(desk.handler.init(desk.workshop.processes, -1), 0);
     EXPECT_FALSE(desk.internalErrors.empty());
     EXPECT_EQ(desk.waitsBegun, 3);
     EXPECT_FALSE(desk.waitCursor);
@@ -237,11 +238,8 @@ TEST(AutomaticChecks, FollowTheLastElementOfTheLibrarysText) {
     };
     for (const auto& row : rows) {
         Desk desk;
-        ASSERT_TRUE(
-            desk.platform.builder()
-                .setLibraryValue(static_cast<QorIdentifier>(desk.library), QorAttributeId::AutomaticChecks, row.text)
-                .ok());
-        EXPECT_EQ(desk.handler.init(desk.library, desk.otherLibrary), 1) << row.text;
+        desk.workshop.libraryText(desk.workshop.processes, QorAttributeId::AutomaticChecks, row.text);
+        EXPECT_EQ(desk.handler.init(desk.workshop.processes, desk.workshop.environment), 1) << row.text;
         EXPECT_EQ(desk.handler.isCheckCardinalitiesBeforeSave(), row.beforeSave) << row.text;
         EXPECT_EQ(desk.handler.isCheckCardinalitiesAfterModelingAction(), row.afterAction) << row.text;
         desk.handler.Reset();
@@ -272,16 +270,15 @@ TEST(Handler, IsCopiedWithItsRules) {
 
 TEST(Watcher, KeepsTheRulesInStepWithTheLibrary) {
     Desk desk;
-    desk.store("Task", "CARDINALITIES max-objects: 1");
-    auto& repository = *QorCoreModelingManager::GetGlobal();
+    desk.workshop.classText("Task", "CARDINALITIES max-objects: 1");
     auto& handler = QorCardinalityHandler::Instance();
 
     handler.setActivation(0);
-    ASSERT_EQ(repository.LoadApplicationLibrary(desk.application, false), QorErrorCode::Ok);
+    ASSERT_EQ(desk.workshop.load(false), QorErrorCode::Ok);
     EXPECT_NE(handler.getClassCardinality(desk["Task"]), nullptr);
     EXPECT_EQ(handler.getActivation(), 1);
 
-    ASSERT_EQ(repository.discardCompleteLibrary(desk.application), QorErrorCode::Ok);
+    ASSERT_EQ(desk.workshop.discard(), QorErrorCode::Ok);
     EXPECT_EQ(handler.getClassCardinality(desk["Task"]), nullptr);
 }
 
