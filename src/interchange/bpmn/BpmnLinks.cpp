@@ -49,6 +49,8 @@ Links::Links(Document& document, Findings& findings)
         _document.forEachValue(node, [&](const Value& value) {
             if (isFollowed(value.slot)) follow(node, value);
         });
+    for (NodeIndex node = 0; node < _document.size(); ++node)
+        if (_document[node].row->role == Role::MessageFlow) joinByMessages(node);
     std::stable_sort(_lanes.begin(), _lanes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     for (NodeIndex node = 0; node < _document.size(); ++node)
         if (const Node& it = _document[node]; it.row->role == Role::Definition && !it.used)
@@ -92,6 +94,18 @@ void Links::joinPool(NodeIndex participant, NodeIndex process) {
     if (_document[process].used) return;
     _document[process].used = true;
     _collaborations.emplace(process, scopeOf(participant));
+}
+
+/// A process may take part in a collaboration without a pool around it.
+void Links::joinByMessages(NodeIndex flow) {
+    const NodeIndex collaboration = scopeOf(flow);
+    if (collaboration == kNoNode || _document[collaboration].row->role != Role::Collaboration) return;
+    for (const Slot slot : {Slot::SourceRef, Slot::TargetRef}) {
+        const NodeIndex end = _document.find(_document.valueOf(flow, slot));
+        const NodeIndex scope = end == kNoNode ? kNoNode : scopeOf(end);
+        if (scope != kNoNode && _document[scope].row->role == Role::Process)
+            _collaborations.emplace(scope, collaboration);  // unless it has one already
+    }
 }
 
 NodeIndex Links::collaborationOf(NodeIndex process) const {
