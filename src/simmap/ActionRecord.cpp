@@ -29,9 +29,7 @@ std::optional<QorSimOptionActionEvent> eventOf(std::string_view word) {
     return std::nullopt;
 }
 
-std::string named(std::string_view key, const SV::String& name) {
-    return std::string(key) + ":\"" + name.str() + "\"";
-}
+std::string named(std::string_view key, const SV::String& name) { return std::string(key) + ":\"" + name.str() + "\""; }
 
 /// An attribute whose type cannot be asked for is taken as it is.
 bool isEvaluated(long attribute) {

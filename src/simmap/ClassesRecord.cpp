@@ -25,12 +25,22 @@ struct ClassSide {
 namespace {
 
 constexpr ClassSide kBusinessProcess = {
-    QorCoreVarType::BusinessProcessLibrary, "bp-", "bp-none", "bp-all", "SIMCLASSES bp-[all | none | 1..n]",
-    MappingLine::BusinessProcessClasses,    MappingLine::BusinessProcessSubclasses,
+    QorCoreVarType::BusinessProcessLibrary,
+    "bp-",
+    "bp-none",
+    "bp-all",
+    "SIMCLASSES bp-[all | none | 1..n]",
+    MappingLine::BusinessProcessClasses,
+    MappingLine::BusinessProcessSubclasses,
 };
 constexpr ClassSide kWorkingEnvironment = {
-    QorCoreVarType::WorkingEnvironmentLibrary, "we-", "we-none", "we-all", "SIMCLASSES we-[all | none | 1..n]",
-    MappingLine::WorkingEnvironmentClasses,    MappingLine::WorkingEnvironmentSubclasses,
+    QorCoreVarType::WorkingEnvironmentLibrary,
+    "we-",
+    "we-none",
+    "we-all",
+    "SIMCLASSES we-[all | none | 1..n]",
+    MappingLine::WorkingEnvironmentClasses,
+    MappingLine::WorkingEnvironmentSubclasses,
 };
 
 /// Collects the class and its subclasses, as far as they are among `possible`.

@@ -19,8 +19,7 @@ namespace frame = qor::frame;
 
 int QorSimMappingHandler::init(bool continueOnError) noexcept {
     const bool wasRead = _parsed;
-    const int code =
-        Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] { return readMapping(continueOnError); });
+    const int code = Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] { return readMapping(continueOnError); });
     if (!wasRead) _readingCode = code;
     return code;
 }
@@ -73,8 +72,7 @@ int QorSimMappingHandler::readText(const SV::String& text, bool continueOnError)
 
     const MappingErrors errors{_library, _errorText, _errors};
     QorKexParser parser(text, *attributeName, *libraryName);
-    if (parser.Parse() != 0)
-        return errors.add(QorSimCode::BadText, parser.GetErrorPosition(), parser.GetErrorText());
+    if (parser.Parse() != 0) return errors.add(QorSimCode::BadText, parser.GetErrorPosition(), parser.GetErrorText());
 
     int optionCount = 0;
     bool hasClasses = false;

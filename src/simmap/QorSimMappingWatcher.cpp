@@ -18,8 +18,8 @@ QorLibraryHandlerState state() {
 }  // namespace
 
 QorSimMappingWatcher::QorSimMappingWatcher()
-    : _registration({"simulation mapping", QorEventType::LibraryLoadedSimMapping, state,
-                     QorErrorCode::SimMappingError}) {
+    : _registration(
+          {"simulation mapping", QorEventType::LibraryLoadedSimMapping, state, QorErrorCode::SimMappingError}) {
     setEventHandler(QorEventType::LibraryLoadedSimMapping, &QorSimMappingWatcher::onLibraryLoaded, kPriority);
     setEventHandler(QorEventType::LibraryDiscarded, &QorSimMappingWatcher::onLibraryDiscarded, kPriority);
 }

@@ -72,8 +72,8 @@ bool hasAnyValue(long object, const std::vector<long>& attributes) {
 bool hasTime(long object, long attribute, QorCoreAttributeType type) {
     if (type == QorCoreAttributeType::Expression) return true;
     QorOwnedText text;
-    return repository().getAttributeValue(object, attribute, text.out(), true) == QorErrorCode::Ok &&
-           !text.isEmpty() && text.view() != resetText(QorCoreAttributeType::Time);
+    return repository().getAttributeValue(object, attribute, text.out(), true) == QorErrorCode::Ok && !text.isEmpty() &&
+           text.view() != resetText(QorCoreAttributeType::Time);
 }
 
 bool hasRelations(long object) {
@@ -189,8 +189,7 @@ private:
         _mapping.getSimableWEClasses(workingEnvironment);
         known.addAllFrom(workingEnvironment);
         ISortedSet<long> used;
-        for (const auto& use : _uses)
-            if (use.cls != 0) used.add(use.cls);
+        for (const auto& use : _uses) used.add(use.cls);
         for (const long cls : used) {
             ISortedSet<long> subclasses;
             if (repository().getAllSubClasses(cls, subclasses) == QorErrorCode::Ok) known.addAllFrom(subclasses);

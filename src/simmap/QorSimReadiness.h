@@ -28,8 +28,8 @@ enum class QorSimUseKind : std::int32_t {
 
 struct QorSimUse {
     QorSimUseKind kind = QorSimUseKind::Activity;
-    int option = -1;     ///< index of the option; -1 for results, which belong to all
-    long cls = 0;        ///< 0 for a result source, of which only the attribute is known
+    int option = -1;  ///< index of the option; -1 for results, which belong to all
+    long cls = 0;
     long attribute = 0;  ///< 0 when the class itself is meant
     SV::String key;      ///< the word that says so in the text ("executiontime"); for an action its event
 };

@@ -163,8 +163,8 @@ void QorSimResultAttributes::resetModel(long model, std::vector<long>& instances
     long modelClass = 0;
     if (repository.getModelClass(model, modelClass) != QorErrorCode::Ok) return;
     for (const auto& holder : resultHolders()) {
-        const auto cls = frame::findClass(Qor_GetCoreVarConst(holder.part),
-                                          _holderNames[static_cast<std::size_t>(holder.kind)]);
+        const auto cls =
+            frame::findClass(Qor_GetCoreVarConst(holder.part), _holderNames[static_cast<std::size_t>(holder.kind)]);
         ISortedSet<long> objects;
         if (!cls || repository.getAllInstancesOfClassAndSubClassInModel(model, *cls, objects, true) != QorErrorCode::Ok)
             continue;

@@ -57,6 +57,7 @@ private:
         found.cls = reader.holderClass();
         found.attributes = std::move(tables.attributes);
         found.mapping = std::move(tables.mapping);
+        found.sources = std::move(tables.sources);
     }
 
     /// Unknown elements, further records of a holder, and source classes before any holder.
@@ -73,8 +74,8 @@ private:
     }
 
     void add(int code, QorKexPosition position, const SV::String& text) {
-        _errors.push_back({_library, QorAttributeId::SimulationResult, code,
-                           _hasPlaces ? position : QorKexPosition(), text});
+        _errors.push_back(
+            {_library, QorAttributeId::SimulationResult, code, _hasPlaces ? position : QorKexPosition(), text});
     }
 
     QorCoreVarType _part;
@@ -88,7 +89,7 @@ private:
 
 QorSimResultDefinitions::QorSimResultDefinitions() noexcept {
     Qor_Guarded(kResultSource, [this] {
-        for (const auto& holder : resultHolders()) _holders.push_back({holder.kind, {}, 0, {}, {}});
+        for (const auto& holder : resultHolders()) _holders.push_back({holder.kind, {}, 0, {}, {}, {}});
         for (const auto part : {QorCoreVarType::BusinessProcessLibrary, QorCoreVarType::WorkingEnvironmentLibrary})
             PartText(part, _errors).read(_holders);
         _usable = std::all_of(_errors.begin(), _errors.end(),

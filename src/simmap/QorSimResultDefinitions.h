@@ -10,13 +10,21 @@
 #include "simmap/QorSimDefinitionError.h"
 #include "simmap/QorSimResultAttributeType.h"
 
+/// Values carried over from objects of a class into a result attribute.
+struct QorSimResultSource {
+    long cls = 0;
+    long attribute = 0;
+    long resultAttribute = 0;
+};
+
 /// A class whose objects take simulation results.
 struct QorSimResultHolder {
     QorSimResultAttributeType kind = QorSimResultAttributeType::ProcessStart;
     SV::String className;  ///< as written in the text; empty when the text has no such holder
     long cls = 0;          ///< 0 when there is no holder, or its class is unknown
     ISequence<long> attributes;
-    ISortedSet<std::pair<long, long>> mapping;  ///< as QorSimResultAttributes has them
+    ISortedSet<std::pair<long, long>> mapping;  ///< both as QorSimResultAttributes has them
+    std::vector<QorSimResultSource> sources;    ///< in the order of the text
 };
 
 /// The result texts of the loaded library, read anew by each object and with all their errors. What is free of errors

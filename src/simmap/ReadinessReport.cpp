@@ -17,7 +17,6 @@ namespace {
 /// A finding without a name is better than none.
 SV::String nameOf(long owner, long attribute) { return frame::readText(owner, attribute).value_or(SV::String()); }
 SV::String className(long cls) { return nameOf(cls, QorAttributeId::ClassName); }
-SV::String nameOfThing(long thing) { return nameOf(thing, QorAttributeId::Name); }
 SV::String attributeName(long attribute) { return frame::nameOfAttribute(attribute).value_or(SV::String()); }
 
 std::uint16_t messageOf(QorSimReadinessIssue issue) {
@@ -68,25 +67,19 @@ void ReadinessReport::aboutClass(QorSimReadinessIssue issue, int option, long cl
 void ReadinessReport::aboutObject(QorSimReadinessIssue issue, int option, long model, long object, long attribute) {
     long cls = 0;
     if (QorCoreModelingManager::GetGlobal()->GetClassOfInstance(object, cls) != QorErrorCode::Ok) cls = 0;
-    const auto name = nameOfThing(object);
+    const auto name = nameOf(object, QorAttributeId::Name);
     const auto clsName = className(cls);
-    const auto modelName = nameOfThing(model);
     const auto attrName = attribute != 0 ? attributeName(attribute) : SV::String();
-    _findings.push_back({issue, option, cls, attribute, model, object, 1,
-                         Qor_Message(messageOf(issue), {{"%o", name.view()},
-                                                        {"%c", clsName.view()},
-                                                        {"%m", modelName.view()},
-                                                        {"%a", attrName.view()}})});
+    _findings.push_back(
+        {issue, option, cls, attribute, model, object, 1,
+         Qor_Message(messageOf(issue), {{"%o", name.view()}, {"%c", clsName.view()}, {"%a", attrName.view()}})});
 }
 
 void ReadinessReport::classTakesNoPart(long cls, long model, unsigned long count) {
     constexpr auto kIssue = QorSimReadinessIssue::ClassTakesNoPart;
-    const auto clsName = className(cls);
-    const auto modelName = nameOfThing(model);
-    _findings.push_back(
-        {kIssue, -1, cls, 0, model, 0, count,
-         Qor_Message(messageOf(kIssue),
-                     {{"%c", clsName.view()}, {"%m", modelName.view()}, {"%n", std::to_string(count)}})});
+    const auto name = className(cls);
+    _findings.push_back({kIssue, -1, cls, 0, model, 0, count,
+                         Qor_Message(messageOf(kIssue), {{"%c", name.view()}, {"%n", std::to_string(count)}})});
 }
 
 }  // namespace qor::simmap

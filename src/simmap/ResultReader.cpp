@@ -15,6 +15,7 @@ constexpr std::string_view kCurrentSyntax = "4.00.00";
 void ResultTables::clear() {
     mapping.removeAll();
     attributes.removeAll();
+    sources.clear();
 }
 
 ResultSyntax parseResultText(QorKexParser& parser, const SV::String& text, QorCoreVarType part) {
@@ -72,12 +73,13 @@ bool ResultReader::readSource(ResultTables& tables) {
     const auto cls = frame::findClass(_part, name);
     if (!cls) return unknown(_parser.GetCurElemPosition(), name.view());
 
-    std::pair<long, long> ends{0, 0};
+    QorSimResultSource source{*cls, 0, 0};
     const struct {
         std::string_view key;
         long cls;
         long& attribute;
-    } keys[] = {{kFromAttributeKey, *cls, ends.first}, {kResultAttributeKey, _holderClass, ends.second}};
+    } keys[] = {{kFromAttributeKey, *cls, source.attribute},
+                {kResultAttributeKey, _holderClass, source.resultAttribute}};
     for (const auto& row : keys) {
         if (!_parser.IsContained(row.key)) {
             if (!missing(row.key)) return false;
@@ -87,7 +89,9 @@ bool ResultReader::readSource(ResultTables& tables) {
         if (row.attribute == 0 && !unknown(_parser.GetKeyPosition(row.key), _parser.GetStrValue(row.key).view()))
             return false;
     }
-    if (ends.first != 0 && ends.second != 0) tables.mapping.add(ends);
+    if (source.attribute == 0 || source.resultAttribute == 0) return true;
+    tables.mapping.add({source.attribute, source.resultAttribute});
+    tables.sources.push_back(source);
     return true;
 }
 

@@ -3,11 +3,13 @@
 #include <functional>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/ISequence.h"
 #include "platform/ISortedSet.h"
 #include "platform/QorKexParser.h"
 #include "platform/SvString.h"
+#include "simmap/QorSimResultDefinitions.h"
 #include "simmap/ResultHolders.h"
 
 namespace qor::simmap {
@@ -17,6 +19,7 @@ struct ResultTables {
     /// Source attribute and the result attribute that takes its values; a fixed result attribute with itself.
     ISortedSet<std::pair<long, long>> mapping;
     ISequence<long> attributes;  ///< the fixed ones in key order, 0 where the record names none
+    std::vector<QorSimResultSource> sources;
     void clear();
 };
 

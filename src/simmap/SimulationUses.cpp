@@ -62,10 +62,9 @@ void collectUses(const QorSimResultHolder& holder, std::vector<QorSimUse>& uses)
     for (unsigned long place = 0; place < holder.attributes.numberOfElements(); ++place)
         if (const long attribute = holder.attributes.elementAtIndex(place); attribute != 0)
             uses.push_back({QorSimUseKind::FixedResult, -1, holder.cls, attribute, kind->fixedKeys[place]});
-    for (const auto& [source, result] : holder.mapping) {
-        if (source == result) continue;
-        uses.push_back({QorSimUseKind::ResultSource, -1, 0, source, kFromAttributeKey});
-        uses.push_back({QorSimUseKind::CarriedResult, -1, holder.cls, result, kResultAttributeKey});
+    for (const auto& source : holder.sources) {
+        uses.push_back({QorSimUseKind::ResultSource, -1, source.cls, source.attribute, kFromAttributeKey});
+        uses.push_back({QorSimUseKind::CarriedResult, -1, holder.cls, source.resultAttribute, kResultAttributeKey});
     }
 }
 

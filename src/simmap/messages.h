@@ -22,16 +22,16 @@ inline constexpr std::uint16_t textRecordIncomplete = 1842;  ///< %s the element
 inline constexpr std::uint16_t resultTextLabel = 2727;
 inline constexpr std::uint16_t resultNameUnknown = 3301;
 
-// Checks of definitions and readiness. %p option, %u use, %c class, %a attribute, %o object, %m model, %n number
+// Checks of definitions and readiness. %p option, %u use, %c class, %a attribute, %o object, %n number
 inline constexpr std::uint16_t recordIgnored = 1850;         ///< %s the element
 inline constexpr std::uint16_t noExecutionTimeNamed = 1851;  ///< %p
-inline constexpr std::uint16_t noExecutionTime = 1852;       ///< %o %c %m %a
+inline constexpr std::uint16_t noExecutionTime = 1852;       ///< %o %c %a
 inline constexpr std::uint16_t cannotCallModel = 1853;       ///< %c
-inline constexpr std::uint16_t callsNoModel = 1854;          ///< %o %c %m
+inline constexpr std::uint16_t callsNoModel = 1854;          ///< %o %c
 inline constexpr std::uint16_t cannotHaveCalendar = 1855;    ///< %c
-inline constexpr std::uint16_t hasNoCalendar = 1856;         ///< %o %c %m
-inline constexpr std::uint16_t isNotAssigned = 1857;         ///< %o %c %m
+inline constexpr std::uint16_t hasNoCalendar = 1856;         ///< %o %c
+inline constexpr std::uint16_t isNotAssigned = 1857;         ///< %o %c
 inline constexpr std::uint16_t typeDoesNotFit = 1858;        ///< %a %c %u
-inline constexpr std::uint16_t classTakesNoPart = 1859;      ///< %c %m %n
+inline constexpr std::uint16_t classTakesNoPart = 1859;      ///< %c %n
 
 }  // namespace qor::simmap::message
