@@ -11,14 +11,14 @@ namespace qor::embedded {
 
 // Who has a fixed attribute.
 enum class FixedOwner : std::uint8_t {
-    AnyClass,            // every class, record class and model type
-    BusinessClass,       // every class of a business-process part
-    WorkingClass,        // every class of a working-environment part
+    AnyClass,       // every class, record class and model type
+    BusinessClass,  // every class of a business-process part
+    WorkingClass,   // every class of a working-environment part
     AnyRelationClass,
-    AnyInstance,         // every object; libraries and models as well
-    BusinessInstance,    // every object of a business-process class
-    WorkingInstance,     // every object of a working-environment class
-    AnyLibrary,          // every application library and part
+    AnyInstance,       // every object; libraries and models as well
+    BusinessInstance,  // every object of a business-process class
+    WorkingInstance,   // every object of a working-environment class
+    AnyLibrary,        // every application library and part
 };
 
 struct FixedAttribute {

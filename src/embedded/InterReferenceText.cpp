@@ -57,7 +57,8 @@ std::string textOfReferences(const std::vector<QorInterModRefTarget>& targets, b
         if (!text.empty()) text += '\n';
         text += toModels ? kModel : kObject;
         text += ' ';
-        text += QorKexParser::GetKexTextOfStrValue(toModels ? target.modelName.view() : target.objectName.view()).view();
+        text +=
+            QorKexParser::GetKexTextOfStrValue(toModels ? target.modelName.view() : target.objectName.view()).view();
         if (!toModels) {
             appendKey(text, kClass, target.className);
             appendKey(text, kModelKey, target.modelName);

@@ -165,7 +165,8 @@ QorBuildError MetaModel::checkSpec(QorIdentifier owner, const QorAttributeSpec& 
         return std::find(attribute.enumeration.begin(), attribute.enumeration.end(), value) !=
                attribute.enumeration.end();
     };
-    if (attribute.type == QorCoreAttributeType::None || !isGoodEnumeration(attribute)) return QorBuildError::ValueRefused;
+    if (attribute.type == QorCoreAttributeType::None || !isGoodEnumeration(attribute))
+        return QorBuildError::ValueRefused;
     if (attribute.type == QorCoreAttributeType::Record) {
         if (!attribute.defaultText.empty() || attribute.level == QorAttributeLevel::Class)
             return QorBuildError::ValueRefused;

@@ -78,9 +78,8 @@ private:
     [[nodiscard]] std::string_view text(TextRef ref) const { return _store.texts.view(ref); }
     template <class Matches>
     [[nodiscard]] QorIdentifier find(NameScope scope, std::string_view name, Matches matches) const {
-        return _store.names.find(NameIndex::hashOf(scope, name), [&](QorIdentifier id) {
-            return matches(id) && nameOf(id) == name;
-        });
+        return _store.names.find(NameIndex::hashOf(scope, name),
+                                 [&](QorIdentifier id) { return matches(id) && nameOf(id) == name; });
     }
     // The first hit in the part, or in the parts of the application library.
     template <class FindInPart>

@@ -54,13 +54,19 @@ std::vector<QorIdentifier> MetaModel::libraries() const {
 QorIdentifier MetaModel::partOf(QorIdentifier id) const {
     const ThingPlace place = _store.things.at(id);
     switch (place.kind) {
-        case QorThingKind::LibraryPart: return id;
+        case QorThingKind::LibraryPart:
+            return id;
         case QorThingKind::Class:
-        case QorThingKind::RecordClass: return _classes[place.index].part;
-        case QorThingKind::RelationClass: return _relationClasses[place.index].part;
-        case QorThingKind::ModelType: return _modelTypes[place.index].part;
-        case QorThingKind::Attribute: return partOf(_attributes[place.index].owner);
-        default: return QorNoIdentifier;
+        case QorThingKind::RecordClass:
+            return _classes[place.index].part;
+        case QorThingKind::RelationClass:
+            return _relationClasses[place.index].part;
+        case QorThingKind::ModelType:
+            return _modelTypes[place.index].part;
+        case QorThingKind::Attribute:
+            return partOf(_attributes[place.index].owner);
+        default:
+            return QorNoIdentifier;
     }
 }
 
@@ -78,15 +84,23 @@ QorLibraryPart MetaModel::partKindOf(QorIdentifier id) const {
 std::string_view MetaModel::nameOf(QorIdentifier id) const {
     const ThingPlace place = _store.things.at(id);
     switch (place.kind) {
-        case QorThingKind::ApplicationLibrary: return text(_libraries[place.index].name);
-        case QorThingKind::LibraryPart: return text(_parts[place.index].name);
-        case QorThingKind::LibraryClass: return kLibraryClassNames[place.index];
+        case QorThingKind::ApplicationLibrary:
+            return text(_libraries[place.index].name);
+        case QorThingKind::LibraryPart:
+            return text(_parts[place.index].name);
+        case QorThingKind::LibraryClass:
+            return kLibraryClassNames[place.index];
         case QorThingKind::Class:
-        case QorThingKind::RecordClass: return text(_classes[place.index].name);
-        case QorThingKind::RelationClass: return text(_relationClasses[place.index].name);
-        case QorThingKind::Attribute: return text(_attributes[place.index].name);
-        case QorThingKind::ModelType: return text(_modelTypes[place.index].name);
-        default: return {};
+        case QorThingKind::RecordClass:
+            return text(_classes[place.index].name);
+        case QorThingKind::RelationClass:
+            return text(_relationClasses[place.index].name);
+        case QorThingKind::Attribute:
+            return text(_attributes[place.index].name);
+        case QorThingKind::ModelType:
+            return text(_modelTypes[place.index].name);
+        default:
+            return {};
     }
 }
 
@@ -163,12 +177,16 @@ bool MetaModel::hasFixed(QorIdentifier owner, FixedOwner fixedOwner) const {
         case FixedOwner::AnyClass:
             return ofObjects || place.kind == QorThingKind::RecordClass || place.kind == QorThingKind::ModelType ||
                    place.kind == QorThingKind::LibraryClass;
-        case FixedOwner::AnyRelationClass: return place.kind == QorThingKind::RelationClass;
-        case FixedOwner::AnyInstance: return ofObjects;
+        case FixedOwner::AnyRelationClass:
+            return place.kind == QorThingKind::RelationClass;
+        case FixedOwner::AnyInstance:
+            return ofObjects;
         case FixedOwner::BusinessClass:
-        case FixedOwner::BusinessInstance: return ofObjects && business;
+        case FixedOwner::BusinessInstance:
+            return ofObjects && business;
         case FixedOwner::WorkingClass:
-        case FixedOwner::WorkingInstance: return ofObjects && !business;
+        case FixedOwner::WorkingInstance:
+            return ofObjects && !business;
         case FixedOwner::AnyLibrary:
             return place.kind == QorThingKind::ApplicationLibrary || place.kind == QorThingKind::LibraryPart;
     }

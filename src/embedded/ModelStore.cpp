@@ -85,8 +85,7 @@ QorBuildResult ModelStore::addObject(QorIdentifier modelId, QorIdentifier cls, s
     return {id};
 }
 
-QorBuildError ModelStore::checkEnds(const RelationClassRow& relationClass, QorIdentifier from,
-                                    QorIdentifier to) const {
+QorBuildError ModelStore::checkEnds(const RelationClassRow& relationClass, QorIdentifier from, QorIdentifier to) const {
     const ObjectRow* const source = object(from);
     const ObjectRow* const target = object(to);
     if (source == nullptr || target == nullptr) return QorBuildError::UnknownIdentifier;

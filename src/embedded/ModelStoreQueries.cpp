@@ -34,21 +34,30 @@ const RecordRow* ModelStore::row(QorIdentifier id) const { return rowOf(_store, 
 QorIdentifier ModelStore::classOfInstance(QorIdentifier id) const {
     const ThingPlace place = _store.things.at(id);
     switch (place.kind) {
-        case QorThingKind::Object: return _tables.objects[place.index].cls;
-        case QorThingKind::Relation: return _tables.relations[place.index].relationClass;
-        case QorThingKind::RecordRow: return _rows[place.index].recordClass;
-        default: return QorNoIdentifier;
+        case QorThingKind::Object:
+            return _tables.objects[place.index].cls;
+        case QorThingKind::Relation:
+            return _tables.relations[place.index].relationClass;
+        case QorThingKind::RecordRow:
+            return _rows[place.index].recordClass;
+        default:
+            return QorNoIdentifier;
     }
 }
 
 QorIdentifier ModelStore::modelOf(QorIdentifier id) const {
     const ThingPlace place = _store.things.at(id);
     switch (place.kind) {
-        case QorThingKind::Model: return id;
-        case QorThingKind::Object: return _tables.objects[place.index].model;
-        case QorThingKind::Relation: return modelOf(_tables.relations[place.index].from);
-        case QorThingKind::RecordRow: return modelOf(_rows[place.index].owner);
-        default: return QorNoIdentifier;
+        case QorThingKind::Model:
+            return id;
+        case QorThingKind::Object:
+            return _tables.objects[place.index].model;
+        case QorThingKind::Relation:
+            return modelOf(_tables.relations[place.index].from);
+        case QorThingKind::RecordRow:
+            return modelOf(_rows[place.index].owner);
+        default:
+            return QorNoIdentifier;
     }
 }
 

@@ -29,11 +29,14 @@ std::string_view Repository::nameOf(QorIdentifier id) const {
 QorIdentifier Repository::applicationLibraryOf(QorIdentifier id) const {
     switch (kindOf(id)) {
         case QorThingKind::ModelThread:
-        case QorThingKind::Model: return _meta.libraryOf(_models.modelTypeOf(id));
+        case QorThingKind::Model:
+            return _meta.libraryOf(_models.modelTypeOf(id));
         case QorThingKind::Object:
         case QorThingKind::Relation:
-        case QorThingKind::RecordRow: return _meta.libraryOf(_models.classOfInstance(id));
-        default: return _meta.libraryOf(id);
+        case QorThingKind::RecordRow:
+            return _meta.libraryOf(_models.classOfInstance(id));
+        default:
+            return _meta.libraryOf(id);
     }
 }
 
@@ -94,7 +97,8 @@ const AttributeRow* Repository::attributeOf(QorIdentifier thing, QorIdentifier a
         case QorThingKind::LibraryPart:
             return attribute == QorAttributeId::Name || _meta.hasAttribute(thing, *row) ? row : nullptr;
         // A class can have a value of its own also of its instances' attributes. Their names are not among them.
-        default: return attribute != QorAttributeId::Name && _meta.hasAttribute(thing, *row) ? row : nullptr;
+        default:
+            return attribute != QorAttributeId::Name && _meta.hasAttribute(thing, *row) ? row : nullptr;
     }
 }
 

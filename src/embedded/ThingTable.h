@@ -12,8 +12,8 @@
 
 namespace qor::embedded {
 
-// Makes that many calls of push_back free of failure. Grows the vector by doubling, or by exactly what is announced when
-// that is more.
+// Makes that many calls of push_back free of failure. Grows the vector by doubling, or by exactly what is announced
+// when that is more.
 template <class Element>
 void makeRoomFor(std::vector<Element>& elements, std::size_t more) {
     const std::size_t needed = elements.size() + more;

@@ -16,9 +16,8 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Reads a text of a fixed shape: '9' in the shape stands for a digit, everything else for itself.
 bool hasShape(std::string_view text, std::string_view shape) {
-    return text.size() == shape.size() && std::equal(text.begin(), text.end(), shape.begin(), [](char c, char s) {
-               return s == '9' ? isDigit(c) : c == s;
-           });
+    return text.size() == shape.size() && std::equal(text.begin(), text.end(), shape.begin(),
+                                                     [](char c, char s) { return s == '9' ? isDigit(c) : c == s; });
 }
 
 int digits(std::string_view text, std::size_t at, std::size_t count) {
@@ -80,13 +79,20 @@ std::string textFrom(double number) { return numberText(number); }
 
 bool plainValueFits(QorCoreAttributeType type, bool refersToModels, std::string_view text) {
     switch (type) {
-        case QorCoreAttributeType::Integer: return integerFrom(text).has_value();
-        case QorCoreAttributeType::Floating: return floatingFrom(text).has_value();
-        case QorCoreAttributeType::Time: return isDuration(text);
-        case QorCoreAttributeType::Date: return isDate(text);
-        case QorCoreAttributeType::DateTime: return isDateTime(text);
-        case QorCoreAttributeType::InterReference: return parseReferences(text, refersToModels).has_value();
-        default: return true;
+        case QorCoreAttributeType::Integer:
+            return integerFrom(text).has_value();
+        case QorCoreAttributeType::Floating:
+            return floatingFrom(text).has_value();
+        case QorCoreAttributeType::Time:
+            return isDuration(text);
+        case QorCoreAttributeType::Date:
+            return isDate(text);
+        case QorCoreAttributeType::DateTime:
+            return isDateTime(text);
+        case QorCoreAttributeType::InterReference:
+            return parseReferences(text, refersToModels).has_value();
+        default:
+            return true;
     }
 }
 

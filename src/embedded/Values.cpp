@@ -17,8 +17,10 @@ bool isFreeText(QorCoreAttributeType type) {
         case QorCoreAttributeType::Text:
         case QorCoreAttributeType::LongText:
         case QorCoreAttributeType::Expression:
-        case QorCoreAttributeType::SimulationAction: return true;
-        default: return false;
+        case QorCoreAttributeType::SimulationAction:
+            return true;
+        default:
+            return false;
     }
 }
 
