@@ -29,6 +29,11 @@ std::string hexadecimal(char byte) {
     return {'0', 'x', digits[value >> 4], digits[value & 15]};
 }
 
+ValueKind valueKind(AmountKind kind) {
+    if (kind == AmountKind::Integer) return ValueKind::Integer;
+    return kind == AmountKind::Moment ? ValueKind::Moment : ValueKind::NegativeLength;
+}
+
 /// One function per production of the grammar; each begins at its first byte, ends at the next token, and is false
 /// after an error.
 class Parser {
@@ -46,7 +51,7 @@ private:
     bool parseText() {
         if (_text.size() >= std::numeric_limits<std::uint32_t>::max()) return fail(_begin, "the text is too long");
         _document.reserveFor(_text.size());
-        if (!separators()) return false;
+        separators();
         while (is(*_at, kUpper))
             if (!parseElement()) return false;
         return _at == _end || unexpected();
@@ -57,8 +62,8 @@ private:
         const Span keyword = word();
         makeRoom(_document.elements);
         _document.elements.push_back({keyword, {}, static_cast<std::uint32_t>(_document.keys.size()), kNoTable});
-        if (!separators()) return false;
-        if (*_at == kQuote && !(parseString(_document.elements.back().value) && separators())) return false;
+        separators();
+        if (*_at == kQuote && !parseString(_document.elements.back().value)) return false;
         if (*_at == kColon)
             return fail(_at, "a keyword takes no colon; its value, a string, stands directly behind it");
         while (is(*_at, kLower))
@@ -71,10 +76,11 @@ private:
         const Span name = word();
         makeRoom(_document.keys);
         if (const Key* const same = _document.add(_text, name)) return keyTwice(begin, *same);
-        if (!separators()) return false;
+        separators();
         if (*_at != kColon) return true;
         ++_at;
-        return separators() && parseValue(name, _document.keys.back().value) && separators();
+        separators();
+        return parseValue(name, _document.keys.back().value);
     }
 
     // value = string | word | integer | time | length
@@ -98,6 +104,7 @@ private:
                                   {static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(length)});
         }
         _at = found.end + 1;
+        separators();
         return true;
     }
 
@@ -105,7 +112,7 @@ private:
     bool parseWord(Span key, Value& value) {
         const char* const begin = _at;
         value = Value::ofSpan(ValueKind::Word, word());
-        if (!separators()) return false;
+        separators();
         return *_at != kColon || fail(begin, missingValue(key) + "; " + named(text(value.span())) + " is the next key");
     }
 
@@ -113,20 +120,10 @@ private:
         const char* const begin = _at++;
         _at = skip(_at, kNumber);
         const Amount amount = readAmount({begin, _at});
-        switch (amount.kind) {
-            case AmountKind::Integer:
-                value = Value::ofNumber(ValueKind::Integer, amount.number);
-                return true;
-            case AmountKind::Moment:
-                value = Value::ofNumber(ValueKind::Moment, amount.number);
-                return true;
-            case AmountKind::Negative:
-                value = Value::ofNumber(ValueKind::NegativeLength, 0);
-                return true;
-            case AmountKind::Bad:
-                break;
-        }
-        return fail(begin, named({begin, _at}) + ": " + amount.complaint);
+        if (amount.kind == AmountKind::Bad) return fail(begin, named({begin, _at}) + ": " + amount.complaint);
+        value = Value::ofNumber(valueKind(amount.kind), amount.number);
+        separators();
+        return true;
     }
 
     // Expects the rest of the text to be like what was parsed, but commits no more than twice the text's size to that.
@@ -146,12 +143,11 @@ private:
     }
 
     // separators = { white space | comment }
-    bool separators() {
+    void separators() {
         for (;;) {
             _at = skip(_at, kSpace);
-            if (*_at != kCommentMark) return true;
+            if (*_at != kCommentMark) return;
             while (!is(*_at, kComment)) ++_at;
-            if (*_at == '\0' && _at != _end) return unexpected();
         }
     }
 
