@@ -64,7 +64,7 @@ TEST(CliLibrary, ShowsTheTreeOfClassesWithTheirAttributes) {
                                        "  Relation classes\n"
                                        "    then: Step -> Step\n"
                                        "  Model types\n"
-                                       "    Process: Task, Other\n"));
+                                       "    Process: Other, Task\n"));
 }
 
 TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
