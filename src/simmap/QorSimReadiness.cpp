@@ -7,6 +7,7 @@
 
 #include "frame/RepositoryLookup.h"
 #include "platform/QorAttributeIds.h"
+#include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreVar.h"
 #include "platform/QorEditingHelpers.h"
@@ -48,12 +49,22 @@ ShownAttributes shownAttributes(long cls, QorCoreAttributeType type) {
 }
 
 /// Where objects of the class say which model they call: the class's hierarchy attribute, else every attribute with
-/// references.
+/// references to models.
 ShownAttributes callingAttributes(long cls) {
     const auto name = frame::readText(cls, Qor_GetCoreVarConst(QorCoreVarType::HierarchyAttribute));
     if (name && !name->IsEmpty())
         if (const auto attribute = frame::findAttribute(cls, *name)) return {{*attribute}, true};
     return shownAttributes(cls, QorCoreAttributeType::InterReference);
+}
+
+bool callsModel(long model, long object, const std::vector<long>& attributes) {
+    for (const long attribute : attributes) {
+        QorCoreInterReferenceHandler references(model, object, attribute);
+        const bool isRead = references.initHandler() == QorErrorCode::Ok;
+        const bool isCall = attributes.size() == 1 || references.isModelReferenceMode();
+        if (isRead && isCall && references.getInterReferenceCount() != 0) return true;
+    }
+    return false;
 }
 
 bool hasValue(long object, long attribute) {
@@ -127,7 +138,7 @@ private:
             return true;
         }
         return eachObject(cls, [&](long model, long object) {
-            if (!hasAnyValue(object, attributes.found))
+            if (!callsModel(model, object, attributes.found))
                 _report.aboutObject(QorSimReadinessIssue::CallsNoModel, option, model, object);
         });
     }

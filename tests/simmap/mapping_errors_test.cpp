@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Broken mapping texts and a repository that fails: which code, which message, and that the defaults are in force.
 #include "simmap/QorSimMappingHandler.h"
-#include "simmap/messages.h"
 #include "simmap/Shop.h"
+#include "simmap/messages.h"
 
 namespace {
 
@@ -12,9 +12,9 @@ const std::string kOption = "SIMOPTION name: \"A\" activity: \"Task\" ";
 
 /// The operations that take over one record at a time, for those who derive from the handler.
 struct OpenMapping : QorSimMappingHandler {
-    using QorSimMappingHandler::QorSimMappingHandler;
     using QorSimMappingHandler::decryptKex;
     using QorSimMappingHandler::decryptSimClasses;
+    using QorSimMappingHandler::QorSimMappingHandler;
 };
 
 struct Broken {
@@ -54,8 +54,8 @@ TEST(BrokenMapping, GivesItsCodeAndMessageAndLeavesTheDefaults) {
         {option + "ACTION class: \"Task\" attribute: \"Work\"", 1, "1817 attribute:\"Work\"", behind(option) + 21},
         {option + "ACTION class: \"Task\" attribute: \"On event\" event: later", 4, "1817 event:later",
          behind(option) + 43},
-        {option + "ACTION class: \"Task\" attribute: \"On event\" event: \"start\"", 4, "1817 event:",
-         behind(option) + 43},
+        {option + "ACTION class: \"Task\" attribute: \"On event\" event: \"start\"", 4,
+         "1817 event:", behind(option) + 43},
         {"SIMCLASSES we-none", 5, "1818 SIMCLASSES bp-[all | none | 1..n]", 1},
         {"SIMCLASSES bp-none", 5, "1818 SIMCLASSES we-[all | none | 1..n]", 1},
         {"SIMCLASSES bp-2: \"Task\" we-none", 5, "1818 SIMCLASSES bp-[all | none | 1..n]", 1},
@@ -102,9 +102,10 @@ TEST(BrokenMapping, ReportsASyntaxErrorWithItsPlace) {
 
 TEST(BrokenMapping, GoesOnBehindEachErrorWhenAskedTo) {
     Shop shop;
-    shop.mapping("SIMOPTION activity: \"Task\" executiontime: \"Soul\" processcall: \"Nobody\" userattribute-1: \"X\"\n"
-                 "userattribute-2: \"Info\"\nACTION event: later class: \"Task\" attribute: \"On event\"\n"
-                 "SIMCLASSES bp-1: \"Y\" bp-2: \"Task\"\nFOO\nSIMOPTION name: \"Good\" activity: \"Start\"");
+    shop.mapping(
+        "SIMOPTION activity: \"Task\" executiontime: \"Soul\" processcall: \"Nobody\" userattribute-1: \"X\"\n"
+        "userattribute-2: \"Info\"\nACTION event: later class: \"Task\" attribute: \"On event\"\n"
+        "SIMCLASSES bp-1: \"Y\" bp-2: \"Task\"\nFOO\nSIMOPTION name: \"Good\" activity: \"Start\"");
     shop.open();
     OpenMapping mapping(shop.library);
     // The records by themselves: what is right in them is taken over.
@@ -138,7 +139,8 @@ TEST(BrokenMapping, LeavesNothingHalfReadBehind) {
 }
 
 TEST(FailingRepositoryOfAMapping, IsReportedByItsLine) {
-    const std::string text = kOption + "ACTION class: \"Task\" attribute: \"On event\" SIMCLASSES bp-1: \"Task\" we-1: \"Person\"";
+    const std::string text =
+        kOption + "ACTION class: \"Task\" attribute: \"On event\" SIMCLASSES bp-1: \"Task\" we-1: \"Person\"";
     const struct {
         const char* operation;
         int nth;
@@ -146,12 +148,9 @@ TEST(FailingRepositoryOfAMapping, IsReportedByItsLine) {
         int codeAtEnd;  ///< when reading goes on behind errors
         const char* shown;
     } cases[] = {
-        {"getAttributeName", 1, 1, 1, "asimmap:609; "},
-        {"getAttributeValue", 2, 1, 1, "asimmap:618; "},
-        {"getUIAttributeType", 1, 0, 0, "asimmap:1091; "},
-        {"getAllInstantiableClasses", 1, 1, 7, "asimmap:1149; "},
-        {"getAllSubClasses", 1, 1, 7, "asimmap:1202; "},
-        {"getAllInstantiableClasses", 2, 1, 7, "asimmap:1230; "},
+        {"getAttributeName", 1, 1, 1, "asimmap:609; "},    {"getAttributeValue", 2, 1, 1, "asimmap:618; "},
+        {"getUIAttributeType", 1, 0, 0, "asimmap:1091; "}, {"getAllInstantiableClasses", 1, 1, 7, "asimmap:1149; "},
+        {"getAllSubClasses", 1, 1, 7, "asimmap:1202; "},   {"getAllInstantiableClasses", 2, 1, 7, "asimmap:1230; "},
         {"getAllSubClasses", 2, 1, 7, "asimmap:1282; "},
     };
     for (const auto& row : cases) {

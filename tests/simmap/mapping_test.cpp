@@ -3,8 +3,8 @@
 #include "platform/QorEventListener.h"
 #include "platform/QorLibraryHandlers.h"
 #include "simmap/QorSimMappingHandler.h"
-#include "simmap/messages.h"
 #include "simmap/Shop.h"
+#include "simmap/messages.h"
 
 namespace {
 
@@ -52,7 +52,8 @@ TEST(Mapping, SaysWhatEveryOptionUses) {
     EXPECT_EQ(classes, (Ids{shop.idOf("Task"), shop.idOf("Check")})) << "with its subclasses";
     EXPECT_EQ(mapping.getSimableWEClasses(classes), 0);
     EXPECT_EQ(classes, Ids{});
-    for (const auto& [name, expected] : {std::pair("Check", true), std::pair("Step", false), std::pair("Person", false)}) {
+    for (const auto& [name, expected] :
+         {std::pair("Check", true), std::pair("Step", false), std::pair("Person", false)}) {
         bool simable = !expected;
         EXPECT_EQ(mapping.isSimableClass(shop.idOf(name), simable), 0);
         EXPECT_EQ(simable, expected) << name;
@@ -82,9 +83,9 @@ TEST(Mapping, FindsActionsByClassAndEvent) {
         const char* cls;
         Event event;
         int code;
-    } cases[] = {{"Task", Event::Finish, 0},   {"Task", Event::Any, 0},     {"Task", Event::Start, 2},
-                 {"Person", Event::Any, 0},    {"Person", Event::Start, 2}, {"Person", Event::Finish, 2},
-                 {"Check", Event::Finish, 2},  {"Robot", Event::Any, 2},    {"Task", static_cast<Event>(9), 2}};
+    } cases[] = {{"Task", Event::Finish, 0},  {"Task", Event::Any, 0},     {"Task", Event::Start, 2},
+                 {"Person", Event::Any, 0},   {"Person", Event::Start, 2}, {"Person", Event::Finish, 2},
+                 {"Check", Event::Finish, 2}, {"Robot", Event::Any, 2},    {"Task", static_cast<Event>(9), 2}};
     for (const auto& row : cases) {
         const long expected = row.code == 0 ? shop.at(row.cls, "On event") : 0;
         EXPECT_EQ(mapping.getActionAttribute(0, shop.idOf(row.cls), row.event, found), row.code) << row.cls;
@@ -120,8 +121,9 @@ TEST(Mapping, WithoutATextHasOneOptionAndEveryClass) {
 
 TEST(Mapping, CountsSkippedOptionsInNumbersButNotInPlaces) {
     Shop shop;
-    shop.mapping("SIMOPTION undefined name: \"Off\" SIMOPTION name: \"On\" activity: \"Task\"\n"
-                 "SIMOPTION invalid ACTION class: \"Task\" attribute: \"On event\" event: start");
+    shop.mapping(
+        "SIMOPTION undefined name: \"Off\" SIMOPTION name: \"On\" activity: \"Task\"\n"
+        "SIMOPTION invalid ACTION class: \"Task\" attribute: \"On event\" event: start");
     shop.open();
     QorSimMappingHandler mapping(shop.library);
     ASSERT_TRUE(mapping.isDefined());

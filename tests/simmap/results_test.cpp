@@ -4,8 +4,8 @@
 #include "simmap/QorSimResultAttributes.h"
 #include "simmap/QorSimResultDefinitions.h"
 #include "simmap/QorSimResultReset.h"
-#include "simmap/messages.h"
 #include "simmap/Shop.h"
+#include "simmap/messages.h"
 
 namespace {
 
@@ -19,8 +19,9 @@ PROCESSSTART "Start" fixedinfo: "Info" fixedcycletime: "Cycle time"
 FROMCLASS "Task" fromattribute: "Costs" resultattribute: "Costs"
 ACTIVITY "Task" fixednumber: "Number" fixedpersonalcosts: "Costs"
 )";
-constexpr const char* kStaff = "PERSON \"Person\" fixedinfo: \"Info\" fixedworkload: \"Workload\"\n"
-                               "FROMCLASS \"Robot\" fromattribute: \"Wage\" resultattribute: \"Workload\"";
+constexpr const char* kStaff =
+    "PERSON \"Person\" fixedinfo: \"Info\" fixedworkload: \"Workload\"\n"
+    "FROMCLASS \"Robot\" fromattribute: \"Wage\" resultattribute: \"Workload\"";
 
 /// A shop with a started order and its staff, all results filled.
 class RunShop : public Shop {
@@ -84,14 +85,14 @@ TEST(Results, GoIntoTheAttributesThatTheTextsName) {
         EXPECT_EQ(Results::Get_PersonAttributes(),
                   (ISequence<long>{shop.at("Person", "Info"), shop.at("Person", "Workload"), 0, 0}));
         const auto same = [](long id) { return std::pair(id, id); };
-        EXPECT_EQ(Results::Get_ProcessStartMapping(),
-                  (Mapping{same(shop.at("Start", "Info")), same(shop.at("Start", "Cycle time")),
-                           {shop.at("Task", "Costs"), shop.at("Start", "Costs")}}));
+        EXPECT_EQ(Results::Get_ProcessStartMapping(), (Mapping{same(shop.at("Start", "Info")),
+                                                               same(shop.at("Start", "Cycle time")),
+                                                               {shop.at("Task", "Costs"), shop.at("Start", "Costs")}}));
         EXPECT_EQ(Results::Get_ActivityMapping(),
                   (Mapping{same(shop.at("Task", "Number")), same(shop.at("Task", "Costs"))}));
-        EXPECT_EQ(Results::Get_PersonMapping(),
-                  (Mapping{same(shop.at("Person", "Info")), same(shop.at("Person", "Workload")),
-                           {shop.at("Robot", "Wage"), shop.at("Person", "Workload")}}));
+        EXPECT_EQ(Results::Get_PersonMapping(), (Mapping{same(shop.at("Person", "Info")),
+                                                         same(shop.at("Person", "Workload")),
+                                                         {shop.at("Robot", "Wage"), shop.at("Person", "Workload")}}));
         EXPECT_EQ(Results::Get_Error(), 0);
     });
 }
@@ -176,8 +177,8 @@ TEST(Results, AnErrorEmptiesItsKindOnceAndBlocksEveryReset) {
             EXPECT_EQ(Results::Get_Error(), 1 - row.code);
             if (row.code == 1) return;
             EXPECT_EQ(results.getResultAttributes(row.kind), 1) << "the tables are made, empty as they are";
-            for (const auto* mapping : {&Results::Get_ProcessStartMapping(), &Results::Get_ActivityMapping(),
-                                        &Results::Get_PersonMapping()})
+            for (const auto* mapping :
+                 {&Results::Get_ProcessStartMapping(), &Results::Get_ActivityMapping(), &Results::Get_PersonMapping()})
                 EXPECT_TRUE(mapping->isEmpty()) << row.business;
             EXPECT_TRUE(Results::Get_ActivityAttributes().isEmpty()) << row.business;
             EXPECT_TRUE(Results::Get_PersonAttributes().isEmpty()) << row.business;
@@ -220,9 +221,12 @@ TEST(Results, AnUnknownKindIsAnInternalError) {
 /// A repository that keeps units of work in mind.
 class Units final : public QorCoreModelingManager, public QorCoreUnitsOfWork {
 public:
+    using QorCoreModelingManager::getAttributeValue;
     std::string history;
     QorErrorCode commitCode = QorErrorCode::Ok;
 
+    QorErrorCode getAttributeValue(long, long, char*&, bool) override { return QorErrorCode::NotFound; }
+    QorErrorCode getModelClass(long, long&) override { return QorErrorCode::NotFound; }
     QorCoreUnitsOfWork* unitsOfWork() override { return this; }
     QorErrorCode begin() override {
         history += "begin ";
@@ -258,9 +262,10 @@ TEST(Results, AreResetInOneUnitOfWork) {
 
 TEST(ResultDefinitions, TellAllErrorsWithTheirPlacesAndRemarks) {
     Shop shop;
-    shop.results("FROMCLASS \"Task\"\nPROCESSSTART \"Start\" fixedinfo: \"Soul\"\nACTIVITY \"Nobody\"\n"
-                 "FROMCLASS \"Task\"\nPROCESSSTART \"Start\"\nFROMCLASS \"Task\" fromattribute: \"X\"",
-                 "PERSON \"");
+    shop.results(
+        "FROMCLASS \"Task\"\nPROCESSSTART \"Start\" fixedinfo: \"Soul\"\nACTIVITY \"Nobody\"\n"
+        "FROMCLASS \"Task\"\nPROCESSSTART \"Start\"\nFROMCLASS \"Task\" fromattribute: \"X\"",
+        "PERSON \"");
     shop.open();
     const QorSimResultDefinitions definitions;
     std::string told;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The texts with which a simulation labels its results.
 #include "simmap/QorSimTextHandler.h"
-#include "simmap/messages.h"
 #include "simmap/Shop.h"
+#include "simmap/messages.h"
 
 namespace {
 
@@ -13,8 +13,8 @@ constexpr const char* kComplete =
     "perscost: \"f\" resource: \"g\"";
 
 std::vector<std::string> textsOf(const QorSimTextHandler& texts) {
-    return {texts.getBPText().str(),    texts.getCycleTimeText().str(), texts.getActivityText().str(),
-            texts.getNumberText().str(), texts.getActorText().str(),     texts.getPersCostText().str(),
+    return {texts.getBPText().str(),       texts.getCycleTimeText().str(), texts.getActivityText().str(),
+            texts.getNumberText().str(),   texts.getActorText().str(),     texts.getPersCostText().str(),
             texts.getResourceText().str(), texts.getResCostText().str()};
 }
 
