@@ -19,11 +19,35 @@ unsigned char byteAt(std::string_view text, std::size_t offset) {
 
 bool continues(std::string_view text, std::size_t offset) { return (byteAt(text, offset) & 0xC0) == 0x80; }
 
-/// The character at `offset` and its length; length 0 for what is not UTF-8.
-struct Character {
-    char32_t value = 0;
-    std::size_t length = 0;
-};
+std::string codePoint(char32_t value) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string text = "U+";
+    for (int shift = value > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4) text += kDigits[(value >> shift) & 0xF];
+    return text;
+}
+
+bool isLineEndForYamlOnly(char32_t c) { return c == 0x85 || c == 0x2028 || c == 0x2029; }
+
+std::string faultAt(std::string_view text, std::size_t offset, const Character& c, TextForm form) {
+    if (c.length == 0) {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        const unsigned char byte = byteAt(text, offset);
+        const char digits[] = {kDigits[byte >> 4], kDigits[byte & 15]};
+        return concat({"the byte 0x", {digits, 2}, " is not UTF-8; the file must be saved in UTF-8"});
+    }
+    if (c.value == 0) return "a zero byte: this is no text file";
+    if (form == TextForm::Json) return {};
+    if (isLineEndForYamlOnly(c.value))
+        return concat({"the line separator ", codePoint(c.value),
+                       " can only stand as an escape in double quotes (\"\\N\", \"\\L\" or \"\\P\")"});
+    if (c.value == '\r' && byteAt(text, offset + 1) != '\n')
+        return "a carriage return without a line feed can only stand as \"\\r\" in double quotes";
+    if (isSpecialCharacter(c.value) && c.value != '\r')
+        return concat({"the character ", codePoint(c.value), " can only stand as an escape in double quotes"});
+    return {};
+}
+
+}  // namespace
 
 Character characterAt(std::string_view text, std::size_t offset) {
     const unsigned char lead = byteAt(text, offset);
@@ -40,39 +64,19 @@ Character characterAt(std::string_view text, std::size_t offset) {
     return {value, length};
 }
 
-std::string codePoint(char32_t value) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string text = "U+";
-    for (int shift = value > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4) text += kDigits[(value >> shift) & 0xF];
-    return text;
+bool isSpecialCharacter(char32_t c) {
+    return (c < 0x20 && c != '\t' && c != '\n') || (c >= 0x7F && c < 0xA0) || isLineEndForYamlOnly(c) || c == 0xFEFF ||
+           c == 0xFFFE || c == 0xFFFF;
 }
 
-bool isLineEndForYamlOnly(char32_t c) { return c == 0x85 || c == 0x2028 || c == 0x2029; }
-
-bool isRefusedByYaml(char32_t c) {
-    return (c < 0x20 && c != '\t' && c != '\n' && c != '\r') || (c >= 0x7F && c < 0xA0) || c == 0xFFFE || c == 0xFFFF;
-}
-
-std::string faultAt(std::string_view text, std::size_t offset, const Character& c, TextForm form) {
-    if (c.length == 0) {
-        constexpr std::string_view kDigits = "0123456789abcdef";
-        const unsigned char byte = byteAt(text, offset);
-        const char digits[] = {kDigits[byte >> 4], kDigits[byte & 15]};
-        return concat({"the byte 0x", {digits, 2}, " is not UTF-8; the file must be saved in UTF-8"});
+bool holdsSpecialCharacter(std::string_view text) {
+    for (std::size_t offset = 0; offset < text.size();) {
+        const Character c = characterAt(text, offset);
+        if (c.length == 0 || isSpecialCharacter(c.value)) return true;
+        offset += c.length;
     }
-    if (c.value == 0) return "a zero byte: this is no text file";
-    if (form == TextForm::Json) return {};
-    if (isLineEndForYamlOnly(c.value))
-        return concat({"the line separator ", codePoint(c.value),
-                       " can only stand as an escape in double quotes (\"\\N\", \"\\L\" or \"\\P\")"});
-    if (c.value == '\r' && byteAt(text, offset + 1) != '\n')
-        return "a carriage return without a line feed can only stand as \"\\r\" in double quotes";
-    if (isRefusedByYaml(c.value))
-        return concat({"the control character ", codePoint(c.value), " can only stand as an escape in double quotes"});
-    return {};
+    return false;
 }
-
-}  // namespace
 
 bool isReadableText(std::string_view text, TextForm form, Findings& findings) {
     std::size_t lineStart = 0;

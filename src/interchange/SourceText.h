@@ -9,6 +9,18 @@
 
 namespace qor::interchange {
 
+/// A character of a text and its length in bytes; length 0 for what is not UTF-8.
+struct Character {
+    char32_t value = 0;
+    std::size_t length = 0;
+};
+[[nodiscard]] Character characterAt(std::string_view text, std::size_t offset);
+
+/// What can stand in a YAML file only as an escape: control characters, carriage returns, and what YAML takes for a
+/// line end and editors do not. Tabs and line feeds are none of these.
+[[nodiscard]] bool isSpecialCharacter(char32_t c);
+[[nodiscard]] bool holdsSpecialCharacter(std::string_view text);
+
 enum class TextForm { Yaml, Json };
 
 /// What a text may hold before anything is made of it: UTF-8 throughout, no zero bytes; in YAML also nothing that its

@@ -12,12 +12,18 @@ namespace {
 /// What may be meant by a reference of that slot.
 bool fits(Slot slot, const ElementRow& row) {
     switch (slot) {
-        case Slot::DefaultFlow: return row.role == Role::SequenceFlow;
-        case Slot::ProcessRef: return row.role == Role::Process;
-        case Slot::EventDefinitionRef: return row.role == Role::EventDefinition;
-        case Slot::DataRef: return row.role == Role::DataObjectItem || row.role == Role::Definition;
-        case Slot::LaneMember: return true;
-        default: return row.role == Role::Definition;
+        case Slot::DefaultFlow:
+            return row.role == Role::SequenceFlow;
+        case Slot::ProcessRef:
+            return row.role == Role::Process;
+        case Slot::EventDefinitionRef:
+            return row.role == Role::EventDefinition;
+        case Slot::DataRef:
+            return row.role == Role::DataObjectItem || row.role == Role::Definition;
+        case Slot::LaneMember:
+            return true;
+        default:
+            return row.role == Role::Definition;
     }
 }
 
@@ -31,8 +37,10 @@ bool isFollowed(Slot slot) {
         case Slot::MessageRef:
         case Slot::DefinitionRef:
         case Slot::CategoryRef:
-        case Slot::ResourceRef: return true;
-        default: return false;
+        case Slot::ResourceRef:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -49,6 +57,8 @@ Links::Links(Document& document, Findings& findings)
         _document.forEachValue(node, [&](const Value& value) {
             if (isFollowed(value.slot)) follow(node, value);
         });
+    for (NodeIndex node = 0; node < _document.size(); ++node)
+        if (_document[node].row->role == Role::MessageFlow) joinByMessages(node);
     std::stable_sort(_lanes.begin(), _lanes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     for (NodeIndex node = 0; node < _document.size(); ++node)
         if (const Node& it = _document[node]; it.row->role == Role::Definition && !it.used)
@@ -70,20 +80,27 @@ void Links::follow(NodeIndex node, const Value& value) {
     if (meant == kNoNode || !fits(value.slot, *_document[meant].row)) return tellDangling(node, value);
     Node& it = _document[meant];
     switch (value.slot) {
-        case Slot::DefaultFlow: _defaults[static_cast<std::size_t>(meant)] = true; break;
-        case Slot::ProcessRef: joinPool(node, meant); break;
-        case Slot::LaneMember: _lanes.emplace_back(meant, node); break;
+        case Slot::DefaultFlow:
+            _defaults[static_cast<std::size_t>(meant)] = true;
+            break;
+        case Slot::ProcessRef:
+            joinPool(node, meant);
+            break;
+        case Slot::LaneMember:
+            _lanes.emplace_back(meant, node);
+            break;
         case Slot::DataRef:
             if (!isDrawnByReference(meant)) _standIns[static_cast<std::size_t>(meant)] = node;
             [[fallthrough]];
-        default: it.used = true;
+        default:
+            it.used = true;
     }
 }
 
 void Links::tellDangling(NodeIndex node, const Value& value) {
-    _findings.warn(FindingKind::Dangling, _document[node].place,
-                   concat({wordsFor(_document[node]), ": nothing in this file is its ", value.key, " ",
-                           inQuotes(value.text)}));
+    _findings.warn(
+        FindingKind::Dangling, _document[node].place,
+        concat({wordsFor(_document[node]), ": nothing in this file is its ", value.key, " ", inQuotes(value.text)}));
 }
 
 /// A process belongs to the first pool that names it; its model is that of the pool.
@@ -92,6 +109,18 @@ void Links::joinPool(NodeIndex participant, NodeIndex process) {
     if (_document[process].used) return;
     _document[process].used = true;
     _collaborations.emplace(process, scopeOf(participant));
+}
+
+/// A process may take part in a collaboration without a pool around it.
+void Links::joinByMessages(NodeIndex flow) {
+    const NodeIndex collaboration = scopeOf(flow);
+    if (collaboration == kNoNode || _document[collaboration].row->role != Role::Collaboration) return;
+    for (const Slot slot : {Slot::SourceRef, Slot::TargetRef}) {
+        const NodeIndex end = _document.find(_document.valueOf(flow, slot));
+        const NodeIndex scope = end == kNoNode ? kNoNode : scopeOf(end);
+        if (scope != kNoNode && _document[scope].row->role == Role::Process)
+            _collaborations.emplace(scope, collaboration);  // unless it has one already
+    }
 }
 
 NodeIndex Links::collaborationOf(NodeIndex process) const {

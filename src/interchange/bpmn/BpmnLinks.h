@@ -19,7 +19,7 @@ public:
 
     /// The collaboration or process at the top, the one that a model is made of; none for what stands beside them.
     [[nodiscard]] NodeIndex scopeOf(NodeIndex node) const { return _scopes[static_cast<std::size_t>(node)]; }
-    /// The collaboration of the pool that a process belongs to, or the process itself when it belongs to none.
+    /// The collaboration that a process takes part in, or the process itself when it takes part in none.
     [[nodiscard]] NodeIndex collaborationOf(NodeIndex process) const;
     /// Whose object is meant by a reference to the node: that of an activity for its inner data, that of a reference
     /// for a data object.
@@ -44,6 +44,7 @@ private:
     void follow(NodeIndex node, const Value& value);
     void tellDangling(NodeIndex node, const Value& value);
     void joinPool(NodeIndex participant, NodeIndex process);
+    void joinByMessages(NodeIndex flow);
     [[nodiscard]] std::string pathOf(NodeIndex lane) const;
 
     Document& _document;
