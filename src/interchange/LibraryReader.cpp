@@ -103,8 +103,8 @@ void LibraryReader::declareClass(std::size_t part, NodeId node, bool isRecord) {
             if (fields.has(key))
                 _building.error(fields[key], concat({"a record class has no key ", inQuotes(kClassKeys[key].name)}));
     const auto index = static_cast<std::uint32_t>(_classes.size());
-    _classes.push_back(
-        {node, static_cast<std::uint8_t>(part), isRecord, State::Written, false, QorNoIdentifier, fields});
+    Class cls{node, static_cast<std::uint8_t>(part), isRecord, State::Written, false, 0, QorNoIdentifier, fields};
+    _classes.push_back(cls);
     if (fields.text(kClassName).empty()) return;
     _parts[part].classes.try_emplace(fields.text(kClassName), index);
     _classNames.push_back(fields.text(kClassName));
@@ -152,6 +152,13 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
     if (superclass != kNoClass) {
         above = _classes[superclass].id;
         cls.doubtful = cls.doubtful || _classes[superclass].doubtful;
+        cls.depth = static_cast<std::uint16_t>(_classes[superclass].depth + 1);
+    }
+    if (cls.depth > kMostClassesAbove) {
+        _building.error(cls.fields[kExtends],
+                        concat({"more than ", std::to_string(kMostClassesAbove), " classes above each other"}));
+        above = QorNoIdentifier;
+        cls.depth = 0;
     }
     const auto add = [&](std::string_view as) {
         return cls.isRecord ? _building.builder.addRecordClass(part, as)

@@ -42,10 +42,13 @@ private:
         std::uint8_t part;
         bool isRecord;
         State state = State::Written;
-        bool doubtful = false;  // it, or a class above it, is not what was written
+        bool doubtful = false;    // it, or a class above it, is not what was written
+        std::uint16_t depth = 0;  // classes above it
         QorIdentifier id = QorNoIdentifier;
         Fields<kClassKeyCount> fields;
     };
+    /// Every look at a class's attributes goes through those above it.
+    static constexpr std::uint16_t kMostClassesAbove = 256;
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
