@@ -8,7 +8,6 @@
 
 #include "cardinality/QorCardinalityDefinitionError.h"
 #include "cardinality/QorCardinalityHandler.h"
-#include "cli/StandardInput.h"
 #include "frame/QorLibLoad.h"
 
 namespace qor::cli {
@@ -70,7 +69,7 @@ void Workspace::openLibrary(const std::string& path) {
 }
 
 bool Workspace::readLibrary() {
-    const QorFileKind kind = _path == kStandardInput ? QorFileKind::Library : _importer.kindOf(_path);
+    const QorFileKind kind = _importer.kindOf(_path);
     if (kind == QorFileKind::Library || kind == QorFileKind::Unknown)
         _library = _importer.readFile(_path, QorNoIdentifier);
     if (!_library.hasErrors() && !hasLibrary())

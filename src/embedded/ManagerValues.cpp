@@ -41,7 +41,7 @@ QorErrorCode ModelingManager::getAttributeValue(long identifier, long attribute,
 }
 
 QorErrorCode ModelingManager::getAttributeValue(long identifier, long attribute, double& number, bool withDefault) {
-    number = -1;
+    number = 0.0;
     return readValue(identifier, attribute, withDefault, [&](std::string_view value, QorCoreAttributeType type) {
         const bool isNumber = type == QorCoreAttributeType::Floating || type == QorCoreAttributeType::Integer;
         const auto read = isNumber ? floatingFrom(value) : std::nullopt;

@@ -64,8 +64,11 @@ public:
             compareByClass(model, "Special", false);
             std::map<QorIdentifier, Link> relations;
             for (const auto& info : _w.reader().relationsOf(model)) relations[info.id] = {info.from, info.to};
-            for (const auto& [id, link] : _relations)
-                if (_objects.at(link.from).model == model) ASSERT_EQ(relations.at(id), link);
+            for (const auto& [id, link] : _relations) {
+                if (_objects.at(link.from).model == model) {
+                    ASSERT_EQ(relations.at(id), link);
+                }
+            }
         }
         for (const auto& [id, its] : _objects) {
             compare(id);

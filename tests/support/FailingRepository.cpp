@@ -25,7 +25,7 @@ QorErrorCode CallRecord::note(std::string_view operation) {
 namespace {
 
 void none(long& id) { id = -1; }
-void none(double& number) { number = -1; }
+void none(double& number) { number = 0.0; }
 void none(unsigned long& index) { index = ~0UL; }
 void none(char*& text) { text = nullptr; }
 void none(ISortedSet<long>& ids) { ids.removeAll(); }
