@@ -68,6 +68,7 @@ private:
             checkModels(*workspace, importer, result.models);
             // A folder of files must not take more memory than its largest file.
             for (const QorIdentifier model : result.models) (void)workspace->builder().removeModel(model);
+            if (!result.models.empty()) _workspaces.giveUpWhenGrown(*workspace, result.models.back());
         } else {
             beginFile(file, path, diagnostics);
         }
@@ -124,7 +125,7 @@ private:
     Workspace* openLibrary(const std::string& path, const std::string& file, Diagnostics& diagnostics) {
         Workspace& workspace = _workspaces.open(path);
         const bool isValid = workspace.hasLibrary();
-        const auto [told, isFirst] = _libraryToldWith.try_emplace(&workspace, file);
+        const auto [told, isFirst] = _libraryToldWith.try_emplace(workspace.libraryPath(), file);
         if (isFirst) {
             diagnostics = workspace.fileDiagnostics();
             for (const RuleError& error : workspace.ruleErrors())
@@ -188,7 +189,7 @@ private:
     std::unique_ptr<CheckReport> _report;
     std::set<std::string, std::less<>> _wantedModels;
     std::set<std::string> _modelNames;
-    std::map<const Workspace*, std::string> _libraryToldWith;
+    std::map<std::string, std::string> _libraryToldWith;  ///< file that needed it first, by the library's path
     InputFiles _inputs;
     CheckSummary _summary;
 };

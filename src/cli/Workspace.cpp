@@ -20,6 +20,8 @@ QorEmbeddedOptions platformOptions(std::string_view language) {
     return options;
 }
 
+constexpr QorIdentifier kMostUsed = 4'000'000;
+
 /// One name for one file, however its path is written.
 std::string canonical(const std::string& path) {
     std::error_code error;
@@ -114,6 +116,14 @@ Workspace& Workspaces::open(const std::string& libraryPath) {
     }
     if (isNew && !libraryPath.empty()) workspace->openLibrary(libraryPath);
     return *workspace;
+}
+
+void Workspaces::giveUpWhenGrown(Workspace& workspace, QorIdentifier used) {
+    std::error_code error;
+    const bool canBeReadAgain = std::filesystem::is_regular_file(workspace.libraryPath(), error);
+    if (used < kMostUsed || !canBeReadAgain) return;
+    if (_installed == &workspace) _installed = nullptr;
+    std::erase_if(_byPath, [&](const auto& entry) { return entry.second.get() == &workspace; });
 }
 
 }  // namespace qor::cli
