@@ -60,19 +60,26 @@ private:
         Diagnostics diagnostics;
         const std::string path = pathOf(file, diagnostics);
         if (Workspace* workspace = hasErrors(diagnostics) ? nullptr : workspaceFor(file, path, diagnostics)) {
-            QorImporter importer(workspace->builder(), workspace->reader());
-            QorImportResult result = importer.readFile(path, workspace->library());
-            diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
-                               std::make_move_iterator(result.diagnostics.end()));
-            beginFile(file, path, diagnostics);
-            checkModels(*workspace, importer, result.models);
-            // A folder of files must not take more memory than its largest file.
-            for (const QorIdentifier model : result.models) (void)workspace->builder().removeModel(model);
-            if (!result.models.empty()) _workspaces.giveUpWhenGrown(*workspace, result.models.back());
+            const QorIdentifier lastModel = readAndCheck(*workspace, file, path, diagnostics);
+            _workspaces.giveUpWhenGrown(*workspace, lastModel);
         } else {
             beginFile(file, path, diagnostics);
         }
         _report->endFile();
+    }
+
+    /// The last model that was made, none when none was.
+    QorIdentifier readAndCheck(Workspace& workspace, const std::string& file, const std::string& path,
+                               Diagnostics& diagnostics) {
+        QorImporter importer(workspace.builder(), workspace.reader());
+        QorImportResult result = importer.readFile(path, workspace.library());
+        diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
+                           std::make_move_iterator(result.diagnostics.end()));
+        beginFile(file, path, diagnostics);
+        checkModels(workspace, importer, result.models);
+        // A folder of files must not take more memory than its largest file.
+        for (const QorIdentifier model : result.models) (void)workspace.builder().removeModel(model);
+        return result.models.empty() ? QorNoIdentifier : result.models.back();
     }
 
     /// The path that a file can be opened by more than once; empty, with the reason, when there is none.
