@@ -92,7 +92,9 @@ void Workspace::collectRuleErrors(QorErrorCode loaded) {
     for (const QorCardinalityDefinitionError& error : QorCardinalityHandler::Instance().getDefinitionErrors()) {
         const auto cls = static_cast<QorIdentifier>(error.cls);
         const auto attribute = static_cast<QorIdentifier>(error.attribute);
-        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), error.text.str()});
+        std::string text = error.text.str();
+        while (text.ends_with('\n')) text.pop_back();  // the handler's texts are lines
+        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), std::move(text)});
     }
     if (loaded == QorErrorCode::Ok || !_ruleErrors.empty()) return;
     _ruleErrors.push_back({QorNoIdentifier,
