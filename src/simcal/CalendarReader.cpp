@@ -70,8 +70,8 @@ Code CalendarReader::readProfile(std::string_view name) {
     const std::size_t nameAt = _tokenAt;
     const auto identifier = nextToken().value_or(std::string_view());
     // The separator is no identifier either: a missing one is refused when the finished profile is added.
-    auto profile = std::make_unique<QorDayProfile>(
-        _calendar._type, identifier.empty() ? kSeparator : identifier.front(), SV::String());
+    auto profile = std::make_unique<QorDayProfile>(_calendar._type,
+                                                   identifier.empty() ? kSeparator : identifier.front(), SV::String());
     profile->_name = SV::String(name);
     if (const Code code = readIntervals(*profile); code != Code::Ok) return code;
     if (nextIsEmpty()) {

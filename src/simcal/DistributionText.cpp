@@ -104,8 +104,7 @@ bool inOrder(const UniformBounds& bounds) {
     const auto lower = wholeNumber(bounds.lower);
     const auto upper = wholeNumber(bounds.upper);
     if (lower.negative != upper.negative) return lower.negative;
-    return lower.negative ? smallerMagnitude(upper.digits, lower.digits)
-                          : smallerMagnitude(lower.digits, upper.digits);
+    return lower.negative ? smallerMagnitude(upper.digits, lower.digits) : smallerMagnitude(lower.digits, upper.digits);
 }
 
 std::optional<std::string> parameterOfLong(std::string_view text, std::string_view keyword) {

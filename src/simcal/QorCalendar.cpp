@@ -50,6 +50,15 @@ void QorCalendar::cleanUp() noexcept {
     ++_revision;
 }
 
+void QorCalendar::takeContents(QorCalendar& other) noexcept {
+    std::swap(_days, other._days);
+    std::swap(_profiles, other._profiles);
+    for (QorCalendar* calendar : {this, &other}) {
+        for (QorDayProfile* profile : calendar->_profiles) profile->_ownerRevision = &calendar->_revision;
+        ++calendar->_revision;
+    }
+}
+
 bool QorCalendar::daysAreComplete() const noexcept {
     return static_cast<std::int64_t>(_days.size()) == std::int64_t{_periodLength};
 }

@@ -147,8 +147,11 @@ public:
 
 private:
     friend class qor::simcal::CalendarReader;
+    friend class QorCalendarAlgebra;
 
     void cleanUp() noexcept;
+    /// Takes profiles and days over from a calendar of the same kind, which gets those held here.
+    void takeContents(QorCalendar& other) noexcept;
     [[nodiscard]] bool daysAreComplete() const noexcept;
     QorCalendarErrorCode isUniqueProfileId(char identifier) const noexcept;
     QorCalendarErrorCode addNewboolInterval(QorDayProfile& profile, SV::Time start, SV::Time end,
@@ -174,7 +177,7 @@ private:
     int _cyclic;
     std::int32_t _periodLength;
     QorCalendarPropertyType _type;
-    std::vector<QorDayProfile*> _days;     // entry i is day i + 1
+    std::vector<QorDayProfile*> _days;    // entry i is day i + 1
     ISequence<QorDayProfile*> _profiles;  // owned
     std::uint64_t _revision = 0;
     mutable std::unique_ptr<qor::simcal::CalendarPlan> _plan;

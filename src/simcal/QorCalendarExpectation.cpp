@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a distribution calendar says about its distributions: expectations over ranges, text and generator at an instant.
+// What a distribution calendar says about its distributions: expectations over ranges, text and generator at an
+// instant.
 #include <limits>
 #include <unordered_map>
 #include <utility>

@@ -18,8 +18,8 @@ QorDayIntervalWithProperty::QorDayIntervalWithProperty(SV::Time start, SV::Time 
                                                        const QorDistribution* distribution) noexcept
     : _start(start), _end(end), _type(QorCalendarPropertyType::Distribution) {
     Qor_Guarded("calendar", [&] {
-        _distribution = distribution != nullptr ? QorDistribution::exactCopy(*distribution)
-                                                : std::make_unique<QorDistribution>();
+        _distribution =
+            distribution != nullptr ? QorDistribution::exactCopy(*distribution) : std::make_unique<QorDistribution>();
     });
 }
 
