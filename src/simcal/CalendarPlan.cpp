@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int32_t kDay = QorCalendar::kSecondsPerDay;
 
-// Appends the profile's spans and the end mark; returns the seconds of all of them.
+// Appends the profile's spans; returns the seconds of all of them.
 std::int64_t appendSpans(const QorDayProfile& profile, DayBounds bounds, std::vector<CalendarPlan::Span>& spans) {
     std::int64_t before = 0;
     for (int position = 1; position <= profile.getNumberOfIntervals(); ++position) {
@@ -32,7 +32,6 @@ std::int64_t appendSpans(const QorDayProfile& profile, DayBounds bounds, std::ve
         before += std::int64_t{span.end} - span.start;
         spans.push_back(span);
     }
-    spans.push_back({std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::max(), before});
     return before;
 }
 
@@ -49,40 +48,41 @@ CalendarPlan::CalendarPlan(const QorCalendar& calendar, DayBounds bounds) : _rev
     std::vector<std::int64_t> seconds;
     std::int32_t shortDays = 0;
     if (calendar.getProfileOfDay(1) != nullptr) {
-        const auto days = static_cast<std::size_t>(calendar.getPeriodLengthInDays());
-        _days.reserve(days);
-        _shortDaysBefore.reserve(days + 1);
+        _days.reserve(static_cast<std::size_t>(calendar.getPeriodLengthInDays()) + 1);
     }
     for (int day = 1; const QorDayProfile* profile = calendar.getProfileOfDay(day); ++day) {
         const auto [entry, isNew] = numbers.try_emplace(profile, static_cast<std::int32_t>(_profiles.size()));
         if (isNew) {
             const std::size_t first = _spans.size();
             seconds.push_back(appendSpans(*profile, bounds, _spans));
-            _profiles.push_back({first, _spans.size() - first - 1});
+            const std::size_t count = _spans.size() - first;
+            _spans.resize(first + std::max(count + 1, kFewSpans), {kEndMark, kEndMark, seconds.back()});
+            _profiles.push_back({first, count});
         }
         const std::int64_t ofDay = seconds[static_cast<std::size_t>(entry->second)];
-        _days.push_back({_total, entry->second, 0});
-        _shortDaysBefore.push_back(shortDays);
+        _days.push_back({_total, entry->second, shortDays});
+        if (isNew) {
+            _profiles.back().beforeMidnight = before(day, 0);
+            _profiles.back().beforeEndOfDay = before(day, kDay);
+        }
         _total += ofDay;
         shortDays += ofDay == kDay ? 0 : 1;
         if (day == calendar.getPeriodLengthInDays()) break;
     }
-    _shortDaysBefore.push_back(shortDays);
     _dayCount = static_cast<std::int32_t>(_days.size());
-    linkDaysToNextStart();
+    _days.push_back({_total, 0, shortDays});
+    findNextStarts(calendar.isCyclic() != 0);
 }
 
-// Twice around the ring from behind: the first round finds the day that the second one starts from.
-void CalendarPlan::linkDaysToNextStart() {
-    std::int32_t distance = 0;
-    for (int round = 0; round < 2; ++round) {
-        for (std::size_t i = _days.size(); i-- > 0;) {
-            Day& day = _days[i];
-            day.toNextStart = distance;
-            if (_profiles[static_cast<std::size_t>(day.profile)].count > 0)
-                distance = 1;
-            else if (distance > 0)
-                ++distance;
+// From behind; in a period that repeats a second time, starting from what the first round has found.
+void CalendarPlan::findNextStarts(bool cyclic) {
+    _nextStart.assign(static_cast<std::size_t>(_dayCount), kNever);
+    std::int64_t next = kNever;
+    for (int round = 0; round < (cyclic ? 2 : 1); ++round) {
+        for (std::int32_t day = _dayCount; day >= 1; --day) {
+            const std::int64_t later = next == kNever ? kNever : next + kDay;
+            _nextStart[index(day)] = later;
+            next = spanCount(day) > 0 ? spansBegin(day)->start : later;
         }
     }
 }

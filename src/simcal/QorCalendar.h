@@ -19,7 +19,6 @@ class QorRandomGenerator;
 namespace qor::simcal {
 class CalendarPlan;
 class CalendarReader;
-struct Place;
 }  // namespace qor::simcal
 
 /// A period of days, each pointing at one day profile: when somebody works (type Flag) or at which rate something
@@ -169,9 +168,8 @@ private:
                                                  SV::Time& timeOfDay) const noexcept;
     QorCalendarErrorCode getCurrentInterval(const std::int64_t& instant,
                                             QorDayIntervalWithProperty*& interval) const noexcept;
-    QorCalendarErrorCode placesOf(const std::int64_t& from, const std::int64_t& to, qor::simcal::Place& first,
-                                  qor::simcal::Place& second) const noexcept;
-    [[nodiscard]] const qor::simcal::CalendarPlan& plan() const;
+    /// Hidden, so that calls within the library can be inlined.
+    [[nodiscard, gnu::visibility("hidden")]] const qor::simcal::CalendarPlan& plan() const;
 
     std::int64_t _offset;
     int _cyclic;

@@ -26,26 +26,45 @@ constexpr std::int32_t wrappingProduct(std::int32_t a, std::int32_t b) {
 
 constexpr std::int32_t wrapped(std::int64_t value) { return static_cast<std::int32_t>(value); }
 
-// Where an instant lies. Two products are taken in 32 bits, as the simulation's clock does: a period of 24,856 days
-// or more that does not repeat counts as over from its start.
-Code placeOf(std::int64_t instant, std::int64_t offset, bool cyclic, std::int32_t periodLength, Place& place) {
-    const std::int64_t seconds = wrappingSum(instant, offset);
-    if (!cyclic && seconds > wrappingProduct(periodLength, kEndOfDay)) return Code::BeyondPeriod;
-    if (periodLength < 1) return Code::CalendarInconsistent;
+// What of a calendar decides where an instant lies.
+struct Clock {
+    std::int64_t offset;
+    bool cyclic;
+    std::int32_t periodLength;
+};
+
+// Two products are taken in 32 bits, as the simulation's clock does: a period of 24,856 days or more that does not
+// repeat counts as over from its start.
+[[gnu::always_inline]] inline Code locate(const Clock& clock, std::int64_t instant, Place& place) {
+    const std::int64_t seconds = wrappingSum(instant, clock.offset);
+    if (!clock.cyclic && seconds > wrappingProduct(clock.periodLength, kEndOfDay)) return Code::BeyondPeriod;
+    if (clock.periodLength < 1) return Code::CalendarInconsistent;
 
     std::int64_t day = seconds / kDay;
     std::int32_t cycle = 0;
-    if (day >= periodLength) {
-        cycle = wrapped(day / periodLength);
-        day %= periodLength;
+    if (day >= clock.periodLength) {
+        const std::int64_t wholeCycles = day / clock.periodLength;
+        day -= wholeCycles * clock.periodLength;
+        cycle = wrapped(wholeCycles);
     }
     place.cycle = cycle;
     // Days long before the period stay below 1 instead of wrapping to some day of it.
     place.day = static_cast<std::int32_t>(std::max<std::int64_t>(day + 1, std::numeric_limits<std::int32_t>::min()));
     // Negative within the last day before the period. Where the product has wrapped, what is missing is a multiple of
     // 2^32 days, which vanishes in the 32 bits of a time.
-    place.time = wrapped(seconds - (wrappingProduct(cycle, periodLength) + day) * kDay);
+    place.time = wrapped(seconds - (wrappingProduct(cycle, clock.periodLength) + day) * kDay);
     return Code::Ok;
+}
+
+// Both ends of a span, on days of the plan.
+[[gnu::always_inline]] inline Code locateSpan(const Clock& clock, const CalendarPlan& plan, std::int64_t from,
+                                              std::int64_t to, Place& first, Place& second) {
+    if (const Code code = locate(clock, from, first); code != Code::Ok) return code;
+    if (const Code code = locate(clock, to, second); code != Code::Ok) return code;
+    if (!plan.hasDay(first.day) || !plan.hasDay(second.day)) return Code::CalendarInconsistent;
+    // Instants so large that the offset makes them wrap can change their order.
+    const bool sameDay = first.cycle == second.cycle && first.day == second.day;
+    return second.time < (sameDay ? first.time : 0) ? Code::FirstAfterSecond : Code::Ok;
 }
 
 }  // namespace
@@ -59,24 +78,11 @@ const CalendarPlan& QorCalendar::plan() const {
 Code QorCalendar::currentTimeAsDayAndTime(const std::int64_t& instant, int& cycle, int& day,
                                           SV::Time& timeOfDay) const noexcept {
     Place place;
-    if (const Code code = placeOf(instant, _offset, _cyclic != 0, _periodLength, place); code != Code::Ok) return code;
+    if (const Code code = locate({_offset, _cyclic != 0, _periodLength}, instant, place); code != Code::Ok) return code;
     cycle = place.cycle;
     day = place.day;
     timeOfDay = SV::Time(0, 0, place.time);
     return Code::Ok;
-}
-
-Code QorCalendar::placesOf(const std::int64_t& from, const std::int64_t& to, Place& first,
-                           Place& second) const noexcept {
-    if (from > to) return Code::FirstAfterSecond;
-    if (const Code code = placeOf(from, _offset, _cyclic != 0, _periodLength, first); code != Code::Ok) return code;
-    if (const Code code = placeOf(to, _offset, _cyclic != 0, _periodLength, second); code != Code::Ok) return code;
-    const auto dayCount = static_cast<std::int64_t>(_days.size());
-    if (first.day < 1 || first.day > dayCount || second.day < 1 || second.day > dayCount)
-        return Code::CalendarInconsistent;
-    // Instants so large that the offset makes them wrap can change their order.
-    const bool sameDay = first.cycle == second.cycle && first.day == second.day;
-    return second.time < (sameDay ? first.time : 0) ? Code::FirstAfterSecond : Code::Ok;
 }
 
 Code QorCalendar::getCurrentInterval(const std::int64_t& instant,
@@ -93,24 +99,14 @@ Code QorCalendar::getCurrentInterval(const std::int64_t& instant,
 Code QorCalendar::howLongUntilStartOfNextInterval(const std::int64_t& instant, std::int64_t& seconds) const noexcept {
     return Qor_Guarded("calendar", Code::Broken, [&] {
         Place place;
-        const Code code = placeOf(instant, _offset, _cyclic != 0, _periodLength, place);
+        const Code code = locate({_offset, _cyclic != 0, _periodLength}, instant, place);
         if (code != Code::Ok) return code == Code::BeyondPeriod ? Code::NoNextInterval : code;
         const CalendarPlan& plan = this->plan();
         if (!plan.hasDay(place.day)) return Code::CalendarInconsistent;
 
-        std::int32_t days = 0;
-        const auto* span = plan.firstStartingFrom(place.day, place.time);
-        if (CalendarPlan::isEndMark(*span)) {
-            days = plan.day(place.day).toNextStart;
-            if (days == 0) return Code::NoNextInterval;
-            std::int64_t target = std::int64_t{place.day} + days;
-            if (target > _periodLength) {
-                if (_cyclic == 0) return Code::NoNextInterval;
-                target -= _periodLength;
-            }
-            span = plan.spansBegin(static_cast<std::int32_t>(target));
-        }
-        seconds = wrapped(std::int64_t{wrappingProduct(days, kEndOfDay)} - place.time + span->start);
+        const std::int64_t start = plan.nextStart(place.day, place.time);
+        if (start == CalendarPlan::kNever) return Code::NoNextInterval;
+        seconds = wrapped(start - place.time);
         return Code::Ok;
     });
 }
@@ -118,7 +114,7 @@ Code QorCalendar::howLongUntilStartOfNextInterval(const std::int64_t& instant, s
 Code QorCalendar::howLongUntilEndOfInterval(const std::int64_t& instant, std::int64_t& seconds) const noexcept {
     return Qor_Guarded("calendar", Code::Broken, [&] {
         Place place;
-        if (const Code code = placeOf(instant, _offset, _cyclic != 0, _periodLength, place); code != Code::Ok)
+        if (const Code code = locate({_offset, _cyclic != 0, _periodLength}, instant, place); code != Code::Ok)
             return code;
         const CalendarPlan& plan = this->plan();
         if (!plan.hasDay(place.day)) return Code::CalendarInconsistent;
@@ -138,8 +134,9 @@ Code QorCalendar::isInCurrentInterval(const std::int64_t& instant, const std::in
     Place first;
     Place second;
     const std::int64_t end = wrappingSum(instant, duration);
-    if (const Code code = placeOf(instant, _offset, _cyclic != 0, _periodLength, first); code != Code::Ok) return code;
-    if (const Code code = placeOf(end, _offset, _cyclic != 0, _periodLength, second); code != Code::Ok) return code;
+    const Clock clock{_offset, _cyclic != 0, _periodLength};
+    if (const Code code = locate(clock, instant, first); code != Code::Ok) return code;
+    if (const Code code = locate(clock, end, second); code != Code::Ok) return code;
     return Qor_Guarded("calendar", Code::Broken, [&] {
         const CalendarPlan& plan = this->plan();
         result = 0;
@@ -153,29 +150,32 @@ Code QorCalendar::isInCurrentInterval(const std::int64_t& instant, const std::in
 
 Code QorCalendar::getTimeIntervalsSumInBetween(const std::int64_t& from, const std::int64_t& to,
                                                std::int64_t& seconds) const noexcept {
+    if (from > to) return Code::FirstAfterSecond;
     return Qor_Guarded("calendar", Code::Broken, [&] {
+        const CalendarPlan& plan = this->plan();
+        const Clock clock{_offset, _cyclic != 0, _periodLength};
         Place first;
         Place second;
-        if (const Code code = placesOf(from, to, first, second); code != Code::Ok) return code;
-        const CalendarPlan& plan = this->plan();
+        if (const Code code = locateSpan(clock, plan, from, to, first, second); code != Code::Ok) return code;
         if (first.cycle == second.cycle && first.day == second.day) {
             seconds = plan.between(first.day, first.time, second.time);
             return Code::Ok;
         }
 
-        // Every part is a whole number, so the sum of doubles is exact wherever it fits 32 bits in the end.
-        double sum = static_cast<double>(plan.between(first.day, first.time, kEndOfDay)) +
-                     static_cast<double>(plan.between(second.day, 0, second.time));
-        if (first.cycle == second.cycle) {
-            sum += static_cast<double>(plan.sumOfDays(first.day + 1, second.day - 1));
-        } else {
-            sum += static_cast<double>(plan.sumOfDays(first.day + 1, _periodLength));
-            sum += static_cast<double>(plan.sumOfDays(1, second.day - 1));
-            const std::int64_t wholeCycles = std::int64_t{second.cycle} - first.cycle - 1;
-            if (wholeCycles > 0) sum += static_cast<double>(wholeCycles) * static_cast<double>(plan.total());
+        std::int64_t cycles = std::int64_t{second.cycle} - first.cycle;
+        std::int64_t ofDays = plan.before(second.day) - plan.before(first.day + 1);
+        if (cycles < 0 || (cycles == 0 && second.day < first.day)) [[unlikely]] {
+            // Only instants so large that they wrap come here: no whole cycle and no day lies between them.
+            cycles = cycles < 0 ? 1 : 0;
+            ofDays = cycles != 0 ? ofDays : 0;
         }
-        const bool fits = sum <= static_cast<double>(std::numeric_limits<std::int32_t>::max());
-        seconds = fits ? static_cast<std::int32_t>(sum) : std::numeric_limits<std::int32_t>::min();
+        std::int64_t sum = 0;
+        const bool fits =
+            !__builtin_mul_overflow(cycles, plan.total(), &sum) &&
+            !__builtin_add_overflow(
+                sum, ofDays + plan.fromTime(first.day, first.time) + plan.toTime(second.day, second.time), &sum) &&
+            sum <= std::numeric_limits<std::int32_t>::max();
+        seconds = fits ? sum : std::numeric_limits<std::int32_t>::min();
         return fits ? Code::Ok : Code::DoesNotFit;
     });
 }
@@ -190,19 +190,21 @@ Code QorCalendar::getTimeIntervalsSumOfPeriod(std::int64_t& seconds) const noexc
 
 Code QorCalendar::isCoveredWholly(const std::int64_t& from, const std::int64_t& to, int& result) const noexcept {
     result = 0;
+    if (from > to) return Code::FirstAfterSecond;
     return Qor_Guarded("calendar", Code::Broken, [&] {
+        const CalendarPlan& plan = this->plan();
+        const Clock clock{_offset, _cyclic != 0, _periodLength};
         Place first;
         Place second;
-        if (const Code code = placesOf(from, to, first, second); code != Code::Ok) return code;
-        const CalendarPlan& plan = this->plan();
+        if (const Code code = locateSpan(clock, plan, from, to, first, second); code != Code::Ok) return code;
         if (first.cycle == second.cycle && first.day == second.day) {
             const std::int64_t open = plan.between(first.day, first.time, second.time);
             result = open == std::int64_t{second.time} - first.time ? 1 : 0;
             return Code::Ok;
         }
 
-        if (plan.between(first.day, first.time, kEndOfDay) != kDay - first.time ||
-            plan.between(second.day, 0, second.time) != std::max(second.time, 0))
+        if (plan.fromTime(first.day, first.time) != kDay - first.time ||
+            plan.toTime(second.day, second.time) != second.time)
             return Code::Ok;
         const std::int64_t cycles = std::int64_t{second.cycle} - first.cycle;
         bool covered = false;

@@ -27,7 +27,7 @@ void WorkingTimePlan::indexDaysBySecond() {
     while ((_days.total() >> _shift) > 2 * std::int64_t{_days.dayCount()}) ++_shift;
     std::int32_t day = 1;
     for (std::int64_t second = 0; second < _days.total(); second += std::int64_t{1} << _shift) {
-        while (day < _days.dayCount() && _days.day(day + 1).before <= second) ++day;
+        while (day < _days.dayCount() && _days.before(day + 1) <= second) ++day;
         _dayOfBucket.push_back(day);
     }
     _dayOfBucket.push_back(_days.dayCount());
@@ -62,7 +62,7 @@ std::int64_t WorkingTimePlan::workedBefore(std::int64_t moment) const noexcept {
     if (moment <= 0) return 0;
     if (!isInside(moment)) return _days.total();
     const DayAndTime place = dayAndTime(moment);
-    return place.cycle * _days.total() + _days.day(place.day).before + _days.before(place.day, place.time);
+    return place.cycle * _days.total() + _days.before(place.day) + _days.before(place.day, place.time);
 }
 
 std::int32_t WorkingTimePlan::dayOfSecond(std::int64_t number) const noexcept {
@@ -71,7 +71,7 @@ std::int32_t WorkingTimePlan::dayOfSecond(std::int64_t number) const noexcept {
     std::int32_t last = _dayOfBucket[bucket + 1];
     while (first < last) {
         const std::int32_t middle = first + (last - first + 1) / 2;
-        if (_days.day(middle).before <= number)
+        if (_days.before(middle) <= number)
             first = middle;
         else
             last = middle - 1;
@@ -83,7 +83,7 @@ std::optional<std::int64_t> WorkingTimePlan::beginOfSecond(std::int64_t number) 
     const std::int64_t cycle = number < _days.total() ? 0 : number / _days.total();
     const std::int64_t ofPeriod = number - cycle * _days.total();
     const std::int32_t day = dayOfSecond(ofPeriod);
-    const std::int64_t ofDay = ofPeriod - _days.day(day).before;
+    const std::int64_t ofDay = ofPeriod - _days.before(day);
 
     // The last interval with no more seconds before it.
     const CalendarPlan::Span* span = _days.spansBegin(day);
@@ -115,17 +115,9 @@ std::optional<Stretch> WorkingTimePlan::next(std::int64_t moment) const noexcept
     if (!isInside(moment)) return std::nullopt;
     const DayAndTime place = dayAndTime(moment);
     const std::int64_t today = startOf(place);
-    const auto* span = _days.firstStartingFrom(place.day, place.time);
-    if (!CalendarPlan::isEndMark(*span)) return stretch(today, *span);
-
-    const std::int32_t days = _days.day(place.day).toNextStart;
-    if (days == 0 || today > kLast - days * kDay) return std::nullopt;
-    std::int64_t target = std::int64_t{place.day} + days;
-    if (target > _days.dayCount()) {
-        if (!_cyclic) return std::nullopt;
-        target -= _days.dayCount();
-    }
-    return stretch(today + days * kDay, *_days.spansBegin(static_cast<std::int32_t>(target)));
+    const std::int64_t start = _days.nextStart(place.day, place.time);
+    if (start == CalendarPlan::kNever || today > kLast - start) return std::nullopt;
+    return current(today + start);
 }
 
 std::optional<Stretch> WorkingTimePlan::previous(std::int64_t moment) const noexcept {
