@@ -2,9 +2,11 @@
 #pragma once
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/QorRepositoryReader.h"
+#include "embedded/QorShownWindows.h"
 #include "platform/QorExport.h"
 #include "platform/QorHost.h"
 
@@ -26,6 +28,16 @@ public:
     [[nodiscard]] const QorHost& host() const;
     [[nodiscard]] QorRepositoryBuilder& builder();
     [[nodiscard]] const QorRepositoryReader& reader() const;
+
+    /// Goes on as another user, who comes into being by being named. Locks stay with those who took them.
+    void setCurrentUser(std::string_view logonName);
+
+    /// What was shown so far; stays empty with a console.
+    [[nodiscard]] const QorShownWindows& shown() const;
+    void forgetShown();
+
+    /// Bytes that the repository holds in memory, without small change. For measuring.
+    [[nodiscard]] std::size_t repositoryBytes() const;
 
 private:
     struct Impl;

@@ -89,6 +89,7 @@ public:
     [[nodiscard]] virtual std::vector<QorIdentifier> applicationLibraries() const = 0;
     /// The application library that a part, class, model type, model ... belongs to.
     [[nodiscard]] virtual QorIdentifier applicationLibraryOf(QorIdentifier id) const = 0;
+    [[nodiscard]] virtual QorIdentifier libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const = 0;
     [[nodiscard]] virtual std::vector<QorClassInfo> classesOf(QorIdentifier part) const = 0;
     [[nodiscard]] virtual QorClassInfo classInfo(QorIdentifier cls) const = 0;
     [[nodiscard]] virtual std::vector<QorRelationClassInfo> relationClassesOf(QorIdentifier part) const = 0;
@@ -116,4 +117,6 @@ public:
     [[nodiscard]] virtual QorRelationInfo relationInfo(QorIdentifier relation) const = 0;
     /// The instance's own value in its text form; empty when it has none.
     [[nodiscard]] virtual std::string_view valueOf(QorIdentifier instance, QorIdentifier attribute) const = 0;
+    /// Tells an own value that is the empty text from none at all; with a default behind it, that is a difference.
+    [[nodiscard]] virtual bool hasValue(QorIdentifier instance, QorIdentifier attribute) const = 0;
 };

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstdint>
+#include <deque>
+#include <vector>
+
+#include "cardinality/Direction.h"
+#include "cardinality/KeyIndex.h"
+#include "cardinality/RuleReader.h"
+
+namespace qor::cardinality {
+
+/// What the tests of a class's objects look at, laid out for reading in order.
+struct ClassPlan {
+    struct Target {
+        QorIdentifier cls = QorNoIdentifier;
+        std::uint32_t least = 0;
+    };
+    struct Relation {
+        QorIdentifier relationClass = QorNoIdentifier;
+        PerDirection<std::uint32_t> least;
+        PerDirection<std::vector<Target>> targets;  ///< classes with a bound of their own, ascending
+    };
+
+    const QorClassCardinality* rules = nullptr;  ///< null: the class has none
+    /// Up to so many relations in a direction break no maximum of a relation class, however they are mixed.
+    PerDirection<std::uint32_t> safe;
+    std::vector<Relation> relations;  ///< ascending by relation class
+};
+
+/// Plans of the classes that a run meets. The rules must not change while they are used.
+class ClassPlans {
+public:
+    explicit ClassPlans(const ClassRules& rules) : _rules(rules) {}
+    /// O(1); O(the class's rules) on the first call for a class.
+    const ClassPlan& of(QorIdentifier cls);
+
+private:
+    const ClassRules& _rules;
+    KeyIndex _index;
+    std::deque<ClassPlan> _plans;
+};
+
+}  // namespace qor::cardinality

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cardinality/FirstBreachRun.h"
+
+#include <utility>
+
+#include "cardinality/repository.h"
+
+namespace qor::cardinality {
+
+namespace {
+
+void addAll(ISortedSet<long>& set, std::vector<long> identifiers) {
+    ISortedSet<long> added;
+    added.assign(std::move(identifiers));
+    set.addAllFrom(added);
+}
+
+}  // namespace
+
+FirstBreachRun::FirstBreachRun(const ClassRules& rules, RunResults results)
+    : _rules(rules), _results(results), _tests(rules) {}
+FirstBreachRun::~FirstBreachRun() = default;
+
+bool FirstBreachRun::checkModel(long model) {
+    ISortedSet<long> objects;
+    if (!succeeded(Request::ObjectsOfModel, repository().getAllInstancesInModel(model, objects))) return false;
+    for (const long object : objects)
+        if (!checkObject(object, true, true)) return false;
+
+    ISortedSet<long> classes;
+    if (!visibleClasses(model, classes)) return false;
+    for (const long cls : classes) {
+        if (_results.checked.classes.contains(cls)) continue;
+        _results.checked.classes.add(cls);
+        if (!checkClass(model, cls, true, true)) return false;
+    }
+    return true;
+}
+
+bool FirstBreachRun::checkObject(long object, bool minima, bool maxima) {
+    if (_results.checked.objects.contains(object)) return true;
+    const bool holds = (!minima && !maxima) || testObject(object, minima, maxima);
+    _results.checked.objects.add(object);
+    return holds;
+}
+
+bool FirstBreachRun::testObject(long object, bool minima, bool maxima) {
+    if (!_object.open(object)) return false;
+    if (maxima && _tests.testMaxima(_object, *this) != Outcome::Completed) return false;
+    return !minima || _tests.testMinima(_object, *this) == Outcome::Completed;
+}
+
+bool FirstBreachRun::checkRelation(long relation, bool minima, bool maxima) {
+    long relationClass = QorNoIdentifier;
+    long source = QorNoIdentifier;
+    long target = QorNoIdentifier;
+    if (!succeeded(Request::ClassOfRelation, repository().relationOf(relation, relationClass))) return false;
+    if (!succeeded(Request::EndsOfRelation, repository().getEndpointsOfRelationInstance(relation, source, target)))
+        return false;
+
+    bool holds = true;
+    for (const long end : {source, target})
+        if (!checkObject(end, minima, maxima) && _results.badRelations.contains(relation)) holds = false;
+    return holds;
+}
+
+bool FirstBreachRun::checkClass(long model, long cls, bool minima, bool maxima) {
+    const auto key = Qor_NarrowIdentifier(cls);
+    const auto* rules = key ? _rules.find(*key) : nullptr;
+    if (rules == nullptr) return true;
+    const auto sink = [this](const QorCardinalityBreach& breach) {
+        record(breach);
+        return false;
+    };
+    return testClass(*rules, model, minima, maxima, sink) == Outcome::Completed;
+}
+
+void FirstBreachRun::record(const QorCardinalityBreach& breach) {
+    addAll(_results.badObjects, breach.objects);
+    addAll(_results.badRelations, breach.relations);
+    _results.errorText = breach.text;
+}
+
+bool FirstBreachRun::breached(ObjectRelations& object, const Finding& finding) {
+    const auto breach = breachOf(object, finding);
+    record(breach);
+    if (finding.isMinimum || finding.direction != Direction::Outgoing) return false;
+    if (finding.relationClass == QorNoIdentifier) return false;
+    // The relations up to the one at which the breach was met, and, towards one class, all that were counted. Their
+    // ends stay unchecked: being part of this breach says nothing of their own limits.
+    passed(object.ends(Direction::Outgoing).first(finding.firstEnd + 1));
+    if (finding.otherClass != QorNoIdentifier)
+        for (const long relation : breach.relations) _results.checked.relations.add(relation);
+    return false;
+}
+
+void FirstBreachRun::passed(std::span<const QorRelationEnd> outgoing) {
+    for (const auto& end : outgoing) _results.checked.relations.add(end.relation);
+}
+
+void FirstBreachRun::turnsTo(QorIdentifier relationClass) { _results.checked.classes.add(relationClass); }
+
+bool FirstBreachRun::wantsMinimumTowards(QorIdentifier cls) {
+    if (_results.checked.classes.contains(cls)) return false;
+    _results.checked.classes.add(cls);
+    return true;
+}
+
+}  // namespace qor::cardinality

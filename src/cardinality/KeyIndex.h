@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace qor::cardinality {
+
+/// Numbers keys from 0 in the order in which they first appear. Clearing is O(1) and keeps the memory, so that one
+/// index serves object after object without allocating.
+class KeyIndex {
+public:
+    static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
+    KeyIndex();
+
+    void clear() noexcept;
+    /// The key's number; a new key gets the next one. Amortised O(1).
+    std::uint32_t add(std::uint64_t key);
+    /// The key's number, or kNone.
+    [[nodiscard]] std::uint32_t find(std::uint64_t key) const noexcept;
+    [[nodiscard]] std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(_keys.size()); }
+
+private:
+    /// Holds a key only while its stamp is the index's.
+    struct Slot {
+        std::uint64_t key = 0;
+        std::uint32_t stamp = 0;
+        std::uint32_t number = 0;
+    };
+
+    [[nodiscard]] std::size_t place(std::uint64_t key) const noexcept;
+    void useSlots(std::size_t count);
+    void forgetSlots() noexcept;
+
+    std::vector<Slot> _slots;
+    std::vector<std::uint64_t> _keys;
+    std::size_t _mask;  ///< of the slots in use: few keys stay within few cache lines
+    std::uint32_t _stamp = 1;
+};
+
+}  // namespace qor::cardinality

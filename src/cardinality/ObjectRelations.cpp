@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cardinality/ObjectRelations.h"
+
+#include "cardinality/repository.h"
+
+namespace qor::cardinality {
+
+namespace {
+
+/// Stores an identifier in 32 bits; the request counts as failed when it does not fit.
+bool take(Request request, QorErrorCode code, long identifier, QorIdentifier& out) {
+    if (!succeeded(request, code)) return false;
+    const auto narrow = Qor_NarrowIdentifier(identifier);
+    if (!narrow) {
+        reportInternalError(request);
+        return false;
+    }
+    out = *narrow;
+    return true;
+}
+
+bool classOfObject(long object, QorIdentifier& cls) {
+    long found = QorNoIdentifier;
+    const auto code = repository().classOf(object, found);
+    return take(Request::ClassOfObject, code, found, cls);
+}
+
+bool otherEnd(long relation, Direction direction, QorIdentifier& other) {
+    long from = QorNoIdentifier;
+    long to = QorNoIdentifier;
+    if (direction == Direction::Outgoing) {
+        const auto code = repository().getToInstanceViaRelnInstance(relation, to);
+        return take(Request::TargetOfRelation, code, to, other);
+    }
+    const auto code = repository().getEndpointsOfRelationInstance(relation, from, to);
+    return take(Request::EndsOfRelation, code, from, other);
+}
+
+bool readEnd(long relation, Direction direction, QorRelationEnd& end) {
+    long relationClass = QorNoIdentifier;
+    const auto code = repository().relationOf(relation, relationClass);
+    return take(Request::ClassOfRelation, code, relationClass, end.relationClass) &&
+           take(Request::ClassOfRelation, QorErrorCode::Ok, relation, end.relation) &&
+           otherEnd(relation, direction, end.other) && classOfObject(end.other, end.otherClass);
+}
+
+}  // namespace
+
+bool readEnds(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
+    ends.clear();
+    ISortedSet<long> relations;
+    const bool listed =
+        direction == Direction::Outgoing
+            ? succeeded(Request::OutgoingRelations, repository().getFromRelationInstances(object, relations))
+            : succeeded(Request::IncomingRelations, repository().getToRelationInstances(object, relations));
+    if (!listed) return false;
+    ends.reserve(relations.numberOfElements());
+    for (const long relation : relations)
+        if (!readEnd(relation, direction, ends.emplace_back())) return false;
+    return true;
+}
+
+ObjectRelations::ObjectRelations() : _bulk(repository().bulkView()) {}
+
+bool ObjectRelations::open(long object) {
+    _object = object;
+    _cls = QorNoIdentifier;
+    for (auto& side : _sides.values) side.read = side.counted = false;
+    return openInBulk(object) || classOfObject(object, _cls);
+}
+
+bool ObjectRelations::openInBulk(long object) {
+    if (_bulk == nullptr) return false;
+    long cls = QorNoIdentifier;
+    auto& outgoing = _sides[Direction::Outgoing];
+    auto& incoming = _sides[Direction::Incoming];
+    if (_bulk->viewObject(object, cls, outgoing.ends, incoming.ends) != QorErrorCode::Ok) return false;
+    const auto narrow = Qor_NarrowIdentifier(cls);
+    if (!narrow) return false;
+    _cls = *narrow;
+    outgoing.read = incoming.read = true;
+    return true;
+}
+
+bool ObjectRelations::read(Direction direction) {
+    auto& wanted = _sides[direction];
+    if (wanted.read) return true;
+    if (!readEnds(_object, direction, wanted.buffer)) return false;
+    wanted.ends = wanted.buffer;
+    wanted.read = true;
+    return true;
+}
+
+std::span<const QorRelationEnd> ObjectRelations::ends(Direction direction) const noexcept {
+    return _sides[direction].ends;
+}
+
+std::uint32_t ObjectRelations::count(Direction direction) const noexcept {
+    return static_cast<std::uint32_t>(_sides[direction].ends.size());
+}
+
+const EndGroups& ObjectRelations::groups(Direction direction) {
+    auto& wanted = _sides[direction];
+    if (!wanted.counted) {
+        wanted.groups.count(wanted.ends);
+        wanted.counted = true;
+    }
+    return wanted.groups;
+}
+
+}  // namespace qor::cardinality

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "cardinality/Direction.h"
+#include "cardinality/EndGroups.h"
+#include "platform/QorCoreBulkView.h"
+#include "platform/QorIdentifier.h"
+
+namespace qor::cardinality {
+
+/// Class and relations of one object at a time, taken from the repository's bulk view where it offers one and from its
+/// plain operations otherwise. Buffers are kept from object to object. A reading operation that answers false has
+/// reported an internal error.
+class ObjectRelations {
+public:
+    ObjectRelations();
+
+    /// Turns to the object and reads its class.
+    bool open(long object);
+    [[nodiscard]] long object() const noexcept { return _object; }
+    [[nodiscard]] QorIdentifier cls() const noexcept { return _cls; }
+
+    /// Reads the object's relations in one direction, once per object.
+    bool read(Direction direction);
+
+    // After `read` of the direction:
+
+    /// Ascending by relation. The views hold until the next `open` and the repository's next change.
+    [[nodiscard]] std::span<const QorRelationEnd> ends(Direction direction) const noexcept;
+    [[nodiscard]] std::uint32_t count(Direction direction) const noexcept;
+    /// Counted on the first call for an object.
+    const EndGroups& groups(Direction direction);
+
+private:
+    struct Side {
+        bool read = false;
+        bool counted = false;
+        std::span<const QorRelationEnd> ends;
+        std::vector<QorRelationEnd> buffer;
+        EndGroups groups;
+    };
+
+    bool openInBulk(long object);
+
+    QorCoreBulkView* _bulk;
+    long _object = QorNoIdentifier;
+    QorIdentifier _cls = QorNoIdentifier;
+    PerDirection<Side> _sides;
+};
+
+/// The ends at one object's relations by the repository's plain operations; false after an internal error.
+bool readEnds(long object, Direction direction, std::vector<QorRelationEnd>& ends);
+
+}  // namespace qor::cardinality

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cardinality/QorCardinalityCompleteCheck.h"
+
+#include "cardinality/ObjectTests.h"
+#include "cardinality/QorCardinalityHandler.h"
+#include "cardinality/breaches.h"
+#include "cardinality/repository.h"
+#include "platform/QorGuard.h"
+#include "platform/SvWindow.h"
+
+using namespace qor::cardinality;
+
+namespace {
+
+/// Hands every breach to the sink until the sink has enough.
+class CompleteRun final : private TestObserver {
+public:
+    using Sink = QorCardinalityCompleteCheck::Sink;
+
+    CompleteRun(const ClassRules& rules, const Sink& sink) : _rules(rules), _sink(sink), _tests(rules) {}
+    CompleteRun(const CompleteRun&) = delete;
+    CompleteRun& operator=(const CompleteRun&) = delete;
+    ~CompleteRun() override = default;
+
+    Outcome checkModel(long model) {
+        const auto objects = checkObjects(model);
+        return objects == Outcome::Completed ? checkClasses(model) : objects;
+    }
+
+    Outcome checkObject(long object) {
+        if (!_object.open(object)) return Outcome::Failed;
+        const auto maxima = _tests.testMaxima(_object, *this);
+        return maxima == Outcome::Completed ? _tests.testMinima(_object, *this) : maxima;
+    }
+
+private:
+    Outcome checkObjects(long model) {
+        ISortedSet<long> objects;
+        if (!succeeded(Request::ObjectsOfModel, repository().getAllInstancesInModel(model, objects)))
+            return Outcome::Failed;
+        for (const long object : objects) {
+            const auto outcome = checkObject(object);
+            if (outcome != Outcome::Completed) return outcome;
+        }
+        return Outcome::Completed;
+    }
+
+    Outcome checkClasses(long model) {
+        ISortedSet<long> classes;
+        if (!visibleClasses(model, classes)) return Outcome::Failed;
+        for (const long cls : classes) {
+            const auto key = Qor_NarrowIdentifier(cls);
+            const auto* rules = key ? _rules.find(*key) : nullptr;
+            if (rules == nullptr) continue;
+            const auto outcome = testClass(*rules, model, true, true, _sink);
+            if (outcome != Outcome::Completed) return outcome;
+        }
+        return Outcome::Completed;
+    }
+
+    bool breached(ObjectRelations& object, const Finding& finding) override { return _sink(breachOf(object, finding)); }
+
+    const ClassRules& _rules;
+    const Sink& _sink;
+    ObjectTests _tests;
+    ObjectRelations _object;
+};
+
+}  // namespace
+
+QorCardinalityCompleteCheck::QorCardinalityCompleteCheck(const QorCardinalityHandler& handler) : _handler(handler) {}
+QorCardinalityCompleteCheck::~QorCardinalityCompleteCheck() = default;
+
+bool QorCardinalityCompleteCheck::checkModel(long model, const Sink& sink) {
+    const QorWaitCursor wait;
+    return Qor_Guarded(kSource, false, [&] {
+        return CompleteRun(_handler.getClassCardinalities(), sink).checkModel(model) != Outcome::Failed;
+    });
+}
+
+bool QorCardinalityCompleteCheck::checkObject(long object, const Sink& sink) {
+    const QorWaitCursor wait;
+    return Qor_Guarded(kSource, false, [&] {
+        return CompleteRun(_handler.getClassCardinalities(), sink).checkObject(object) != Outcome::Failed;
+    });
+}

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "embedded/Adjacency.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace qor::embedded {
+
+namespace {
+
+constexpr Adjacency::Direction kDirections[] = {Adjacency::Outgoing, Adjacency::Incoming};
+
+constexpr Adjacency::Direction opposite(Adjacency::Direction direction) {
+    return direction == Adjacency::Outgoing ? Adjacency::Incoming : Adjacency::Outgoing;
+}
+
+QorIdentifier ownEnd(Adjacency::Direction direction, const RelationRow& relation) {
+    return direction == Adjacency::Outgoing ? relation.from : relation.to;
+}
+
+bool relationIsLower(const QorRelationEnd& a, const QorRelationEnd& b) { return a.relation < b.relation; }
+bool relationIsSame(const QorRelationEnd& a, const QorRelationEnd& b) { return a.relation == b.relation; }
+
+}  // namespace
+
+QorRelationEnd Adjacency::endOf(Direction direction, const RelationRow& relation) const {
+    const QorIdentifier other = ownEnd(opposite(direction), relation);
+    return {relation.id, relation.relationClass, other, _tables.objects[rowOf(other)].cls};
+}
+
+std::span<const QorRelationEnd> Adjacency::ends(Direction direction, std::size_t object) {
+    prepare();
+    Side& side = _sides[direction];
+    if (object >= side.places.size()) return {};
+    if (side.places[object].count & kUntidy) tidy(direction, object);
+    return {first(side, side.places[object]), side.places[object].count};
+}
+
+void Adjacency::noteRemoval(const RelationRow& relation) {
+    if (!_laidOut) return;
+    mark(Outgoing, relation.from);
+    mark(Incoming, relation.to);
+    ++_edits;
+}
+
+void Adjacency::moveEnd(Direction direction, RelationRow& relation, QorIdentifier object) {
+    if (_laidOut) {
+        takeUpNew();
+        makeRoomForEnd(direction, rowOf(object));
+    }
+    const QorIdentifier before = ownEnd(direction, relation);
+    (direction == Outgoing ? relation.from : relation.to) = object;
+    if (!_laidOut) return;
+    mark(direction, before);
+    mark(opposite(direction), ownEnd(opposite(direction), relation));
+    addEnd(direction, rowOf(object), endOf(direction, relation));
+    ++_edits;
+}
+
+void Adjacency::foldIn() {
+    if (!_laidOut || _edits > 0 || _relationsTakenUp < _tables.relations.size()) layOut();
+}
+
+void Adjacency::layOut() {
+    _laidOut = false;
+    for (const Direction direction : kDirections) layOutSide(direction);
+    _relationsTakenUp = _tables.relations.size();
+    _edits = 0;
+    _laidOut = true;
+}
+
+void Adjacency::layOutSide(Direction direction) {
+    Side& side = _sides[direction];
+    side.overlay = {};
+    side.places.assign(_tables.objects.size(), {});
+    std::uint32_t total = 0;
+    for (const RelationRow& relation : _tables.relations) {
+        if (relation.id == QorNoIdentifier) continue;
+        ++side.places[rowOf(ownEnd(direction, relation))].count;
+        ++total;
+    }
+    std::uint32_t start = 0;
+    for (Place& place : side.places) {
+        place.start = start;
+        start += place.count;
+        place.count = 0;
+    }
+    side.ends.resize(total);
+    for (const RelationRow& relation : _tables.relations) {
+        if (relation.id == QorNoIdentifier) continue;
+        Place& place = side.places[rowOf(ownEnd(direction, relation))];
+        side.ends[place.start + place.count++] = endOf(direction, relation);
+    }
+}
+
+// Brings the lists up to date before they are read.
+void Adjacency::prepare() {
+    const std::size_t fresh = _tables.relations.size() - (_laidOut ? _relationsTakenUp : 0);
+    if (!_laidOut || (fresh + _edits) * 8 > _tables.objects.size() + _tables.relations.size())
+        layOut();
+    else if (fresh > 0)
+        takeUpNew();
+}
+
+void Adjacency::takeUpNew() {
+    for (; _relationsTakenUp < _tables.relations.size(); ++_relationsTakenUp) {
+        const RelationRow& relation = _tables.relations[_relationsTakenUp];
+        if (relation.id == QorNoIdentifier) continue;
+        for (const Direction direction : kDirections) makeRoomForEnd(direction, rowOf(ownEnd(direction, relation)));
+        for (const Direction direction : kDirections)
+            addEnd(direction, rowOf(ownEnd(direction, relation)), endOf(direction, relation));
+        ++_edits;
+    }
+}
+
+QorRelationEnd* Adjacency::first(Side& side, const Place& place) {
+    return place.start < side.ends.size() ? side.ends.data() + place.start
+                                          : side.overlay.data() + (place.start - side.ends.size());
+}
+
+// A list in the overlay has room for the next power of two, one among the laid out ends for no more than it holds.
+void Adjacency::makeRoomForEnd(Direction direction, std::size_t object) {
+    Side& side = _sides[direction];
+    if (side.places.size() < _tables.objects.size()) side.places.resize(_tables.objects.size());
+    Place& place = side.places[object];
+    const std::uint32_t count = place.count & ~kUntidy;
+    const bool inOverlay = count > 0 && place.start >= side.ends.size();
+    if (inOverlay && count < std::bit_ceil(count)) return;
+
+    const std::size_t start = side.overlay.size();
+    side.overlay.resize(start + std::bit_ceil(count + 1));
+    std::copy_n(first(side, place), count, side.overlay.begin() + static_cast<std::ptrdiff_t>(start));
+    place.start = static_cast<std::uint32_t>(side.ends.size() + start);
+}
+
+void Adjacency::addEnd(Direction direction, std::size_t object, const QorRelationEnd& end) noexcept {
+    Side& side = _sides[direction];
+    Place& place = side.places[object];
+    const std::uint32_t count = place.count & ~kUntidy;
+    QorRelationEnd* const ends = first(side, place);
+    const bool keepsOrder = count == 0 || ends[count - 1].relation < end.relation;
+    ends[count] = end;
+    place.count = (count + 1) | (place.count & kUntidy) | (keepsOrder ? 0 : kUntidy);
+}
+
+void Adjacency::mark(Direction direction, QorIdentifier object) noexcept {
+    Side& side = _sides[direction];
+    const std::size_t row = rowOf(object);
+    if (row < side.places.size() && side.places[row].count > 0) side.places[row].count |= kUntidy;
+}
+
+// Makes every end anew from its relation's row, leaves out those that are not the object's any more, and restores the
+// order.
+void Adjacency::tidy(Direction direction, std::size_t object) {
+    Side& side = _sides[direction];
+    Place& place = side.places[object];
+    QorRelationEnd* const begin = first(side, place);
+    QorRelationEnd* end = begin;
+    for (const QorRelationEnd* read = begin; read != begin + (place.count & ~kUntidy); ++read) {
+        const ThingPlace thing = _things.at(read->relation);
+        if (thing.kind != QorThingKind::Relation) continue;
+        const RelationRow& relation = _tables.relations[thing.index];
+        if (ownEnd(direction, relation) == _tables.objects[object].id) *end++ = endOf(direction, relation);
+    }
+    if (!std::is_sorted(begin, end, relationIsLower)) std::sort(begin, end, relationIsLower);
+    place.count = static_cast<std::uint32_t>(std::unique(begin, end, relationIsSame) - begin);
+}
+
+std::size_t Adjacency::bytes() const {
+    std::size_t bytes = 0;
+    for (const Side& side : _sides)
+        bytes += side.places.capacity() * sizeof(Place) +
+                 (side.ends.capacity() + side.overlay.capacity()) * sizeof(QorRelationEnd);
+    return bytes;
+}
+
+}  // namespace qor::embedded

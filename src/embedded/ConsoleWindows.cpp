@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "embedded/ConsoleWindows.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace qor::embedded {
+
+namespace {
+
+constexpr const char* kRed = "\x1b[31m";
+constexpr const char* kYellow = "\x1b[33m";
+constexpr const char* kPlain = "\x1b[0m";
+constexpr const char* kClearLine = "\r\x1b[K";
+
+bool isSet(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+bool isDumb() {
+    const char* const kind = std::getenv("TERM");
+    return kind == nullptr || std::string_view(kind) == "dumb";
+}
+
+// Line feeds stay when lines may follow each other; every other control character becomes "\xNN".
+std::string printable(std::string_view text, bool manyLines) {
+    std::string shown;
+    shown.reserve(text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 && byte != 0x7f) {
+            shown += c;
+        } else if (c == '\n' && manyLines) {
+            shown += "\n    ";
+        } else if (c == '\n' || c == '\t') {
+            shown += ' ';
+        } else {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
+            shown += escaped;
+        }
+    }
+    return shown;
+}
+
+}  // namespace
+
+ConsoleWindows::ConsoleWindows()
+    : _terminal(::isatty(STDERR_FILENO) == 1 && !isDumb()),
+      _colour((_terminal && !isSet("NO_COLOR")) || isSet("CLICOLOR_FORCE")) {}
+
+ConsoleWindows::~ConsoleWindows() { clearProgressLine(); }
+
+void ConsoleWindows::writeLine(const char* colour, const char* label, const std::string& text) {
+    clearProgressLine();
+    std::fprintf(stderr, "%s%s%s%s\n", _colour ? colour : "", label, _colour ? kPlain : "", text.c_str());
+    showProgressLine();
+}
+
+int ConsoleWindows::box(SV::Window*, unsigned long style, const SV::String& text) {
+    std::string_view shown = text.view();
+    while (!shown.empty() && shown.back() == '\n') shown.remove_suffix(1);
+    if (style == QorBoxStyle::Error)
+        writeLine(kRed, "error: ", printable(shown, true));
+    else
+        writeLine("", "", printable(shown, true));
+    return 0;
+}
+
+bool ConsoleWindows::query(SV::Window*, const SV::String& text) {
+    writeLine(kYellow, "", printable(text.view(), true) + " no");
+    return false;
+}
+
+void ConsoleWindows::clearProgressLine() {
+    if (_terminal && !_open.empty()) std::fputs(kClearLine, stderr);
+}
+
+void ConsoleWindows::showProgressLine() {
+    if (!_terminal || _open.empty()) return;
+    std::fputs(_open.back().text.c_str(), stderr);
+    std::fflush(stderr);
+}
+
+long ConsoleWindows::openProgress(SV::Window*, const SV::String& text) {
+    clearProgressLine();
+    _open.push_back({++_lastWindow, printable(text.view(), false)});
+    showProgressLine();
+    return _lastWindow;
+}
+
+void ConsoleWindows::closeProgress(long window) {
+    clearProgressLine();
+    std::erase_if(_open, [&](const Progress& progress) { return progress.window == window; });
+    showProgressLine();
+}
+
+bool ConsoleWindows::checkBoxDialog(SV::Window*, const SV::String&, std::span<QorCheckBox>) { return false; }
+
+bool ConsoleWindows::saveFileDialog(SV::Window*, const QorFileFilter&, SV::String& path) {
+    path.Clear();
+    return false;
+}
+
+void ConsoleWindows::internalError(const char* source, long line, const char* text) {
+    std::string what = std::string(source) + ", line " + std::to_string(line);
+    if (*text != '\0') what += std::string(": ") + text;
+    writeLine(kRed, "internal error: ", printable(what, false));
+}
+
+}  // namespace qor::embedded

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "embedded/Answers.h"
+#include "embedded/ModelingManager.h"
+#include "platform/QorEventListener.h"
+#include "platform/QorLibraryHandlers.h"
+
+namespace qor::embedded {
+
+namespace {
+
+constexpr QorEventType kLoadEvents[] = {QorEventType::LibraryLoaded, QorEventType::LibraryLoadedCardinality,
+                                        QorEventType::LibraryLoadedSimMapping};
+
+}  // namespace
+
+bool ModelingManager::isLibrary(QorIdentifier id) const {
+    const QorThingKind kind = _repository.kindOf(id);
+    return kind == QorThingKind::ApplicationLibrary || kind == QorThingKind::LibraryPart;
+}
+
+bool ModelingManager::IsLibraryLoaded(long library) {
+    const QorIdentifier id = narrow(library);
+    return isLibrary(id) && _repository.applicationLibraryOf(id) == _session.library;
+}
+
+QorErrorCode ModelingManager::getAttachedLibraries(long library, long& first, long& second) {
+    first = second = -1;
+    const LibraryRow* const row = _repository.meta().library(narrow(library));
+    if (row == nullptr) return QorErrorCode::NotFound;
+    first = row->parts[0];
+    second = row->parts[1];
+    return QorErrorCode::Ok;
+}
+
+QorErrorCode ModelingManager::getAppLibraryName(long library, char*& name) {
+    name = nullptr;
+    return answered([&] {
+        const QorIdentifier id = narrow(library);
+        if (_repository.meta().library(id) == nullptr) return QorErrorCode::NotFound;
+        return give(name, _repository.nameOf(id));
+    });
+}
+
+QorErrorCode ModelingManager::getAppLibraryName(char*& name) { return getAppLibraryName(_session.library, name); }
+
+void ModelingManager::raiseLoadEvent(QorEventType type) const {
+    if (type == QorEventType::LibraryLoadedCardinality)
+        Qor_RaiseEvent(QorLibraryEvent(type, _session.businessProcess, _session.workingEnvironment));
+    else
+        Qor_RaiseEvent(QorLibraryEvent(type, _session.library));
+}
+
+QorErrorCode ModelingManager::LoadApplicationLibrary(long library, bool lockIt) {
+    return answered([&] {
+        const QorIdentifier id = narrow(library);
+        if (_session.library != QorNoIdentifier)
+            if (const QorErrorCode code = discardCompleteLibrary(_session.library); code != QorErrorCode::Ok)
+                return code;
+        const LibraryRow* const row = _repository.meta().library(id);
+        if (row == nullptr) return QorErrorCode::NotFound;
+        if (lockIt)
+            if (const QorErrorCode code = lockAll({id, row->parts[0], row->parts[1]}); code != QorErrorCode::Ok)
+                return code;
+        _repository.models().layOut();
+        _session.library = id;
+        _session.businessProcess = row->parts[0];
+        _session.workingEnvironment = row->parts[1];
+        for (const QorEventType type : kLoadEvents) raiseLoadEvent(type);
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode ModelingManager::discardCompleteLibrary(long library) {
+    return answered([&] {
+        const QorIdentifier id = narrow(library);
+        if (_repository.meta().library(id) == nullptr || id != _session.library) return QorErrorCode::NotFound;
+        for (const QorIdentifier locked : {id, _session.businessProcess, _session.workingEnvironment})
+            (void)unlockLibrary(locked);  // what somebody else holds stays with them
+        _session.modelTypes.reset();
+        _session.library = _session.businessProcess = _session.workingEnvironment = QorNoIdentifier;
+        Qor_RaiseEvent(QorLibraryEvent(QorEventType::LibraryDiscarded, id));
+        return QorErrorCode::Ok;
+    });
+}
+
+// The facets of this repository are its indexes and the order in which relations lie.
+QorErrorCode ModelingManager::updateFacets() {
+    return answered([&] {
+        _repository.models().layOut();
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode ModelingManager::initLibraryHandlers(bool all) {
+    return answered([&] {
+        if (_session.library == QorNoIdentifier) return QorErrorCode::NotFound;
+        if (_session.modelTypes == nullptr)
+            _session.modelTypes = std::make_unique<ModelTypeHandler>(_repository, _session.library);
+        return Qor_RenewLibraryHandlers([&](QorEventType type) { raiseLoadEvent(type); }, all);
+    });
+}
+
+bool ModelingManager::isLibraryLocked(long library, QorUserID& holder) {
+    holder = _session.holderOf(narrow(library));
+    return !holder.isNone();
+}
+
+// All of them or none.
+QorErrorCode ModelingManager::lockAll(std::initializer_list<QorIdentifier> libraries) {
+    for (const QorIdentifier id : libraries) {
+        const QorUserID holder = _session.holderOf(id);
+        if (!holder.isNone() && !(holder == _users.current())) return QorErrorCode::LockedByOther;
+    }
+    for (const QorIdentifier id : libraries) _session.locks.try_emplace(id);  // for nobody yet: memory may run out
+    for (const QorIdentifier id : libraries) _session.locks[id] = _users.current();
+    return QorErrorCode::Ok;
+}
+
+// Nobody else writes to a repository in memory, so there is nothing to wait for.
+QorErrorCode ModelingManager::lockLibrary(long library, bool, QorDBLockModeType mode) {
+    return answered([&] {
+        const QorIdentifier id = narrow(library);
+        if (!isLibrary(id)) return QorErrorCode::NotFound;
+        if (mode != QorDBLockModeType::Exclusive) return QorErrorCode::OutOfRange;
+        return lockAll({id});
+    });
+}
+
+QorErrorCode ModelingManager::unlockLibrary(long library) {
+    const QorIdentifier id = narrow(library);
+    if (!isLibrary(id)) return QorErrorCode::NotFound;
+    const QorUserID holder = _session.holderOf(id);
+    if (holder.isNone()) return QorErrorCode::Ok;
+    if (!(holder == _users.current())) return QorErrorCode::LockedByOther;
+    _session.locks.erase(id);
+    return QorErrorCode::Ok;
+}
+
+}  // namespace qor::embedded

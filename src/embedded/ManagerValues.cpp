@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <optional>
+
+#include "embedded/Answers.h"
+#include "embedded/InterReferenceText.h"
+#include "embedded/ModelingManager.h"
+#include "embedded/References.h"
+#include "embedded/ValueCheck.h"
+#include "platform/QorAttributeIds.h"
+#include "platform/QorEventListener.h"
+
+namespace qor::embedded {
+
+// ---- Reading ----
+
+template <class Take>
+QorErrorCode ModelingManager::readValue(long identifier, long attribute, bool withDefault, Take take) const {
+    return answered([&] {
+        const QorIdentifier thing = narrow(identifier);
+        const AttributeRow* const row = _repository.attributeOf(thing, narrow(attribute));
+        if (row == nullptr) return QorErrorCode::NotFound;
+        const std::optional<std::string_view> text = _repository.value(thing, *row, withDefault);
+        return text ? take(*text, row->type) : QorErrorCode::NoValue;
+    });
+}
+
+QorErrorCode ModelingManager::getAttributeValue(long identifier, long attribute, char*& text, bool withDefault) {
+    text = nullptr;
+    return readValue(identifier, attribute, withDefault,
+                     [&](std::string_view value, QorCoreAttributeType) { return give(text, value); });
+}
+
+QorErrorCode ModelingManager::getAttributeValue(long identifier, long attribute, long& number, bool withDefault) {
+    number = -1;
+    return readValue(identifier, attribute, withDefault, [&](std::string_view value, QorCoreAttributeType type) {
+        const auto read = type == QorCoreAttributeType::Integer ? integerFrom(value) : std::nullopt;
+        if (!read) return QorErrorCode::OutOfRange;
+        number = *read;
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode ModelingManager::getAttributeValue(long identifier, long attribute, double& number, bool withDefault) {
+    number = 0.0;
+    return readValue(identifier, attribute, withDefault, [&](std::string_view value, QorCoreAttributeType type) {
+        const bool isNumber = type == QorCoreAttributeType::Floating || type == QorCoreAttributeType::Integer;
+        const auto read = isNumber ? floatingFrom(value) : std::nullopt;
+        if (!read) return QorErrorCode::OutOfRange;
+        number = *read;
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode ModelingManager::getAttributeValueAsNewChar(long identifier, long attribute, char*& text) {
+    return getAttributeValue(identifier, attribute, text, true);
+}
+
+// ---- Writing ----
+
+QorErrorCode ModelingManager::writeValue(QorIdentifier model, QorIdentifier instance, QorIdentifier attribute,
+                                         std::string_view text, bool raiseEvent) {
+    if (model == QorNoIdentifier || _repository.models().modelOf(instance) != model) return QorErrorCode::NotFound;
+    const QorBuildResult result = _repository.setInstanceValue(instance, attribute, text);
+    if (!result.ok()) return codeOf(result.error);
+    if (raiseEvent) announceValue(model, instance, *_repository.meta().attribute(attribute));
+    return QorErrorCode::Ok;
+}
+
+void ModelingManager::announceValue(QorIdentifier model, QorIdentifier instance, const AttributeRow& attribute) const {
+    const RecordRow* const row = _repository.models().row(instance);
+    QorIdentifier object = instance;
+    while (const RecordRow* above = _repository.models().row(object)) object = above->owner;
+    Qor_RaiseEvent(QorAttributeEvent(QorEventType::AttributeValueChanged, 0, model, object, attribute.id,
+                                     row ? row->id : QorNoIdentifier, static_cast<long>(attribute.type)));
+}
+
+QorErrorCode ModelingManager::setAttributeValue(long model, long identifier, long attribute, const char* text,
+                                                bool raiseEvent) {
+    return answered([&] {
+        return writeValue(narrow(model), narrow(identifier), narrow(attribute), textOrEmpty(text), raiseEvent);
+    });
+}
+
+QorErrorCode ModelingManager::setAttributeValueAsString(long model, long identifier, long attribute, const char* text,
+                                                        bool raiseEvent) {
+    return setAttributeValue(model, identifier, attribute, text, raiseEvent);
+}
+
+QorErrorCode ModelingManager::setAttributeValue(long model, long identifier, long attribute, long number,
+                                                bool raiseEvent) {
+    return answered([&] {
+        const AttributeRow* const row = _repository.attributeOf(narrow(identifier), narrow(attribute));
+        if (row == nullptr) return QorErrorCode::NotFound;
+        const bool isNumber = row->type == QorCoreAttributeType::Integer || row->type == QorCoreAttributeType::Floating;
+        const std::optional<QorIdentifier> narrowed = Qor_NarrowIdentifier(number);
+        if (!isNumber || !narrowed) return QorErrorCode::ValueRefused;
+        return writeValue(narrow(model), narrow(identifier), row->id, textFrom(*narrowed), raiseEvent);
+    });
+}
+
+QorErrorCode ModelingManager::setAttributeValue(long model, long identifier, long attribute, double number,
+                                                bool raiseEvent) {
+    return answered([&] {
+        const AttributeRow* const row = _repository.attributeOf(narrow(identifier), narrow(attribute));
+        if (row == nullptr) return QorErrorCode::NotFound;
+        if (row->type != QorCoreAttributeType::Floating) return QorErrorCode::ValueRefused;
+        return writeValue(narrow(model), narrow(identifier), row->id, textFrom(number), raiseEvent);
+    });
+}
+
+// ---- Attribute profiles ----
+
+// A profile is an object of the profile class or of one below it: of the object's own model, else of the first model
+// that has one.
+QorIdentifier ModelingManager::findProfile(QorIdentifier object, QorIdentifier cls, std::string_view name) const {
+    const ModelStore& models = _repository.models();
+    std::vector<QorIdentifier> classes = _repository.meta().descendants(cls);
+    classes.insert(classes.begin(), cls);
+    QorIdentifier found = QorNoIdentifier;
+    const auto search = [&](QorIdentifier model) {
+        for (auto at = classes.begin(); found == QorNoIdentifier && at != classes.end(); ++at)
+            found = models.findObject(model, *at, name);
+    };
+    search(models.modelOf(object));
+    if (found == QorNoIdentifier)
+        _repository.meta()
+            .library(_repository.applicationLibraryOf(object))
+            ->models.forEach(_repository.things(), search);
+    return found;
+}
+
+QorErrorCode ModelingManager::getAttributeIDFromAttrProfAttributeName(long object, const char* referenceAttribute,
+                                                                      const char* profileAttribute, long& profile,
+                                                                      long& attribute) {
+    profile = attribute = -1;
+    return answered([&] {
+        const MetaModel& meta = _repository.meta();
+        const QorIdentifier id = narrow(object);
+        const QorIdentifier cls = _repository.models().classOfInstance(id);
+        const AttributeRow* const reference = meta.attribute(meta.findAttribute(cls, textOrEmpty(referenceAttribute)));
+        if (reference == nullptr || reference->type != QorCoreAttributeType::AttributeProfile)
+            return QorErrorCode::NotFound;
+        const std::optional<std::string_view> name = _repository.value(id, *reference, true);
+        if (!name || name->empty()) return QorErrorCode::NoProfileReferenced;
+        const QorIdentifier found = findProfile(id, reference->target, *name);
+        const QorIdentifier its =
+            meta.findAttribute(_repository.models().classOfInstance(found), textOrEmpty(profileAttribute));
+        if (its == QorNoIdentifier) return QorErrorCode::NotFound;
+        profile = found;
+        return give(attribute, its);
+    });
+}
+
+// ---- Records ----
+
+bool ModelingManager::isRecordOf(QorIdentifier owner, QorIdentifier attribute) const {
+    const AttributeRow* const row = _repository.attributeOf(owner, attribute);
+    return row != nullptr && row->type == QorCoreAttributeType::Record;
+}
+
+QorErrorCode ModelingManager::getRecordInstances(long object, long attribute, ISequence<long>& rows) {
+    rows.removeAll();
+    return answered([&] {
+        if (!isRecordOf(narrow(object), narrow(attribute))) return QorErrorCode::NotFound;
+        const auto ids = _repository.models().rows(narrow(object), narrow(attribute));
+        rows.reserve(ids.size());
+        for (const QorIdentifier id : ids) rows.add(id);
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode ModelingManager::createRecordInstance(long model, long object, long attribute, long& row, long position) {
+    row = -1;
+    return answered([&] {
+        const QorIdentifier owner = narrow(object);
+        ModelStore& models = _repository.models();
+        if (!isRecordOf(owner, narrow(attribute)) || models.modelOf(owner) != narrow(model))
+            return QorErrorCode::NotFound;
+        if (position < -1 || position > static_cast<long>(models.rows(owner, narrow(attribute)).size()))
+            return QorErrorCode::OutOfRange;
+        const QorBuildResult result =
+            models.addRow(owner, *_repository.attributeOf(owner, narrow(attribute)), position);
+        return result.ok() ? give(row, result.id) : codeOf(result.error);
+    });
+}
+
+QorErrorCode ModelingManager::deleteRecordInstance(long model, long object, long attribute, long row) {
+    return answered([&] {
+        const RecordRow* const found = _repository.models().row(narrow(row));
+        if (found == nullptr || found->owner != narrow(object) || found->attribute != narrow(attribute) ||
+            _repository.models().modelOf(found->owner) != narrow(model))
+            return QorErrorCode::NotFound;
+        const bool losesReferences = holdsReferences(_repository, found->id);
+        if (const QorBuildResult result = _repository.models().removeRow(found->id); !result.ok())
+            return codeOf(result.error);
+        if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
+        return QorErrorCode::Ok;
+    });
+}
+
+// ---- Inter-model references ----
+
+QorErrorCode ModelingManager::getInterRefsOfSourceModel(long model, QorSourceInterRefContainer& references) {
+    references.removeAll();
+    return answered([&] {
+        const QorIdentifier id = narrow(model);
+        if (_repository.models().model(id) == nullptr) return QorErrorCode::NotFound;
+        QorSourceInterRefContainer found;
+        forEachReferenceInModel(_repository, id, [&](const AttributeRow& attribute, std::string_view text) {
+            auto targets = parseReferences(text, attribute.refersToModels);
+            if (!targets) return;
+            for (QorInterModRefTarget& target : *targets) {
+                target.attribute = attribute.id;
+                found.add(std::move(target));
+            }
+        });
+        references = std::move(found);
+        return QorErrorCode::Ok;
+    });
+}
+
+}  // namespace qor::embedded

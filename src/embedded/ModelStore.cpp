@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "embedded/ModelStore.h"
+
+#include <algorithm>
+
+namespace qor::embedded {
+
+ModelStore::ModelStore(Store& store, MetaModel& meta, Values& values) : _store(store), _meta(meta), _values(values) {}
+
+QorBuildResult ModelStore::addModel(QorIdentifier modelType, std::string_view name, std::string_view version) {
+    if (_meta.modelType(modelType) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (const QorBuildError error = checkName(name); error != QorBuildError::None) return refused(error);
+    if (const QorBuildError error = checkName(version);
+        error != QorBuildError::None && error != QorBuildError::EmptyName)
+        return refused(error);
+    QorIdentifier thread = findThread(modelType, name);
+    if (thread != QorNoIdentifier)
+        if (const QorIdentifier holder = findVersion(thread, version); holder != QorNoIdentifier)
+            return refused(QorBuildError::DuplicateName, holder);
+    if (!_store.things.hasRoomFor(2, std::max(_models.size(), _threads.size())))
+        return refused(QorBuildError::NoIdentifiersLeft);
+
+    NewText threadName(_store.texts, thread == QorNoIdentifier ? name : std::string_view());
+    NewText versionText(_store.texts, version);
+    LibraryRow& library = _meta.editLibrary(_meta.libraryOf(modelType));
+    library.models.makeRoom();
+    makeRoomForOne(_models);
+    makeRoomForOne(_threads);
+    _store.things.makeRoom(2);
+    _store.names.makeRoom(2);
+    ThreadRow fresh;
+    (thread == QorNoIdentifier ? fresh : _threads[_store.things.at(thread).index]).versions.makeRoom();
+
+    if (thread == QorNoIdentifier) {
+        thread = fresh.id = _store.things.add(QorThingKind::ModelThread, _threads.size());
+        fresh.modelType = modelType;
+        fresh.name = threadName.keep();
+        _store.names.add(NameIndex::hashOf({modelType, nameTag::kThread}, name), thread);
+        _threads.push_back(std::move(fresh));
+    }
+    ModelRow row;
+    row.id = _store.things.add(QorThingKind::Model, _models.size());
+    row.thread = thread;
+    row.version = versionText.keep();
+    _store.names.add(NameIndex::hashOf({thread, nameTag::kVersion}, version), row.id);
+    _threads[_store.things.at(thread).index].versions.add(row.id);
+    library.models.add(row.id);
+    _models.push_back(std::move(row));
+    return {_models.back().id};
+}
+
+ObjectsOfClass& ModelStore::bucketFor(ModelRow& model, QorIdentifier cls) {
+    const auto place = std::lower_bound(model.byClass.begin(), model.byClass.end(), cls,
+                                        [](const ObjectsOfClass& bucket, QorIdentifier id) { return bucket.cls < id; });
+    if (place != model.byClass.end() && place->cls == cls) return *place;
+    return *model.byClass.insert(place, ObjectsOfClass{cls, {}});
+}
+
+QorBuildResult ModelStore::addObject(QorIdentifier modelId, QorIdentifier cls, std::string_view name) {
+    if (model(modelId) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    const ClassRow* const classRow = _meta.objectClass(cls);
+    if (classRow == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (classRow->isAbstract) return refused(QorBuildError::AbstractClass);
+    if (!_meta.allows(*_meta.modelType(modelTypeOf(modelId)), cls)) return refused(QorBuildError::ClassNotInModelType);
+    if (const QorBuildError error = checkName(name); error != QorBuildError::None) return refused(error);
+    if (const QorIdentifier holder = findObject(modelId, cls, name); holder != QorNoIdentifier)
+        return refused(QorBuildError::DuplicateName, holder);
+    if (!_store.things.hasRoomFor(1, _tables.objects.size())) return refused(QorBuildError::NoIdentifiersLeft);
+
+    NewText text(_store.texts, name);
+    ModelRow& owner = editModel(modelId);
+    owner.objects.makeRoom();
+    ObjectsOfClass& bucket = bucketFor(owner, cls);
+    bucket.objects.makeRoom();
+    makeRoomForOne(_tables.objects);
+    _store.things.makeRoom(1);
+    _store.names.makeRoom(1);
+
+    const QorIdentifier id = _store.things.add(QorThingKind::Object, _tables.objects.size());
+    _tables.objects.push_back({id, cls, modelId, text.keep()});
+    owner.objects.add(id);
+    bucket.objects.add(id);
+    ++_meta.editClass(cls).instances;
+    _store.names.add(NameIndex::hashOf({modelId, cls}, name), id);
+    return {id};
+}
+
+QorBuildError ModelStore::checkEnds(const RelationClassRow& relationClass, QorIdentifier from, QorIdentifier to) const {
+    const ObjectRow* const source = object(from);
+    const ObjectRow* const target = object(to);
+    if (source == nullptr || target == nullptr) return QorBuildError::UnknownIdentifier;
+    if (source->model != target->model) return QorBuildError::ForeignModel;
+    if (!_meta.isA(source->cls, relationClass.from)) return QorBuildError::SourceDoesNotFit;
+    if (!_meta.isA(target->cls, relationClass.to)) return QorBuildError::TargetDoesNotFit;
+    return QorBuildError::None;
+}
+
+QorBuildResult ModelStore::addRelation(QorIdentifier relationClass, QorIdentifier from, QorIdentifier to) {
+    const RelationClassRow* const classRow = _meta.relationClass(relationClass);
+    if (classRow == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (const QorBuildError error = checkEnds(*classRow, from, to); error != QorBuildError::None) return refused(error);
+    if (!_store.things.hasRoomFor(1, _tables.relations.size())) return refused(QorBuildError::NoIdentifiersLeft);
+
+    ModelRow& owner = editModel(object(from)->model);
+    owner.relations.makeRoom();
+    makeRoomForOne(_tables.relations);
+    _store.things.makeRoom(1);
+
+    const QorIdentifier id = _store.things.add(QorThingKind::Relation, _tables.relations.size());
+    _tables.relations.push_back({id, relationClass, from, to});
+    owner.relations.add(id);
+    ++_meta.editRelationClass(relationClass).instances;
+    return {id};
+}
+
+QorBuildResult ModelStore::renameObject(QorIdentifier id, std::string_view name) {
+    const ObjectRow* const row = object(id);
+    if (row == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (const QorBuildError error = checkName(name); error != QorBuildError::None) return refused(error);
+    const QorIdentifier holder = findObject(row->model, row->cls, name);
+    if (holder == id) return {id};
+    if (holder != QorNoIdentifier) return refused(QorBuildError::DuplicateName, holder);
+
+    const NameScope scope{row->model, row->cls};
+    const std::uint32_t oldHash = NameIndex::hashOf(scope, text(row->name));
+    const std::uint32_t newHash = NameIndex::hashOf(scope, name);
+    _store.names.makeRoom(1);
+    _store.texts.replace(editObject(id).name, name);
+    _store.names.remove(oldHash, id);
+    _store.names.add(newHash, id);
+    return {id};
+}
+
+QorBuildResult ModelStore::moveEnd(QorIdentifier id, Adjacency::Direction direction, QorIdentifier objectId) {
+    const RelationRow* const row = relation(id);
+    if (row == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    const bool atSource = direction == Adjacency::Outgoing;
+    const QorBuildError error = checkEnds(*_meta.relationClass(row->relationClass), atSource ? objectId : row->from,
+                                          atSource ? row->to : objectId);
+    if (error != QorBuildError::None) return refused(error);
+    _adjacency.moveEnd(direction, _tables.relations[_store.things.at(id).index], objectId);
+    return {id};
+}
+
+QorBuildResult ModelStore::removeObject(QorIdentifier id) {
+    if (object(id) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    std::vector<QorIdentifier> relations;
+    for (const Adjacency::Direction direction : {Adjacency::Outgoing, Adjacency::Incoming})
+        for (const QorRelationEnd& end : ends(direction, id)) relations.push_back(end.relation);
+
+    ModelRow& owner = editModel(object(id)->model);
+    for (const QorIdentifier relationId : relations) {
+        const RelationRow* const row = relation(relationId);
+        if (row == nullptr) continue;  // a self-loop, met a second time
+        _adjacency.noteRemoval(*row);
+        forgetRelation(relationId);
+        owner.relations.noteRemoval(_store.things);
+    }
+    ObjectsOfClass& bucket = bucketFor(owner, object(id)->cls);
+    forgetObject(id);
+    owner.objects.noteRemoval(_store.things);
+    bucket.objects.noteRemoval(_store.things);
+    sweepWhenHalfIsGone();
+    return {id};
+}
+
+// The adjacency keeps what it has of the model: no other model's objects reach into it, and nobody asks for an object
+// that is gone.
+QorBuildResult ModelStore::removeModel(QorIdentifier id) {
+    if (model(id) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    const QorIdentifier library = _meta.libraryOf(modelTypeOf(id));
+    ModelRow row = std::move(editModel(id));
+    row.relations.forEach(_store.things, [&](QorIdentifier relationId) { forgetRelation(relationId); });
+    row.objects.forEach(_store.things, [&](QorIdentifier objectId) { forgetObject(objectId); });
+
+    ThreadRow& thread = _threads[_store.things.at(row.thread).index];
+    _store.names.remove(NameIndex::hashOf({row.thread, nameTag::kVersion}, text(row.version)), id);
+    _store.texts.release(row.version);
+    editModel(id).id = QorNoIdentifier;
+    _store.things.remove(id);
+    _meta.editLibrary(library).models.noteRemoval(_store.things);
+    thread.versions.noteRemoval(_store.things);
+    if (thread.versions.empty()) forgetThread(row.thread);
+    sweepWhenHalfIsGone();
+    return {id};
+}
+
+void ModelStore::forgetRelation(QorIdentifier id) noexcept {
+    RelationRow& row = _tables.relations[_store.things.at(id).index];
+    forgetRows(id);
+    _values.clearAll(id, row.relationClass);
+    --_meta.editRelationClass(row.relationClass).instances;
+    row.id = QorNoIdentifier;
+    _store.things.remove(id);
+    ++_goneRelations;
+}
+
+void ModelStore::forgetObject(QorIdentifier id) noexcept {
+    ObjectRow& row = editObject(id);
+    forgetRows(id);
+    _values.clearAll(id, row.cls);
+    --_meta.editClass(row.cls).instances;
+    _store.names.remove(NameIndex::hashOf({row.model, row.cls}, text(row.name)), id);
+    _store.texts.release(row.name);
+    row.id = QorNoIdentifier;
+    _store.things.remove(id);
+    ++_goneObjects;
+}
+
+void ModelStore::forgetThread(QorIdentifier id) noexcept {
+    ThreadRow& row = _threads[_store.things.at(id).index];
+    _store.names.remove(NameIndex::hashOf({row.modelType, nameTag::kThread}, text(row.name)), id);
+    _store.texts.release(row.name);
+    row = {};
+    _store.things.remove(id);
+}
+
+void ModelStore::reserve(std::size_t objects, std::size_t relations) {
+    makeRoomFor(_tables.objects, objects);
+    makeRoomFor(_tables.relations, relations);
+    _store.things.makeRoom(objects + relations);
+    _store.names.makeRoom(objects);
+}
+
+void ModelStore::layOut() {
+    if (_goneObjects + _goneRelations + _goneRows > 0) sweep();
+    _adjacency.foldIn();
+}
+
+void ModelStore::sweepWhenHalfIsGone() noexcept {
+    if (_goneObjects * 2 > _tables.objects.size() || _goneRelations * 2 > _tables.relations.size() ||
+        _goneRows * 2 > _rows.size())
+        sweep();
+}
+
+// Closes the gaps that deleted rows left.
+void ModelStore::sweep() noexcept {
+    const auto closeGaps = [&](auto& rows, QorThingKind kind) {
+        std::erase_if(rows, [](const auto& row) { return row.id == QorNoIdentifier; });
+        for (std::size_t at = 0; at < rows.size(); ++at) _store.things.place(rows[at].id, kind, at);
+    };
+    closeGaps(_tables.objects, QorThingKind::Object);
+    closeGaps(_tables.relations, QorThingKind::Relation);
+    closeGaps(_rows, QorThingKind::RecordRow);
+    _goneObjects = _goneRelations = _goneRows = 0;
+    _adjacency.forget();
+}
+
+}  // namespace qor::embedded

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "embedded/ModelStore.h"
+
+namespace qor::embedded {
+
+namespace {
+
+template <class Row>
+const Row* rowOf(const Store& store, const std::vector<Row>& rows, QorIdentifier id, QorThingKind kind) {
+    const ThingPlace place = store.things.at(id);
+    return place.kind == kind ? &rows[place.index] : nullptr;
+}
+
+}  // namespace
+
+const ThreadRow* ModelStore::thread(QorIdentifier id) const {
+    return rowOf(_store, _threads, id, QorThingKind::ModelThread);
+}
+
+const ModelRow* ModelStore::model(QorIdentifier id) const { return rowOf(_store, _models, id, QorThingKind::Model); }
+
+const ObjectRow* ModelStore::object(QorIdentifier id) const {
+    return rowOf(_store, _tables.objects, id, QorThingKind::Object);
+}
+
+const RelationRow* ModelStore::relation(QorIdentifier id) const {
+    return rowOf(_store, _tables.relations, id, QorThingKind::Relation);
+}
+
+const RecordRow* ModelStore::row(QorIdentifier id) const { return rowOf(_store, _rows, id, QorThingKind::RecordRow); }
+
+QorIdentifier ModelStore::classOfInstance(QorIdentifier id) const {
+    const ThingPlace place = _store.things.at(id);
+    switch (place.kind) {
+        case QorThingKind::Object:
+            return _tables.objects[place.index].cls;
+        case QorThingKind::Relation:
+            return _tables.relations[place.index].relationClass;
+        case QorThingKind::RecordRow:
+            return _rows[place.index].recordClass;
+        default:
+            return QorNoIdentifier;
+    }
+}
+
+QorIdentifier ModelStore::modelOf(QorIdentifier id) const {
+    const ThingPlace place = _store.things.at(id);
+    switch (place.kind) {
+        case QorThingKind::Model:
+            return id;
+        case QorThingKind::Object:
+            return _tables.objects[place.index].model;
+        case QorThingKind::Relation:
+            return modelOf(_tables.relations[place.index].from);
+        case QorThingKind::RecordRow:
+            return modelOf(_rows[place.index].owner);
+        default:
+            return QorNoIdentifier;
+    }
+}
+
+QorIdentifier ModelStore::modelTypeOf(QorIdentifier id) const {
+    const ModelRow* row = model(id);
+    const ThreadRow* owner = row ? thread(row->thread) : thread(id);
+    return owner ? owner->modelType : QorNoIdentifier;
+}
+
+const IdentifierList* ModelStore::objectsOfClass(const ModelRow& model, QorIdentifier cls) const {
+    const auto place = std::lower_bound(model.byClass.begin(), model.byClass.end(), cls,
+                                        [](const ObjectsOfClass& bucket, QorIdentifier id) { return bucket.cls < id; });
+    return place != model.byClass.end() && place->cls == cls ? &place->objects : nullptr;
+}
+
+QorIdentifier ModelStore::findThread(QorIdentifier modelType, std::string_view name) const {
+    return _store.names.find(NameIndex::hashOf({modelType, nameTag::kThread}, name), [&](QorIdentifier id) {
+        const ThreadRow* row = thread(id);
+        return row != nullptr && row->modelType == modelType && text(row->name) == name;
+    });
+}
+
+QorIdentifier ModelStore::findVersion(QorIdentifier threadId, std::string_view version) const {
+    return _store.names.find(NameIndex::hashOf({threadId, nameTag::kVersion}, version), [&](QorIdentifier id) {
+        const ModelRow* row = model(id);
+        return row != nullptr && row->thread == threadId && text(row->version) == version;
+    });
+}
+
+QorIdentifier ModelStore::findObject(QorIdentifier modelId, QorIdentifier cls, std::string_view name) const {
+    return _store.names.find(NameIndex::hashOf({modelId, cls}, name), [&](QorIdentifier id) {
+        const ObjectRow* row = object(id);
+        return row != nullptr && row->model == modelId && row->cls == cls && text(row->name) == name;
+    });
+}
+
+std::string_view ModelStore::nameOf(QorIdentifier id) const {
+    if (const ObjectRow* row = object(id)) return text(row->name);
+    const ModelRow* row = model(id);
+    const ThreadRow* owner = row ? thread(row->thread) : thread(id);
+    return owner ? text(owner->name) : std::string_view();
+}
+
+std::size_t ModelStore::bytes() const {
+    return _tables.objects.capacity() * sizeof(ObjectRow) + _tables.relations.capacity() * sizeof(RelationRow) +
+           _adjacency.bytes();
+}
+
+}  // namespace qor::embedded

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <map>
+
+#include "embedded/QorShownWindows.h"
+#include "platform/QorWindows.h"
+
+namespace qor::embedded {
+
+// Shows nothing and remembers everything; questions are answered with no, dialogs cancelled.
+class RecordingWindows final : public QorWindows {
+public:
+    ~RecordingWindows() override;
+
+    [[nodiscard]] QorShownWindows& shown() { return _shown; }
+
+    bool isWaitCursor() override { return _waitCursor; }
+    void setWaitCursor(bool on) override;
+    int box(SV::Window* parent, unsigned long style, const SV::String& text) override;
+    bool query(SV::Window* parent, const SV::String& text) override;
+    void clearShownBoxes() override;
+    long openProgress(SV::Window* parent, const SV::String& text) override;
+    void closeProgress(long window) override;
+    bool checkBoxDialog(SV::Window* parent, const SV::String& title, std::span<QorCheckBox> boxes) override;
+    bool saveFileDialog(SV::Window* parent, const QorFileFilter& filter, SV::String& path) override;
+    void internalError(const char* source, long line, const char* text) override;
+    QorErrorCode refreshLibraryList() override;
+
+private:
+    QorShownWindows _shown;
+    std::map<long, std::string> _progress;
+    long _lastProgress = 0;
+    bool _waitCursor = false;
+};
+
+}  // namespace qor::embedded

@@ -1,0 +1,374 @@
+// SPDX-License-Identifier: Apache-2.0
+// Loading and discarding a library, watched from the platform's side: which calls come in which order, and what is
+// shown.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/QorLibLoad.h"
+#include "frame/QorLibLoadManWatcher.h"
+#include "frame/QorValidECode.h"
+#include "frame/messages.h"
+#include "platform/QorCoreModelingManager.h"
+#include "platform/QorCoreVar.h"
+#include "platform/QorEventListener.h"
+#include "platform/QorGrObjAttrHandler.h"
+#include "platform/QorHost.h"
+#include "platform/QorInternational.h"
+#include "platform/QorModelTypeAttrHandler.h"
+#include "platform/QorUserManager.h"
+#include "platform/QorWindows.h"
+
+namespace {
+
+namespace message = qor::frame::message;
+using Calls = std::vector<std::string>;
+
+constexpr long kLibrary = 10;
+constexpr long kOtherLibrary = 20;
+constexpr long kUser = 1;
+constexpr long kColleague = 2;
+constexpr auto kFailure = static_cast<QorErrorCode>(4711);
+
+/// A platform that writes down what it is asked for, and answers as the test has set it up.
+class Stage final : public QorCoreModelingManager,
+                    public QorCoreVarService,
+                    public QorUserService,
+                    public QorMessageTexts,
+                    public QorWindows {
+public:
+    Stage() {
+        _host.repository = this;
+        _host.coreVars = this;
+        _host.users = this;
+        _host.texts = this;
+        _host.windows = this;
+        _installation = std::make_unique<QorHostInstallation>(_host);
+    }
+
+    Calls calls;
+    long loaded = -1;
+    long holder = -1;
+    std::map<std::string, QorErrorCode> codes;
+    QorUserLogonNameType nameKind = QorUserLogonNameType::Plain;
+    bool waitCursor = false;
+
+    struct ModelTypes final : QorModelTypeAttrHandler {
+        bool error = false;
+        std::string text;
+        bool isError() const override { return error; }
+        SV::String getErrorText() const override { return text; }
+    } modelTypes;
+    bool hasModelTypes = false;  ///< the initialisation makes them
+
+    void replaceCoreVars(QorCoreVarService& variables) {
+        _host.coreVars = &variables;
+        _installation.reset();
+        _installation = std::make_unique<QorHostInstallation>(_host);
+    }
+
+    // Repository
+    bool IsLibraryLoaded(long library) override { return library > 0 && library == loaded; }
+    QorErrorCode getAttachedLibraries(long library, long& first, long& second) override {
+        first = library + 1;
+        second = library + 2;
+        return answer("attached");
+    }
+    QorErrorCode getAppLibraryName(long, char*& name) override { return give("%s2 Works", name); }
+    QorErrorCode getAppLibraryName(char*& name) override { return give("%s2 Works", name); }
+    QorErrorCode LoadApplicationLibrary(long library, bool lock) override {
+        const auto code = answer(lock ? "load+lock" : "load");
+        if (code == QorErrorCode::Ok) loaded = library;
+        return code;
+    }
+    QorErrorCode discardCompleteLibrary(long) override {
+        loaded = -1;
+        return answer("discard");
+    }
+    QorErrorCode updateFacets() override { return answer("facets"); }
+    QorErrorCode initLibraryHandlers(bool all) override {
+        hasModelTypes = true;
+        return answer(all ? "init" : "init some");
+    }
+    bool isLibraryLocked(long, QorUserID& who) override {
+        calls.emplace_back("locked?");
+        who = QorUserID(holder);
+        return holder != -1;
+    }
+    QorErrorCode lockLibrary(long, bool wait, QorDBLockModeType mode) override {
+        return answer(!wait && static_cast<int>(mode) == 2 ? "lock" : "lock otherwise");
+    }
+    QorErrorCode unlockLibrary(long library) override { return answer("unlock " + std::to_string(library)); }
+    QorModelTypeAttrHandler* modelTypeHandler() override { return hasModelTypes ? &modelTypes : nullptr; }
+
+    // Settings, users, texts
+    long coreVar(QorCoreVarType variable) override {
+        return loaded < 1 ? -1 : loaded + static_cast<long>(variable) / 2 - 1;
+    }
+    QorErrorCode currentUser(QorUserID& user) override {
+        user = QorUserID(kUser);
+        return QorErrorCode::Ok;
+    }
+    QorErrorCode fullDisplayName(const QorUserID&, SV::String& first, SV::String& second, QorUserLogonNameType& kind,
+                                 bool shortForm) override {
+        first = shortForm ? "short" : "Ada";
+        second = "Sales";
+        kind = nameKind;
+        return QorErrorCode::Ok;
+    }
+    const char* text(unsigned short number) const override {
+        switch (number) {
+            case message::loadingLibrary:
+                return "loading %s";
+            case message::libraryNotLoaded:
+                return "not loaded %s";
+            case message::initialisingHandlers:
+                return "initialising";
+            case message::oneInitialisationError:
+                return "one in %s1: %s2";
+            case message::furtherFailure:
+                return "further";
+            case message::otherFailure:
+                return "code %c";
+            case message::updatingFacets:
+                return "facets";
+            case message::libraryLocked:
+                return "%l locked by %u";
+            case message::severalInitialisationErrors:
+                return "several in %s1: %s2";
+            default:
+                return nullptr;
+        }
+    }
+
+    // Windows
+    bool isWaitCursor() override { return waitCursor; }
+    void setWaitCursor(bool on) override {
+        waitCursor = on;
+        calls.emplace_back(on ? "cursor on" : "cursor off");
+    }
+    int box(SV::Window*, unsigned long style, const SV::String& shown) override {
+        calls.push_back((style == 16 ? "box: " : "odd box: ") + shown.str());
+        return 0;
+    }
+    long openProgress(SV::Window*, const SV::String& shown) override {
+        calls.push_back("open: " + shown.str());
+        return 1;
+    }
+    void closeProgress(long) override { calls.emplace_back("close"); }
+    void clearShownBoxes() override { calls.emplace_back("clear boxes"); }
+    QorErrorCode refreshLibraryList() override { return answer("refresh"); }
+    void internalError(const char* source, long line, const char* shown) override {
+        calls.push_back(std::string(source) + ":" + std::to_string(line) + ": " + shown);
+    }
+
+private:
+    QorErrorCode answer(const std::string& call) {
+        calls.push_back(call);
+        const auto code = codes.find(call);
+        return code == codes.end() ? QorErrorCode::Ok : code->second;
+    }
+    QorErrorCode give(const char* text, char*& out) {
+        out = new char[std::strlen(text) + 1];
+        std::strcpy(out, text);
+        return answer("name");
+    }
+
+    QorHost _host;
+    std::unique_ptr<QorHostInstallation> _installation;
+};
+
+enum Wish : unsigned { kInit = 1, kFacets = 2, kExclusive = 4, kShown = 8 };
+
+QorErrorCode load(long library, unsigned wishes) {
+    return Qor_LoadLibrary(nullptr, library,
+                           wishes & kInit ? QorLibLoad_InitHandler::Wanted : QorLibLoad_InitHandler::Declined,
+                           wishes & kFacets ? QorLibLoad_UpdateFacets::Wanted : QorLibLoad_UpdateFacets::Declined,
+                           wishes & kExclusive ? QorLibLoad_AccessMode::Exclusive : QorLibLoad_AccessMode::Shared,
+                           wishes & kShown ? QorLibLoad_SilentMode::Shown : QorLibLoad_SilentMode::Silent);
+}
+
+}  // namespace
+
+TEST(LibraryLoad, AnIdentifierBelowOneDoesNothing) {
+    Stage stage;
+    stage.loaded = kLibrary;
+    for (const long library : {0L, -1L})
+        EXPECT_EQ(load(library, kInit | kFacets | kExclusive | kShown), QorErrorCode::Ok);
+    EXPECT_EQ(stage.calls, Calls{});
+}
+
+TEST(LibraryLoad, GivesUpTheCurrentLibraryAndShowsEachStep) {
+    Stage stage;
+    stage.loaded = kOtherLibrary;
+    EXPECT_EQ(load(kLibrary, kInit | kFacets | kExclusive | kShown), QorErrorCode::Ok);
+    EXPECT_EQ(stage.calls, (Calls{"discard", "refresh", "clear boxes",                           //
+                                  "cursor on", "open: facets", "facets", "close", "cursor off",  //
+                                  "locked?",                                                     //
+                                  "cursor on", "attached", "name", "open: loading %s2 Works", "load+lock", "close",
+                                  "cursor off",  //
+                                  "open: initialising", "init", "close"}));
+}
+
+TEST(LibraryLoad, SilentShowsNothingWhateverGoesWrong) {
+    Stage stage;
+    stage.loaded = kOtherLibrary;
+    stage.codes = {{"discard", kFailure}, {"facets", kFailure}, {"load", kFailure}};
+    EXPECT_EQ(load(kLibrary, kInit | kFacets), kFailure);
+    EXPECT_EQ(stage.calls, (Calls{"discard", "facets", "attached", "load"}));
+}
+
+TEST(LibraryLoad, AFailedExclusiveLoadLeavesNoLockAndRestoresTheCursor) {
+    Stage stage;
+    stage.waitCursor = true;
+    stage.codes = {{"load+lock", kFailure}};
+    EXPECT_EQ(load(kLibrary, kInit | kExclusive | kShown), kFailure);
+    EXPECT_EQ(stage.calls, (Calls{"locked?", "attached", "name", "open: loading %s2 Works", "load+lock", "unlock 10",
+                                  "close", "box: not loaded %s2 Works"}))
+        << "the parts are unlocked only when they are loaded";
+    EXPECT_TRUE(stage.waitCursor);
+}
+
+TEST(LibraryLoad, AFailedExclusiveLoadUnlocksPartsThatAreLoadedAllTheSame) {
+    class HalfLoaded final : public QorCoreVarService {
+    public:
+        long coreVar(QorCoreVarType variable) override {
+            return variable == QorCoreVarType::ApplicationLibrary ? -1 : 10 * static_cast<long>(variable);
+        }
+    };
+    Stage stage;
+    HalfLoaded variables;
+    stage.replaceCoreVars(variables);
+    stage.codes = {{"load+lock", kFailure}};
+    stage.loaded = 40;
+    EXPECT_EQ(load(kLibrary, kExclusive), kFailure);
+    EXPECT_EQ(stage.calls, (Calls{"locked?", "attached", "load+lock", "unlock 10", "unlock 40"}));
+}
+
+TEST(LibraryLoad, AnotherUsersLockRefusesAfterThePreviousLibraryIsGone) {
+    for (const auto& [kind, name] :
+         {std::pair(QorUserLogonNameType::Plain, "Ada"), std::pair(QorUserLogonNameType::TwoPart, "Ada;Sales")}) {
+        Stage stage;
+        stage.loaded = kOtherLibrary;
+        stage.holder = kColleague;
+        stage.nameKind = kind;
+        EXPECT_EQ(load(kLibrary, kInit | kExclusive | kShown), QorErrorCode::LockedByOther);
+        EXPECT_EQ(stage.calls, (Calls{"discard", "refresh", "clear boxes", "locked?", "name",
+                                      std::string("box: %s2 Works locked by ") + name}));
+    }
+}
+
+TEST(LibraryLoad, ReloadingTheLoadedLibraryOnlyInitialisesAndLocks) {
+    const struct {
+        const char* what;
+        unsigned wishes;
+        long holder;
+        QorErrorCode attached;
+        QorErrorCode expected;
+        Calls calls;
+    } cases[] = {
+        {"current handlers are left alone", kInit | kFacets, -1, {}, {}, {"attached"}},
+        {"the query's code is the result", 0, -1, kFailure, kFailure, {"attached"}},
+        {"the initialisation's code replaces it", kInit, -1, kFailure, {}, {"attached"}},
+        {"a free lock is taken", kExclusive, -1, {}, {}, {"attached", "locked?", "lock"}},
+        {"an own lock is kept", kExclusive, kUser, kFailure, kFailure, {"attached", "locked?"}},
+        {"another's lock refuses", kExclusive, kColleague, {}, QorErrorCode::LockedByOther, {"attached", "locked?"}},
+    };
+    for (const auto& row : cases) {
+        Stage stage;
+        stage.loaded = kLibrary;
+        stage.hasModelTypes = true;
+        stage.holder = row.holder;
+        stage.codes = {{"attached", row.attached}};
+        EXPECT_EQ(load(kLibrary, row.wishes), row.expected) << row.what;
+        EXPECT_EQ(stage.calls, row.calls) << row.what;
+    }
+}
+
+TEST(HandlerInitialisation, ReportsByCodeAndFramesOneOrSeveralErrors) {
+    const struct {
+        QorErrorCode platform;
+        bool modelTypeError;
+        const char* modelTypeText;
+        QorErrorCode result;
+        std::string shown;
+    } cases[] = {
+        {QorErrorCode::NotAllHandlersSetUp, false, "", QorErrorCode::Ok, ""},
+        {QorErrorCode::Ok, false, "", QorErrorCode::Ok, ""},
+        {QorErrorCode::NotAllHandlersSetUp, true, "[a] x", QorErrorCode::Ok, "box: one in %s2 Works: [a] x"},
+        {QorErrorCode::Ok, true, "[a] x [b] y", QorErrorCode::Ok, "box: several in %s2 Works: [a] x [b] y"},
+        {QorErrorCode::ModelTypeHandlerError, true, "none", QorErrorCode::ModelTypeHandlerError,
+         "box: one in %s2 Works: none"},
+        {QorErrorCode::HandlerInitialisationFailed, true, "[a] [b]", QorErrorCode::HandlerInitialisationFailed,
+         "box: one in %s2 Works: further"},
+        {kFailure, false, "", kFailure, "box: one in %s2 Works: code 4711"},
+    };
+    for (const auto& row : cases) {
+        for (const unsigned shown : {0U, +kShown}) {
+            Stage stage;
+            stage.loaded = kLibrary;
+            stage.codes = {{"init", row.platform}};
+            stage.modelTypes.error = row.modelTypeError;
+            stage.modelTypes.text = row.modelTypeText;
+            EXPECT_EQ(load(kLibrary, kInit | shown), row.result) << row.shown;
+            const bool box = !stage.calls.empty() && stage.calls.back().starts_with("box");
+            EXPECT_EQ(box ? stage.calls.back() : "", shown != 0 ? row.shown : "");
+        }
+    }
+}
+
+TEST(LibraryDiscard, TellsThePlatformThenRefreshesTheApplication) {
+    Stage stage;
+    EXPECT_EQ(Qor_DiscardLibrary(), QorErrorCode::Ok);
+    EXPECT_EQ(stage.calls, Calls{}) << "no library, no call";
+
+    stage.loaded = kLibrary;
+    stage.codes = {{"refresh", kFailure}};
+    EXPECT_EQ(Qor_DiscardLibrary(), kFailure);
+    EXPECT_EQ(stage.calls, (Calls{"discard", "refresh", "clear boxes"}));
+
+    stage.loaded = kLibrary;
+    stage.calls.clear();
+    stage.codes = {{"discard", QorErrorCode::NotFound}};
+    EXPECT_EQ(Qor_DiscardLibrary(), QorErrorCode::NotFound);
+    EXPECT_EQ(stage.calls, Calls{"discard"});
+}
+
+// The process has one watcher already, which subscribed first; it makes the handler, and takes away only its own.
+TEST(LibraryWatcher, GivesEachLoadedLibraryAGraphicHandlerUnlessThereIsOne) {
+    const Stage stage;
+    const auto loaded = [] { Qor_RaiseEvent(QorLibraryEvent(QorEventType::LibraryLoaded, kLibrary)); };
+    const auto discarded = [] { Qor_RaiseEvent(QorLibraryEvent(QorEventType::LibraryDiscarded, kLibrary)); };
+
+    loaded();
+    auto* made = QorGrObjAttrHandler::GetGlobal();
+    ASSERT_NE(made, nullptr);
+    loaded();
+    EXPECT_EQ(QorGrObjAttrHandler::GetGlobal(), made);
+    discarded();
+    EXPECT_EQ(QorGrObjAttrHandler::GetGlobal(), nullptr);
+
+    QorGrObjAttrHandler foreign(true, true);
+    QorGrObjAttrHandler::SetGlobal(&foreign);
+    loaded();
+    discarded();
+    EXPECT_EQ(QorGrObjAttrHandler::GetGlobal(), &foreign);
+    QorGrObjAttrHandler::SetGlobal(nullptr);
+
+    QorGrObjAttrHandler::SetToolkitMode(true);
+    loaded();
+    EXPECT_EQ(QorGrObjAttrHandler::GetGlobal(), nullptr);
+    QorGrObjAttrHandler::SetToolkitMode(false);
+}
+
+TEST(ValidECode, ReportsTheSourceAndGoesOn) {
+    Stage stage;
+    EXPECT_TRUE(QOR_VALID_ECODE(QorErrorCode::Ok));
+    EXPECT_EQ(stage.calls, Calls{});
+    EXPECT_FALSE(Qor_AssertValidECode(QorErrorCode::NoValue, "src/frame/some.thing.cpp", 12));
+    EXPECT_EQ(stage.calls, Calls{"some.thing:12: QOR_VALID_ECODE (eCode)"});
+}
