@@ -67,6 +67,14 @@ bool callsModel(long model, long object, const std::vector<long>& attributes) {
     return false;
 }
 
+/// Nothing but the class itself when the repository fails.
+ISortedSet<long> withSubclasses(long cls) {
+    ISortedSet<long> classes;
+    if (cls != 0 && repository().getAllSubClasses(cls, classes) != QorErrorCode::Ok) classes.removeAll();
+    classes.add(cls);
+    return classes;
+}
+
 bool hasValue(long object, long attribute) {
     QorOwnedText text;
     return repository().getAttributeValueAsNewChar(object, attribute, text.out()) == QorErrorCode::Ok &&
@@ -119,14 +127,18 @@ private:
         if (const long time = option.standardAttributes.elementAtIndex(0); time == 0)
             _report.noExecutionTimeNamed(option, index);
         else
-            clean = checkTimes(activity, time, index);
+            clean = checkTimes(activity, time, option.processCallClass, index);
         return (option.processCallClass == 0 || checkCalls(option.processCallClass, index)) && clean;
     }
 
-    bool checkTimes(long activity, long attribute, int option) {
+    /// A process call takes as long as what it calls.
+    bool checkTimes(long activity, long attribute, long processCall, int option) {
         const auto type = typeOf(attribute);
+        const auto calls = withSubclasses(processCall);
         return eachObject(activity, [&](long model, long object) {
-            if (!hasTime(object, attribute, type))
+            long cls = 0;
+            const bool isCall = repository().GetClassOfInstance(object, cls) == QorErrorCode::Ok && calls.contains(cls);
+            if (!isCall && !hasTime(object, attribute, type))
                 _report.aboutObject(QorSimReadinessIssue::NoExecutionTime, option, model, object, attribute);
         });
     }
@@ -201,11 +213,7 @@ private:
         known.addAllFrom(workingEnvironment);
         ISortedSet<long> used;
         for (const auto& use : _uses) used.add(use.cls);
-        for (const long cls : used) {
-            ISortedSet<long> subclasses;
-            if (repository().getAllSubClasses(cls, subclasses) == QorErrorCode::Ok) known.addAllFrom(subclasses);
-        }
-        known.addAllFrom(used);
+        for (const long cls : used) known.addAllFrom(withSubclasses(cls));
         return known;
     }
 
