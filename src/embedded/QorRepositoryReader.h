@@ -89,6 +89,7 @@ public:
     [[nodiscard]] virtual std::vector<QorIdentifier> applicationLibraries() const = 0;
     /// The application library that a part, class, model type, model ... belongs to.
     [[nodiscard]] virtual QorIdentifier applicationLibraryOf(QorIdentifier id) const = 0;
+    [[nodiscard]] virtual QorIdentifier libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const = 0;
     [[nodiscard]] virtual std::vector<QorClassInfo> classesOf(QorIdentifier part) const = 0;
     [[nodiscard]] virtual QorClassInfo classInfo(QorIdentifier cls) const = 0;
     [[nodiscard]] virtual std::vector<QorRelationClassInfo> relationClassesOf(QorIdentifier part) const = 0;

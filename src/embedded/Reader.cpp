@@ -15,6 +15,12 @@ std::vector<QorIdentifier> Reader::applicationLibraries() const { return _reposi
 
 QorIdentifier Reader::applicationLibraryOf(QorIdentifier id) const { return _repository.applicationLibraryOf(id); }
 
+QorIdentifier Reader::libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const {
+    const LibraryRow* const row = _repository.meta().library(applicationLibrary);
+    const auto at = static_cast<std::size_t>(part);
+    return row != nullptr && at < row->parts.size() ? row->parts[at] : QorNoIdentifier;
+}
+
 QorClassInfo Reader::classInfo(QorIdentifier cls) const {
     const ClassRow* const row = _repository.meta().anyClass(cls);
     if (row == nullptr) return {};

@@ -15,6 +15,7 @@ public:
 
     [[nodiscard]] std::vector<QorIdentifier> applicationLibraries() const override;
     [[nodiscard]] QorIdentifier applicationLibraryOf(QorIdentifier id) const override;
+    [[nodiscard]] QorIdentifier libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const override;
     [[nodiscard]] std::vector<QorClassInfo> classesOf(QorIdentifier part) const override;
     [[nodiscard]] QorClassInfo classInfo(QorIdentifier cls) const override;
     [[nodiscard]] std::vector<QorRelationClassInfo> relationClassesOf(QorIdentifier part) const override;

@@ -38,7 +38,7 @@ struct QorImportResult {
     std::vector<QorDiagnostic> diagnostics;   ///< errors and warnings in the order of the file
     QorIdentifier library = QorNoIdentifier;  ///< the application library that was made, for a library file
     std::vector<QorIdentifier> models;        ///< the models that were made; none when the file has an error
-    [[nodiscard]] bool hasErrors() const;
+    [[nodiscard]] QOR_API bool hasErrors() const;
 };
 
 /// Takes text files into a repository: method libraries and models in YAML or JSON, BPMN 2.0 in XML. Reports all errors

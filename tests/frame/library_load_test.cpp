@@ -65,8 +65,14 @@ public:
     } modelTypes;
     bool hasModelTypes = false;  ///< the initialisation makes them
 
+    void replaceCoreVars(QorCoreVarService& variables) {
+        _host.coreVars = &variables;
+        _installation.reset();
+        _installation = std::make_unique<QorHostInstallation>(_host);
+    }
+
     // Repository
-    bool IsLibraryLoaded(long library) override { return library == loaded; }
+    bool IsLibraryLoaded(long library) override { return library > 0 && library == loaded; }
     QorErrorCode getAttachedLibraries(long library, long& first, long& second) override {
         first = library + 1;
         second = library + 2;
@@ -225,6 +231,22 @@ TEST(LibraryLoad, AFailedExclusiveLoadLeavesNoLockAndRestoresTheCursor) {
                                   "close", "box: not loaded %s2 Works"}))
         << "the parts are unlocked only when they are loaded";
     EXPECT_TRUE(stage.waitCursor);
+}
+
+TEST(LibraryLoad, AFailedExclusiveLoadUnlocksPartsThatAreLoadedAllTheSame) {
+    class HalfLoaded final : public QorCoreVarService {
+    public:
+        long coreVar(QorCoreVarType variable) override {
+            return variable == QorCoreVarType::ApplicationLibrary ? -1 : 10 * static_cast<long>(variable);
+        }
+    };
+    Stage stage;
+    HalfLoaded variables;
+    stage.replaceCoreVars(variables);
+    stage.codes = {{"load+lock", kFailure}};
+    stage.loaded = 40;
+    EXPECT_EQ(load(kLibrary, kExclusive), kFailure);
+    EXPECT_EQ(stage.calls, (Calls{"locked?", "attached", "load+lock", "unlock 10", "unlock 40"}));
 }
 
 TEST(LibraryLoad, AnotherUsersLockRefusesAfterThePreviousLibraryIsGone) {

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Workspace.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "cardinality/QorCardinalityDefinitionError.h"
+#include "cardinality/QorCardinalityHandler.h"
+#include "frame/QorLibLoad.h"
+
+namespace qor::cli {
+
+namespace {
+
+QorEmbeddedOptions platformOptions(std::string_view language) {
+    QorEmbeddedOptions options;
+    options.language = language;
+    return options;
+}
+
+constexpr QorIdentifier kMostUsed = 4'000'000;
+
+/// One name for one file, however its path is written.
+std::string canonical(const std::string& path) {
+    std::error_code error;
+    const auto name = std::filesystem::canonical(path, error);
+    return error ? path : name.string();
+}
+
+}  // namespace
+
+CommandWindows::~CommandWindows() = default;
+
+int CommandWindows::box(SV::Window*, unsigned long, const SV::String& text) {
+    _report(_receiver, text.view());
+    return 0;
+}
+
+void CommandWindows::internalError(const char* source, long line, const char* text) {
+    const bool hasText = text != nullptr && *text != '\0';
+    _report(_receiver, fmt::format("{}, line {}{}{}", source, line, hasText ? ": " : "", hasText ? text : ""));
+}
+
+Workspace::Workspace(std::string_view language, QorWindows& windows)
+    : _platform(platformOptions(language)),
+      _host(_platform.host()),
+      _importer(_platform.builder(), _platform.reader()) {
+    _host.windows = &windows;
+}
+
+Workspace::~Workspace() { leave(); }
+
+void Workspace::install() {
+    if (!_installation) _installation.emplace(_host);
+}
+
+void Workspace::leave() {
+    if (!_installation) return;
+    (void)Qor_DiscardLibrary();  // the platform goes with it
+    _installation.reset();
+}
+
+void Workspace::openLibrary(const std::string& path) {
+    _path = path;
+    if (readLibrary())
+        load();
+    else
+        _library.library = QorNoIdentifier;
+}
+
+bool Workspace::readLibrary() {
+    const QorFileKind kind = _importer.kindOf(_path);
+    if (kind == QorFileKind::Library || kind == QorFileKind::Unknown)
+        _library = _importer.readFile(_path, QorNoIdentifier);
+    if (!_library.hasErrors() && !hasLibrary())
+        _library.diagnostics.push_back({QorSeverity::Error, {_path, 0, 0}, "is not a method library"});
+    return !_library.hasErrors();
+}
+
+void Workspace::load() {
+    if (!hasLibrary()) return;
+    const QorErrorCode loaded =
+        Qor_LoadLibrary(nullptr, _library.library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
+                        QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+    collectRuleErrors(loaded);
+}
+
+void Workspace::collectRuleErrors(QorErrorCode loaded) {
+    _ruleErrors.clear();
+    for (const QorCardinalityDefinitionError& error : QorCardinalityHandler::Instance().getDefinitionErrors()) {
+        const auto cls = static_cast<QorIdentifier>(error.cls);
+        const auto attribute = static_cast<QorIdentifier>(error.attribute);
+        std::string text = error.text.str();
+        while (text.ends_with('\n')) text.pop_back();  // the handler's texts are lines
+        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), std::move(text)});
+    }
+    if (loaded == QorErrorCode::Ok || !_ruleErrors.empty()) return;
+    _ruleErrors.push_back({QorNoIdentifier,
+                           {_path, 0, 0},
+                           fmt::format("the library's rules could not be set up (code {})", static_cast<int>(loaded))});
+}
+
+Workspaces::~Workspaces() {
+    if (_installed != nullptr) _installed->leave();
+}
+
+Workspace& Workspaces::open(const std::string& libraryPath) {
+    std::unique_ptr<Workspace>& workspace = _byPath[libraryPath.empty() ? libraryPath : canonical(libraryPath)];
+    const bool isNew = !workspace;
+    if (isNew) workspace = std::make_unique<Workspace>(_language, _windows);
+    if (_installed != workspace.get()) {
+        if (_installed != nullptr) _installed->leave();
+        workspace->install();
+        _installed = workspace.get();
+        if (!isNew) workspace->load();
+    }
+    if (isNew && !libraryPath.empty()) workspace->openLibrary(libraryPath);
+    return *workspace;
+}
+
+void Workspaces::giveUpWhenGrown(Workspace& workspace, QorIdentifier used) {
+    std::error_code error;
+    const bool canBeReadAgain = std::filesystem::is_regular_file(workspace.libraryPath(), error);
+    if (used < kMostUsed || !canBeReadAgain) return;
+    if (_installed == &workspace) _installed = nullptr;
+    std::erase_if(_byPath, [&](const auto& entry) { return entry.second.get() == &workspace; });
+}
+
+}  // namespace qor::cli

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "interchange/ImportSink.h"
+#include "interchange/Places.h"
+#include "interchange/Tree.h"
+
+namespace qor::interchange {
+
+/// What the reading of one file brings forth: diagnostics, of which the first thousand of each severity are kept, and
+/// models with the places of their things.
+class Findings final : public ImportSink {
+public:
+    Findings(std::string file, Places& places);
+    ~Findings() override;
+
+    void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) override;
+    void madeModel(QorIdentifier model) override;
+    void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) override;
+
+    void error(Mark mark, std::string text) { report(QorSeverity::Error, mark.line, mark.column, std::move(text)); }
+    [[nodiscard]] bool hasErrors() const { return _errors != 0; }
+    /// For a reader that would rather not go on when there are too many errors; says so in a last one.
+    [[nodiscard]] bool tooMany(Mark mark);
+
+    [[nodiscard]] Places& places() { return _places; }
+    [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
+    /// In the order of the file, with a last line that counts what was not kept.
+    [[nodiscard]] std::vector<QorDiagnostic> takeDiagnostics();
+
+private:
+    static constexpr std::size_t kKept = 1000;
+
+    std::string _file;
+    Places& _places;
+    std::vector<QorDiagnostic> _diagnostics;
+    std::vector<QorIdentifier> _models;
+    std::size_t _errors = 0;
+    std::size_t _warnings = 0;
+    bool _ended = false;
+};
+
+}  // namespace qor::interchange

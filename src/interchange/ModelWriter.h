@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <span>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "embedded/QorRepositoryReader.h"
+#include "interchange/ClassNaming.h"
+#include "interchange/YamlWriter.h"
+
+namespace qor::interchange {
+
+/// Writes models of one application library.
+class ModelWriter {
+public:
+    ModelWriter(const QorRepositoryReader& reader, QorIdentifier library, YamlWriter& writer)
+        : _reader(reader), _naming(reader, library), _writer(writer) {}
+
+    void write(std::span<const QorIdentifier> models, std::string_view libraryFile);
+
+private:
+    struct Attribute {
+        QorIdentifier id;
+        std::string_view name;
+    };
+    /// What is the same for all instances of a class or relation class.
+    struct Class {
+        std::string reference;
+        std::vector<Attribute> attributes;  ///< those that instances can have values of
+    };
+
+    void writeModel(QorIdentifier model);
+    void writeObject(QorIdentifier object);
+    void writeRelation(const QorRelationInfo& relation);
+    void writeValues(QorIdentifier instance, const Class& cls);
+    [[nodiscard]] bool hasValues(QorIdentifier instance, const Class& cls) const;
+    const Class& classOf(QorIdentifier cls);
+    [[nodiscard]] std::string end(QorIdentifier object);
+
+    const QorRepositoryReader& _reader;
+    ClassNaming _naming;
+    YamlWriter& _writer;
+    std::unordered_map<QorIdentifier, Class> _classes;
+    std::unordered_map<std::string_view, unsigned> _namesakes;  // objects of the model by name
+};
+
+}  // namespace qor::interchange

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "interchange/Places.h"
+
+#include <algorithm>
+
+namespace qor::interchange {
+
+TextPlace textPlaceOf(const Tree& tree, NodeId node) {
+    const Mark mark = tree.mark(node);
+    switch (tree.kind(node)) {
+        case NodeKind::Block: {
+            const std::uint32_t indent = tree.blockIndent(node);
+            return {{mark.line + 1, indent + 1}, indent, true, true};
+        }
+        case NodeKind::Plain:
+            return {mark, 0, false, true};
+        case NodeKind::Quoted:
+            return {{mark.line, mark.column + 1}, 0, false, true};
+        default:
+            return {mark, 0, false, false};
+    }
+}
+
+std::uint32_t Places::beginFile(std::string name) {
+    _files.push_back({std::move(name), _entries.size()});
+    return static_cast<std::uint32_t>(_files.size() - 1);
+}
+
+void Places::add(QorIdentifier thing, Mark mark, std::string_view sourceId) {
+    Entry entry{thing, mark.line, mark.column, kNoText};
+    if (!sourceId.empty()) {
+        std::string text(sourceId.substr(0, sourceId.find('\0')));
+        text.push_back('\0');
+        entry.sourceId = _texts.add(text);
+    }
+    _ascending = _ascending && (_entries.empty() || _entries.back().thing < thing);
+    _entries.push_back(entry);
+}
+
+void Places::addText(QorIdentifier owner, QorIdentifier attribute, const TextPlace& place) {
+    _fileTexts[{owner, attribute}] = {static_cast<std::uint32_t>(_files.size() - 1), place};
+}
+
+void Places::forgetFile() {
+    _entries.resize(_files.back().firstEntry);
+    const auto file = static_cast<std::uint32_t>(_files.size() - 1);
+    std::erase_if(_fileTexts, [file](const auto& entry) { return entry.second.file == file; });
+}
+
+const Places::Entry* Places::find(QorIdentifier thing, std::size_t begin, std::size_t end) const {
+    const Entry* const last = _entries.data() + end;
+    const Entry* const found = std::lower_bound(_entries.data() + begin, last, thing,
+                                                [](const Entry& entry, QorIdentifier id) { return entry.thing < id; });
+    return found != last && found->thing == thing ? found : nullptr;
+}
+
+// A repository may hand an identifier out again after its thing was removed; then the last file that knows it is right.
+const Places::Entry* Places::find(QorIdentifier thing) const {
+    if (_ascending) return find(thing, 0, _entries.size());
+    const Entry* found = nullptr;
+    std::size_t end = _entries.size();
+    for (std::size_t file = _files.size(); file-- > 0 && found == nullptr; end = _files[file].firstEntry)
+        found = find(thing, _files[file].firstEntry, end);
+    return found;
+}
+
+QorFilePlace Places::placeOf(QorIdentifier thing) const {
+    const Entry* entry = find(thing);
+    if (entry == nullptr) return {};
+    const auto index = static_cast<std::size_t>(entry - _entries.data());
+    const auto behind = std::upper_bound(_files.begin(), _files.end(), index,
+                                         [](std::size_t wanted, const File& file) { return wanted < file.firstEntry; });
+    return {std::prev(behind)->name, entry->line, entry->column};
+}
+
+std::string_view Places::sourceIdOf(QorIdentifier thing) const {
+    const Entry* entry = find(thing);
+    return entry == nullptr || entry->sourceId == kNoText ? std::string_view{} : _texts.at(entry->sourceId);
+}
+
+QorFilePlace Places::placeInText(QorIdentifier owner, QorIdentifier attribute, QorKexPosition position) const {
+    const auto found = _fileTexts.find({owner, attribute});
+    if (found == _fileTexts.end()) return {};
+    const TextPlace& place = found->second.place;
+    QorFilePlace result{_files[found->second.file].name, place.first.line, place.first.column};
+    if (position.line == 0) return result;
+    if (position.line == 1 && place.exactOnFirst) {
+        if (position.column > 0) result.column += position.column - 1;
+    } else if (place.lineByLine) {
+        result.line += position.line - 1;
+        result.column = place.indent + std::max<std::uint32_t>(position.column, 1);
+    }
+    return result;
+}
+
+}  // namespace qor::interchange

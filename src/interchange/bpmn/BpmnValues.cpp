@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "interchange/bpmn/BpmnValues.h"
+
+#include "interchange/Wording.h"
+
+namespace qor::interchange::bpmn {
+
+static_assert(static_cast<int>(Attribute::Further) + 1 == static_cast<int>(Attribute::Count),
+              "the further details are set last, since the other attributes may add to them");
+
+namespace {
+
+/// The attribute for the texts of a slot; none for slots that are read elsewhere.
+Attribute attributeFor(Slot slot) {
+    switch (slot) {
+        case Slot::Documentation:
+            return Attribute::Documentation;
+        case Slot::Text:
+            return Attribute::Text;
+        case Slot::Condition:
+            return Attribute::Condition;
+        case Slot::State:
+            return Attribute::State;
+        case Slot::Direction:
+            return Attribute::Direction;
+        case Slot::Loop:
+            return Attribute::Loop;
+        case Slot::Script:
+            return Attribute::Script;
+        default:
+            return Attribute::Count;
+    }
+}
+
+std::string_view separatorOf(Attribute attribute) {
+    switch (attribute) {
+        case Attribute::Documentation:
+            return "\n\n";
+        case Attribute::Performers:
+            return ", ";
+        default:
+            return "\n";
+    }
+}
+
+}  // namespace
+
+void Values::add(Attribute attribute, std::string_view text) {
+    std::string& gathered = _texts[static_cast<std::size_t>(attribute)];
+    if (text.empty()) return;
+    if (!gathered.empty()) gathered += separatorOf(attribute);
+    gathered += text;
+}
+
+void Values::addFurther(std::string_view key, std::string_view text) {
+    std::string& gathered = _texts[static_cast<std::size_t>(Attribute::Further)];
+    if (!gathered.empty()) gathered += '\n';
+    gathered.append(key).append(" = ").append(text);
+}
+
+void Values::addAllOf(const Document& document, const Links& links, NodeIndex node) {
+    document.forEachValue(node, [&](const Value& value) {
+        switch (value.slot) {
+            case Slot::SourceRef:
+            case Slot::TargetRef:
+            case Slot::AttachedTo:
+            case Slot::ProcessRef:
+            case Slot::CalledElement:
+            case Slot::DataRef:
+            case Slot::DefaultFlow:
+            case Slot::EventDefinitionRef:
+            case Slot::LaneMember:
+                return;  // relations and the like
+            case Slot::MessageRef:
+                return add(Attribute::Message, links.nameMeantBy(value.text));
+            case Slot::CategoryRef:
+                return add(Attribute::Category, links.nameMeantBy(value.text));
+            case Slot::ResourceRef:
+                return add(Attribute::Performers, links.nameMeantBy(value.text));
+            case Slot::Collection:
+                return add(Attribute::Collection, value.text == "true" || value.text == "1" ? "yes" : "no");
+            case Slot::Interrupting:
+                return add(Attribute::Interrupting, value.text == "false" || value.text == "0" ? "no" : "yes");
+            default:
+                break;
+        }
+        const Attribute attribute = attributeFor(value.slot);
+        if (attribute == Attribute::Count)
+            addFurther(value.key, value.text);
+        else
+            add(attribute, value.text);
+    });
+}
+
+void Values::tellLost(Findings& findings, const Node& node, Attribute attribute) {
+    findings.warn(FindingKind::LostValue, node.place,
+                  concat({wordsFor(node), ": its ", inQuotes(nameOf(attribute)), " could not be kept"}));
+}
+
+}  // namespace qor::interchange::bpmn

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/CommandRunner.h"
+#include "cli/samples.h"
+
+namespace {
+
+using qor::test::CommandRunner;
+using qor::test::Outcome;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr std::string_view kTree = R"(format: qor.library/1
+name: Tree
+business_process:
+  texts:
+    automatic_checks: |
+      CHECK_CARDINALITIES before-save: 1
+  record_classes:
+    - name: Cost
+      attributes:
+        - {name: Amount, type: floating}
+  classes:
+    - name: Step
+      abstract: true
+      attributes:
+        - {name: Kind, type: enumeration, values: [manual, automatic], default: manual}
+        - {name: Costs, type: record, record_class: Cost}
+    - name: Other
+    - name: Task
+      extends: Step
+      cardinalities: |
+        CARDINALITIES
+        max-outgoing: 1
+        RELATION "gone"
+        RELATION "then"
+        TO_CLASS "Takk"
+      attributes:
+        - {name: Shape, type: text, level: class}
+  relation_classes:
+    - {name: then, from: Step, to: Step}
+  model_types:
+    - {name: Process, classes: [Task, Other]}
+)";
+
+TEST(CliLibrary, ShowsTheTreeOfClassesWithTheirAttributes) {
+    CommandRunner qor;
+    qor.write("tree.yaml", kTree);
+    const Outcome outcome = qor.run("library tree.yaml");
+    EXPECT_EQ(outcome.exit, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_THAT(outcome.out, StartsWith("Method library \"Tree\" (tree.yaml)\n\nBusiness-process part \""));
+    EXPECT_THAT(outcome.out, HasSubstr("  has the text automatic_checks\n"
+                                       "  Classes\n"
+                                       "    Step, abstract\n"
+                                       "        Kind: enumeration (manual, automatic), default \"manual\"\n"
+                                       "        Costs: record of Cost\n"
+                                       "      Task [cardinalities]\n"
+                                       "          Shape: text, of the class\n"
+                                       "    Other\n"
+                                       "  Record classes\n"
+                                       "    Cost\n"
+                                       "        Amount: floating\n"
+                                       "  Relation classes\n"
+                                       "    then: Step -> Step\n"
+                                       "  Model types\n"
+                                       "    Process: Other, Task\n"));
+}
+
+TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
+    CommandRunner qor;
+    qor.write("tree.yaml", kTree);
+    qor.write("workshop.yaml", qor::test::kWorkshop);
+    qor.write("clean.yaml", qor::test::kClean);
+    struct Row {
+        const char* arguments;
+        int exit;
+        const char *out, *err;
+    };
+    constexpr Row rows[] = {
+        {"rules tree.yaml", 1, "tree.yaml:23:9: error: ", ""},
+        {"rules tree.yaml", 1, "tree.yaml:25:9: error: ", ""},
+        {"rules tree.yaml", 1,
+         "Cardinalities for Task:\nmaxObjects: 65535\nmaxTotal:   65535\nmaxIn:      65535\nmaxOut:     1\n", ""},
+        {"rules --class Task tree.yaml", 1, "Cardinalities for Task:\n", ""},
+        {"rules --class Other tree.yaml", 0, "", "tree.yaml: there are no rules"},
+        {"rules --class Tsak tree.yaml", 2, "", "no class is named \"Tsak\"; did you mean Task?"},
+        {"rules workshop.yaml", 0, "Cardinalities for Store:\n", ""},
+        {"rules --language de tree.yaml", 1, "Cardinalities for Task:\n", ""},
+        {"rules - < workshop.yaml", 0, "Cardinalities for Store:\n", ""},
+        {"rules bpmn", 0, "Cardinalities for Start event:\n", ""},
+        {"rules clean.yaml", 3, "", "clean.yaml: error: is not a method library"},
+        {"library clean.yaml", 3, "", "clean.yaml: error: is not a method library"},
+        {"library gone.yaml", 3, "", "gone.yaml: error: "},
+        {"library bpmn", 0, "Start event", ""},
+    };
+    for (const Row& row : rows) {
+        const Outcome outcome = qor.run(row.arguments);
+        EXPECT_EQ(outcome.exit, row.exit) << row.arguments;
+        EXPECT_THAT(outcome.out, HasSubstr(row.out)) << row.arguments;
+        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.arguments;
+    }
+    EXPECT_THAT(qor.run("rules --class Store workshop.yaml").out, Not(HasSubstr("Task")));
+    EXPECT_THAT(qor.run("rules tree.yaml").out, Not(HasSubstr("\\x0A")));  // a line feed of the handler's text
+    EXPECT_NE(qor.run("rules --language de tree.yaml").out, qor.run("rules tree.yaml").out);
+}
+
+TEST(CliUsage, WrongUseIsToldWithTheNearestName) {
+    const CommandRunner qor;
+    struct Row {
+        const char* arguments;
+        int exit;
+        const char *out, *err;
+    };
+    constexpr Row rows[] = {
+        {"", 2, "", "Usage: qor"},
+        {"--help", 0, "Exit codes: 0 clean", ""},
+        {"--version", 0, "qor ", ""},
+        {"check --help", 0, "qor check --json *.bpmn", ""},
+        {"chekc a.yaml", 2, "", "there is no command \"chekc\"; did you mean check?"},
+        {"check --modle X a.yaml", 2, "", "there is no option \"--modle\"; did you mean --model?"},
+        {"check --libary=x a.yaml", 2, "", "there is no option \"--libary\"; did you mean --library?"},
+        {"check", 2, "", "Try: qor check --help"},
+        {"check --language fr a.yaml", 2, "", "fr"},
+        {"check --model", 2, "", "--model"},
+        {"library a b", 2, "", "one FILE is enough"},
+        {"rules \"$(printf 'a\\033b')\" b c", 2, "", "one FILE is enough"},
+        {"--help >/dev/full", 5, "", "No space left on device"},
+    };
+    for (const Row& row : rows) {
+        const Outcome outcome = qor.run(row.arguments);
+        EXPECT_EQ(outcome.exit, row.exit) << row.arguments;
+        EXPECT_THAT(outcome.out, HasSubstr(row.out)) << row.arguments;
+        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.arguments;
+    }
+}
+
+}  // namespace
