@@ -13,10 +13,10 @@
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
 #include "cli/FirstBreach.h"
+#include "cli/InputFiles.h"
 #include "cli/InternalErrors.h"
 #include "cli/Nearest.h"
 #include "cli/ShippedLibraries.h"
-#include "cli/StandardInput.h"
 #include "cli/Workspace.h"
 
 namespace qor::cli {
@@ -59,34 +59,42 @@ private:
         ++_summary.files;
         Diagnostics diagnostics;
         const std::string path = pathOf(file, diagnostics);
-        if (Workspace* workspace = path.empty() ? nullptr : workspaceFor(file, path, diagnostics)) {
-            QorImporter importer(workspace->builder(), workspace->reader());
-            QorImportResult result = importer.readFile(path, workspace->library());
-            if (file == kStandardInput) _standardInput.rename(result);
-            diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
-                               std::make_move_iterator(result.diagnostics.end()));
-            beginFile(file, diagnostics);
-            checkModels(*workspace, importer, result.models);
-            // A folder of files must not take more memory than its largest file.
-            for (const QorIdentifier model : result.models) (void)workspace->builder().removeModel(model);
+        if (Workspace* workspace = hasErrors(diagnostics) ? nullptr : workspaceFor(file, path, diagnostics)) {
+            const QorIdentifier lastModel = readAndCheck(*workspace, file, path, diagnostics);
+            _workspaces.giveUpWhenGrown(*workspace, lastModel);
         } else {
-            beginFile(file, diagnostics);
+            beginFile(file, path, diagnostics);
         }
         _report->endFile();
     }
 
+    /// The last model that was made, none when none was.
+    QorIdentifier readAndCheck(Workspace& workspace, const std::string& file, const std::string& path,
+                               Diagnostics& diagnostics) {
+        QorImporter importer(workspace.builder(), workspace.reader());
+        QorImportResult result = importer.readFile(path, workspace.library());
+        diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
+                           std::make_move_iterator(result.diagnostics.end()));
+        beginFile(file, path, diagnostics);
+        checkModels(workspace, importer, result.models);
+        // A folder of files must not take more memory than its largest file.
+        for (const QorIdentifier model : result.models) (void)workspace.builder().removeModel(model);
+        return result.models.empty() ? QorNoIdentifier : result.models.back();
+    }
+
     /// The path that a file can be opened by more than once; empty, with the reason, when there is none.
     std::string pathOf(const std::string& file, Diagnostics& diagnostics) {
-        if (file != kStandardInput) return file;
         std::string error;
-        const std::string& path = _standardInput.path(error);
+        std::string path = _inputs.path(file, error);
         if (!error.empty()) diagnostics.push_back(about(QorSeverity::Error, file, error));
         return path;
     }
 
-    void beginFile(const std::string& file, const Diagnostics& diagnostics) {
-        for (const QorDiagnostic& diagnostic : diagnostics)
+    void beginFile(const std::string& file, const std::string& path, Diagnostics& diagnostics) {
+        for (QorDiagnostic& diagnostic : diagnostics) {
+            if (diagnostic.place.file == path) diagnostic.place.file = file;
             ++(diagnostic.severity == QorSeverity::Error ? _summary.errors : _summary.warnings);
+        }
         _report->beginFile(file, diagnostics);
     }
 
@@ -117,14 +125,14 @@ private:
     std::string libraryFor(QorFileKind kind, const std::string& path, QorImporter& importer) {
         if (!_options.library.empty()) return resolveLibrary(_options.library);
         if (kind == QorFileKind::Bpmn) return shippedLibrary(kBpmnLibrary);
-        return _standardInput.resolved(importer.libraryNamedBy(path));
+        return InputFiles::resolved(importer.libraryNamedBy(path));
     }
 
     /// What is wrong with a library is told with the first file that needs it; the others refer to that.
     Workspace* openLibrary(const std::string& path, const std::string& file, Diagnostics& diagnostics) {
         Workspace& workspace = _workspaces.open(path);
         const bool isValid = workspace.hasLibrary();
-        const auto [told, isFirst] = _libraryToldWith.try_emplace(&workspace, file);
+        const auto [told, isFirst] = _libraryToldWith.try_emplace(workspace.libraryPath(), file);
         if (isFirst) {
             diagnostics = workspace.fileDiagnostics();
             for (const RuleError& error : workspace.ruleErrors())
@@ -188,8 +196,8 @@ private:
     std::unique_ptr<CheckReport> _report;
     std::set<std::string, std::less<>> _wantedModels;
     std::set<std::string> _modelNames;
-    std::map<const Workspace*, std::string> _libraryToldWith;
-    StandardInput _standardInput;
+    std::map<std::string, std::string> _libraryToldWith;  ///< file that needed it first, by the library's path
+    InputFiles _inputs;
     CheckSummary _summary;
 };
 

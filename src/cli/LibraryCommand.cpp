@@ -50,13 +50,13 @@ public:
         writeHeading("Record classes");
         for (const QorClassInfo& cls : recordClasses(_reader, part)) {
             writeLine(2, printable(cls.name));
-            writeAttributes(cls.id, 4);
+            writeAttributes(cls.id, 6);
         }
         writeHeading("Relation classes");
         for (const QorRelationClassInfo& relation : _reader.relationClassesOf(part)) {
             writeLine(2, fmt::format("{}: {} -> {}", printable(relation.name), name(relation.fromClass),
                                      name(relation.toClass)));
-            writeAttributes(relation.id, 4);
+            writeAttributes(relation.id, 6);
         }
         writeHeading("Model types");
         for (const QorModelTypeInfo& type : modelTypes(_reader, part)) writeModelType(type);

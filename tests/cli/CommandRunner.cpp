@@ -39,16 +39,16 @@ void CommandRunner::write(const std::string& name, std::string_view content) con
     std::ofstream(_folder / "in" / name, std::ios::binary) << content;
 }
 
-Run CommandRunner::run(const std::string& arguments, const std::string& before) const {
+Outcome CommandRunner::run(const std::string& arguments, const std::string& before) const {
     const std::string line = "exec >'" + (_folder / "out").string() + "' 2>'" + (_folder / "err").string() +
                              "' && cd '" + (_folder / "in").string() + "' && " + before +
                              " '" QOR_BINARY_DIR "/bin/qor' " + arguments;
     const int status = std::system(line.c_str());
-    Run run;
-    run.exit = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    run.out = contentOf(_folder / "out");
-    run.err = contentOf(_folder / "err");
-    return run;
+    Outcome outcome;
+    outcome.exit = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    outcome.out = contentOf(_folder / "out");
+    outcome.err = contentOf(_folder / "err");
+    return outcome;
 }
 
 }  // namespace qor::test

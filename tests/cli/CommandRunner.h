@@ -6,7 +6,7 @@
 
 namespace qor::test {
 
-struct Run {
+struct Outcome {
     int exit = -1;  ///< 128 plus its number when a signal ended the command
     std::string out;
     std::string err;
@@ -23,7 +23,7 @@ public:
     void write(const std::string& name, std::string_view content) const;
     /// Runs `qor ARGUMENTS` through the shell, so that arguments may redirect; `before` stands ahead of the command
     /// (variables, a pipe).
-    [[nodiscard]] Run run(const std::string& arguments, const std::string& before = "") const;
+    [[nodiscard]] Outcome run(const std::string& arguments, const std::string& before = "") const;
     [[nodiscard]] const std::filesystem::path& folder() const { return _folder; }
 
 private:

@@ -7,7 +7,7 @@
 namespace {
 
 using qor::test::CommandRunner;
-using qor::test::Run;
+using qor::test::Outcome;
 using testing::HasSubstr;
 
 constexpr std::string_view kModelHead = "format: qor.model/1\nlibrary: workshop.yaml\nmodels:\n";
@@ -49,7 +49,7 @@ const std::vector<BadFile>& badFiles() {
          ":1[01]:\\d+"},
         {"deep.yaml", "format: qor.model/1\nmodels: " + repeated("[", 10000) + "\n", ":2:\\d+"},
         {"deep.json", "{\"format\": \"qor.model/1\", \"models\": " + repeated("[", 10000), ":1:\\d+"},
-        {"alias.yaml", "format: qor.model/1\nmodels: [&a b, *a]\n", ":2:\\d+"},
+        {"alias.yaml", model("  - &a {name: A}\n"), ":4:\\d+"},
         {"nolibrary.yaml", "format: qor.model/1\nmodels:\n  - {name: A, type: Process}\n", ".*"},
         {"library.yaml", "format: qor.library/1\nname: L\nbusiness_process:\n  classes: [{name: A}, {name: A}]\n",
          ":4:\\d+"},
@@ -77,20 +77,20 @@ TEST(CliBadInput, EachFaultIsToldWithItsPlaceAndTheOtherFilesAreStillChecked) {
     qor.write("orders.yaml", qor::test::kOrders);
     for (const BadFile& file : badFiles()) {
         qor.write(file.name, file.content);
-        const Run run = qor.run("check " + file.name + " orders.yaml", kBoundedMemory);
-        EXPECT_EQ(run.exit, 3) << file.name;
-        EXPECT_TRUE(std::regex_search(run.err, std::regex("^" + file.name + file.place + ": error: [^\n]{8}")))
-            << file.name << ": " << run.err.substr(0, 300);
-        EXPECT_THAT(run.out, HasSubstr("Shelf")) << file.name;
+        const Outcome outcome = qor.run("check " + file.name + " orders.yaml", kBoundedMemory);
+        EXPECT_EQ(outcome.exit, 3) << file.name;
+        EXPECT_TRUE(std::regex_search(outcome.err, std::regex("(^|\n)" + file.name + file.place + ": error: [^\n]{8}")))
+            << file.name << ": " << outcome.err.substr(0, 300);
+        EXPECT_THAT(outcome.out, HasSubstr("Shelf")) << file.name;
     }
 }
 
 TEST(CliBadInput, WhatIsNoFileIsToldSo) {
     CommandRunner qor;
     for (const char* name : {"gone.yaml", ".", "/proc/self/mem", "''"}) {
-        const Run run = qor.run(std::string("check ") + name);
-        EXPECT_EQ(run.exit, 3) << name;
-        EXPECT_THAT(run.err, HasSubstr(": error: ")) << name;
+        const Outcome outcome = qor.run(std::string("check ") + name);
+        EXPECT_EQ(outcome.exit, 3) << name;
+        EXPECT_THAT(outcome.err, HasSubstr(": error: ")) << name;
     }
     EXPECT_EQ(qor.run("check - <&-").exit, 3);
 }

@@ -5,7 +5,7 @@
 namespace {
 
 using qor::test::CommandRunner;
-using qor::test::Run;
+using qor::test::Outcome;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -31,13 +31,14 @@ int occurrences(std::string_view text, std::string_view part) {
 }
 
 TEST_F(CliCheck, NamesModelObjectPlaceRuleAndCountAndEndsWithASummary) {
-    const Run run = qor.run("check orders.yaml clean.yaml");
-    EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.err, IsEmpty());
+    const Outcome outcome = qor.run("check orders.yaml clean.yaml");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_THAT(outcome.err, IsEmpty());
     for (const char* part : {
              "orders.yaml: model \"Orders\" (Process): 4 objects, 2 relations\n",
              "orders.yaml:7:9: Task \"Check\" (id t1)\n",
-             "rule max-outgoing: 1, in the text of class \"Task\" (workshop.yaml:9:9); found 2, in 3 counts\n",
+             "    The object \"Check\" has too many outgoing relations: at most 1 is allowed.\n"
+             "    rule max-outgoing: 1, in the text of class \"Task\" (workshop.yaml:9:9); found 2, in 3 counts\n",
              "orders.yaml:10:9: Store \"Shelf\"\n",
              "rule min-incoming: 1 for relation \"uses\", in the text of class \"Store\" (workshop.yaml:14:9); found "
              "0\n",
@@ -46,22 +47,22 @@ TEST_F(CliCheck, NamesModelObjectPlaceRuleAndCountAndEndsWithASummary) {
              "clean.yaml: model \"Clean\" (Process): 1 object, 0 relations, no breaches\n",
              "\n2 files, 3 models, 5 objects, 2 relations: 5 breaches (shown as 3) in ",
          })
-        EXPECT_THAT(run.out, HasSubstr(part));
+        EXPECT_THAT(outcome.out, HasSubstr(part));
 }
 
 TEST_F(CliCheck, ShowsRecordsOfOneObjectAndOneWrittenKeyOnce) {
-    const Run run = qor.run("check --model Orders orders.yaml");
-    EXPECT_EQ(occurrences(run.out, "rule max-outgoing: 1"), 1);
-    EXPECT_EQ(occurrences(run.out, "\"Check\" (id t1)"), 1);
+    const Outcome outcome = qor.run("check --model Orders orders.yaml");
+    EXPECT_EQ(occurrences(outcome.out, "rule max-outgoing: 1"), 1);
+    EXPECT_EQ(occurrences(outcome.out, "\"Check\" (id t1)"), 1);
 }
 
 TEST_F(CliCheck, FirstShowsOneBreachPerModel) {
-    const Run run = qor.run("check --first orders.yaml");
-    EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.out,
+    const Outcome outcome = qor.run("check --first orders.yaml");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_THAT(outcome.out,
                 HasSubstr("rule max-outgoing: 1, in the text of class \"Task\" (workshop.yaml:9:9); found 2\n"));
-    EXPECT_THAT(run.out, Not(HasSubstr("Shelf")));
-    EXPECT_THAT(run.out, HasSubstr(": 2 breaches in "));
+    EXPECT_THAT(outcome.out, Not(HasSubstr("Shelf")));
+    EXPECT_THAT(outcome.out, HasSubstr(": 2 breaches in "));
 }
 
 TEST_F(CliCheck, EachWayOfCallingEndsWithItsCode) {
@@ -102,13 +103,14 @@ TEST_F(CliCheck, EachWayOfCallingEndsWithItsCode) {
         {"check --json clean.yaml >/dev/full", "", 5, "", "No space left on device"},
     };
     for (const Row& row : rows) {
-        const Run run = qor.run(row.arguments, row.before);
-        EXPECT_EQ(run.exit, row.exit) << row.arguments;
-        EXPECT_THAT(run.out, *row.out == '\0' && run.exit == 0 ? testing::Matcher<std::string>(IsEmpty())
-                                                               : testing::Matcher<std::string>(HasSubstr(row.out)))
+        const Outcome outcome = qor.run(row.arguments, row.before);
+        EXPECT_EQ(outcome.exit, row.exit) << row.arguments;
+        EXPECT_THAT(outcome.out, *row.out == '\0' && outcome.exit == 0
+                                     ? testing::Matcher<std::string>(IsEmpty())
+                                     : testing::Matcher<std::string>(HasSubstr(row.out)))
             << row.arguments;
-        EXPECT_THAT(run.err, *row.err == '\0' ? testing::Matcher<std::string>(IsEmpty())
-                                              : testing::Matcher<std::string>(HasSubstr(row.err)))
+        EXPECT_THAT(outcome.err, *row.err == '\0' ? testing::Matcher<std::string>(IsEmpty())
+                                                  : testing::Matcher<std::string>(HasSubstr(row.err)))
             << row.arguments;
     }
 }
@@ -120,10 +122,10 @@ TEST_F(CliCheck, LibrariesOfTheSameNameInTwoFilesDoNotMeet) {
     std::string model(qor::test::kClean);
     model.replace(model.find("workshop.yaml"), 13, "strict.yaml");
     qor.write("strictly.yaml", model);
-    const Run run = qor.run("check clean.yaml strictly.yaml clean.yaml");
-    EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.out, HasSubstr("rule min-objects: 9"));
-    EXPECT_EQ(occurrences(run.out, "clean.yaml: model \"Clean\" (Process): 1 object, 0 relations, no breaches"), 2);
+    const Outcome outcome = qor.run("check clean.yaml strictly.yaml clean.yaml");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("rule min-objects: 9"));
+    EXPECT_EQ(occurrences(outcome.out, "clean.yaml: model \"Clean\" (Process): 1 object, 0 relations, no breaches"), 2);
 }
 
 TEST_F(CliCheck, HostileNamesDoNotReachTheTerminal) {
@@ -132,9 +134,9 @@ TEST_F(CliCheck, HostileNamesDoNotReachTheTerminal) {
               "    type: Process\n    objects:\n      - {class: Store, name: \"\\e]0;owned\\a\"}\n");
     for (const char* arguments :
          {"check evil.yaml", "check --json evil.yaml", "check evil.yaml \"$(printf 'a\\033[2J')\""}) {
-        const Run run = qor.run(arguments);
-        EXPECT_THAT(run.out + run.err, AllOf(HasSubstr("evil"), Not(HasSubstr("\x1B")), Not(HasSubstr("\a")),
-                                             Not(HasSubstr("\xE2\x80\xAE"))))
+        const Outcome outcome = qor.run(arguments);
+        EXPECT_THAT(outcome.out + outcome.err, AllOf(HasSubstr("evil"), Not(HasSubstr("\x1B")), Not(HasSubstr("\a")),
+                                                     Not(HasSubstr("\xE2\x80\xAE"))))
             << arguments;
     }
 }
@@ -146,8 +148,8 @@ TEST_F(CliCheck, ColourComesOnlyWhenItIsForced) {
 }
 
 TEST_F(CliCheck, AReaderThatGoesAwayIsNoReasonToComplain) {
-    const Run run = qor.run("check orders.yaml orders.yaml | true");
-    EXPECT_THAT(run.err, IsEmpty());
+    const Outcome outcome = qor.run("check orders.yaml orders.yaml | true");
+    EXPECT_THAT(outcome.err, IsEmpty());
 }
 
 }  // namespace

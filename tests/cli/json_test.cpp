@@ -8,7 +8,7 @@ namespace {
 
 using nlohmann::ordered_json;
 using qor::test::CommandRunner;
-using qor::test::Run;
+using qor::test::Outcome;
 
 class CliJson : public testing::Test {
 protected:
@@ -19,10 +19,10 @@ protected:
     }
     /// Null when the output is no JSON.
     ordered_json json(const std::string& arguments) {
-        const Run run = qor.run(arguments);
-        EXPECT_EQ(run.err, "") << arguments;
-        const ordered_json document = ordered_json::parse(run.out, nullptr, false);
-        EXPECT_FALSE(document.is_discarded()) << run.out;
+        const Outcome outcome = qor.run(arguments);
+        EXPECT_EQ(outcome.err, "") << arguments;
+        const ordered_json document = ordered_json::parse(outcome.out, nullptr, false);
+        EXPECT_FALSE(document.is_discarded()) << outcome.out;
         return document.is_discarded() ? ordered_json() : document;
     }
 

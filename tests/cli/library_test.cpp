@@ -5,7 +5,7 @@
 namespace {
 
 using qor::test::CommandRunner;
-using qor::test::Run;
+using qor::test::Outcome;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -46,25 +46,25 @@ business_process:
 TEST(CliLibrary, ShowsTheTreeOfClassesWithTheirAttributes) {
     CommandRunner qor;
     qor.write("tree.yaml", kTree);
-    const Run run = qor.run("library tree.yaml");
-    EXPECT_EQ(run.exit, 0);
-    EXPECT_EQ(run.err, "");
-    EXPECT_THAT(run.out, StartsWith("Method library \"Tree\" (tree.yaml)\n\nBusiness-process part \""));
-    EXPECT_THAT(run.out, HasSubstr("  has the text automatic_checks\n"
-                                   "  Classes\n"
-                                   "    Step, abstract\n"
-                                   "        Kind: enumeration (manual, automatic), default \"manual\"\n"
-                                   "        Costs: record of Cost\n"
-                                   "      Task [cardinalities]\n"
-                                   "          Shape: text, of the class\n"
-                                   "    Other\n"
-                                   "  Record classes\n"
-                                   "    Cost\n"
-                                   "        Amount: floating\n"
-                                   "  Relation classes\n"
-                                   "    then: Step -> Step\n"
-                                   "  Model types\n"
-                                   "    Process: Task, Other\n"));
+    const Outcome outcome = qor.run("library tree.yaml");
+    EXPECT_EQ(outcome.exit, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_THAT(outcome.out, StartsWith("Method library \"Tree\" (tree.yaml)\n\nBusiness-process part \""));
+    EXPECT_THAT(outcome.out, HasSubstr("  has the text automatic_checks\n"
+                                       "  Classes\n"
+                                       "    Step, abstract\n"
+                                       "        Kind: enumeration (manual, automatic), default \"manual\"\n"
+                                       "        Costs: record of Cost\n"
+                                       "      Task [cardinalities]\n"
+                                       "          Shape: text, of the class\n"
+                                       "    Other\n"
+                                       "  Record classes\n"
+                                       "    Cost\n"
+                                       "        Amount: floating\n"
+                                       "  Relation classes\n"
+                                       "    then: Step -> Step\n"
+                                       "  Model types\n"
+                                       "    Process: Other, Task\n"));
 }
 
 TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
@@ -95,12 +95,13 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
         {"library bpmn", 0, "Start event", ""},
     };
     for (const Row& row : rows) {
-        const Run run = qor.run(row.arguments);
-        EXPECT_EQ(run.exit, row.exit) << row.arguments;
-        EXPECT_THAT(run.out, HasSubstr(row.out)) << row.arguments;
-        EXPECT_THAT(run.err, HasSubstr(row.err)) << row.arguments;
+        const Outcome outcome = qor.run(row.arguments);
+        EXPECT_EQ(outcome.exit, row.exit) << row.arguments;
+        EXPECT_THAT(outcome.out, HasSubstr(row.out)) << row.arguments;
+        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.arguments;
     }
     EXPECT_THAT(qor.run("rules --class Store workshop.yaml").out, Not(HasSubstr("Task")));
+    EXPECT_THAT(qor.run("rules tree.yaml").out, Not(HasSubstr("\\x0A")));  // a line feed of the handler's text
     EXPECT_NE(qor.run("rules --language de tree.yaml").out, qor.run("rules tree.yaml").out);
 }
 
@@ -127,10 +128,10 @@ TEST(CliUsage, WrongUseIsToldWithTheNearestName) {
         {"--help >/dev/full", 5, "", "No space left on device"},
     };
     for (const Row& row : rows) {
-        const Run run = qor.run(row.arguments);
-        EXPECT_EQ(run.exit, row.exit) << row.arguments;
-        EXPECT_THAT(run.out, HasSubstr(row.out)) << row.arguments;
-        EXPECT_THAT(run.err, HasSubstr(row.err)) << row.arguments;
+        const Outcome outcome = qor.run(row.arguments);
+        EXPECT_EQ(outcome.exit, row.exit) << row.arguments;
+        EXPECT_THAT(outcome.out, HasSubstr(row.out)) << row.arguments;
+        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.arguments;
     }
 }
 

@@ -50,12 +50,17 @@ ObjectClass classFor(const Document& document, const Links& links, NodeIndex nod
     if (it.row->role == Role::Process) return classForProcess(document, links, node);
     const bool isInAdHoc = it.parent != kNoNode && document[it.parent].row->family == Family::AdHoc;
     switch (it.row->family) {
-        case Family::None: return it.row->cls;
-        case Family::Gateway: return classForGateway(it);
+        case Family::None:
+            return it.row->cls;
+        case Family::Gateway:
+            return classForGateway(it);
         case Family::Activity:
-        case Family::SubProcess: return classForActivity(it, isInAdHoc);
-        case Family::AdHoc: return classForActivity(it, isInAdHoc);
-        default: return classForEvent(document, links, node, isInAdHoc);
+        case Family::SubProcess:
+            return classForActivity(it, isInAdHoc);
+        case Family::AdHoc:
+            return classForActivity(it, isInAdHoc);
+        default:
+            return classForEvent(document, links, node, isInAdHoc);
     }
 }
 

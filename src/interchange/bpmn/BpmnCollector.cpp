@@ -78,7 +78,8 @@ void Collector::openRoot(const XmlElement& element) {
         countForeignAttributes(element);
         return push(findElement(element.name.local), kNoNode, Reading::Normal);
     }
-    _findings.error(element.place, concat({"this is no BPMN 2.0 file: it begins with <", folded(element.name.local, kMaxBorrowedBytes),
+    _findings.error(element.place,
+                    concat({"this is no BPMN 2.0 file: it begins with <", folded(element.name.local, kMaxBorrowedBytes),
                             "> of ", element.name.space.empty() ? "no namespace" : "the namespace ",
                             element.name.space.empty() ? "" : inQuotes(element.name.space),
                             ", not with <definitions> of the namespace ", inQuotes(kBpmnSpace)}));
@@ -110,27 +111,33 @@ void Collector::openDiagram(const XmlElement& element) {
 
 void Collector::openBpmn(const XmlElement& element) {
     const ElementRow* const row = findElement(element.name.local);
-    if (row == nullptr)
-        return skip(element, FindingKind::NotUnderstood, "is no element that BPMN knows");
+    if (row == nullptr) return skip(element, FindingKind::NotUnderstood, "is no element that BPMN knows");
     switch (row->role) {
-        case Role::Structure: return push(row, owner(), Reading::Normal);
-        case Role::Text: return openText(*row, element);
-        case Role::Merge: return merge(*row, element);
+        case Role::Structure:
+            return push(row, owner(), Reading::Normal);
+        case Role::Text:
+            return openText(*row, element);
+        case Role::Merge:
+            return merge(*row, element);
         case Role::Extension:
-        case Role::Redundant: return push(row, owner(), Reading::Nothing);
-        case Role::LeftOut: _findings.leftOut(row->element, element.place); return push(row, owner(), Reading::Nothing);
+        case Role::Redundant:
+            return push(row, owner(), Reading::Nothing);
+        case Role::LeftOut:
+            _findings.leftOut(row->element, element.place);
+            return push(row, owner(), Reading::Nothing);
         case Role::NotUnderstood:
             return skip(element, FindingKind::NotUnderstood, "belongs to a kind of diagram that is not read");
-        default: return openNode(*row, element);
+        default:
+            return openNode(*row, element);
     }
 }
 
 void Collector::skip(const XmlElement& element, FindingKind kind, std::string_view why) {
     const std::string_view id = attributeOf(element, "id").value_or("");
-    _findings.warn(kind, element.place,
-                   concat({"<", folded(element.name.local, kMaxBorrowedBytes), "> ",
-                           id.empty() ? "without an id" : inQuotes(id), " ", why,
-                           "; it is left out with everything inside it"}));
+    _findings.warn(
+        kind, element.place,
+        concat({"<", folded(element.name.local, kMaxBorrowedBytes), "> ", id.empty() ? "without an id" : inQuotes(id),
+                " ", why, "; it is left out with everything inside it"}));
     push(nullptr, owner(), Reading::Nothing);
 }
 
@@ -139,18 +146,26 @@ bool Collector::hasPlaceFor(const ElementRow& row) const {
     const ElementRow* const around = owner() == kNoNode ? nullptr : _document[owner()].row;
     switch (row.role) {
         case Role::Process:
-        case Role::Collaboration: return around == nullptr;
-        case Role::Participant: return around != nullptr && around->role == Role::Collaboration;
-        case Role::Lane: return around != nullptr && (holdsFlowElements(*around) || around->role == Role::Lane);
+        case Role::Collaboration:
+            return around == nullptr;
+        case Role::Participant:
+            return around != nullptr && around->role == Role::Collaboration;
+        case Role::Lane:
+            return around != nullptr && (holdsFlowElements(*around) || around->role == Role::Lane);
         case Role::Node:
-        case Role::DataObjectItem: return around != nullptr && holdsFlowElements(*around);
-        case Role::Data: return around != nullptr && (around->role == Role::Process || around->role == Role::Node);
+        case Role::DataObjectItem:
+            return around != nullptr && holdsFlowElements(*around);
+        case Role::Data:
+            return around != nullptr && (around->role == Role::Process || around->role == Role::Node);
         case Role::Artifact:
             return around != nullptr && (holdsFlowElements(*around) || around->role == Role::Collaboration);
         case Role::DataInputAssociation:
-        case Role::DataOutputAssociation: return around != nullptr && around->role == Role::Node;
-        case Role::EventDefinition: return around == nullptr || isEvent(*around);
-        default: return true;
+        case Role::DataOutputAssociation:
+            return around != nullptr && around->role == Role::Node;
+        case Role::EventDefinition:
+            return around == nullptr || isEvent(*around);
+        default:
+            return true;
     }
 }
 
@@ -176,10 +191,10 @@ NodeIndex Collector::addNode(const ElementRow& row, const XmlElement& element) {
     if (id.empty()) return node;
     const auto [at, isNew] = _document.byId.emplace(id, node);
     if (!isNew)
-        _findings.warn(FindingKind::DuplicateId, element.place,
-                       concat({wordsFor(_document[node]), ": this id is already that of <",
-                               _document[at->second].row->element, "> in line ",
-                               std::to_string(_document[at->second].place.line), "; references mean that one"}));
+        _findings.warn(
+            FindingKind::DuplicateId, element.place,
+            concat({wordsFor(_document[node]), ": this id is already that of <", _document[at->second].row->element,
+                    "> in line ", std::to_string(_document[at->second].place.line), "; references mean that one"}));
     return node;
 }
 

@@ -57,7 +57,8 @@ std::string folded(std::string_view text, std::size_t limit) {
 
 std::string wordsFor(const Node& node) {
     if (!node.id.empty()) return concat({"<", node.row->element, "> ", inQuotes(node.id)});
-    if (!node.name.empty()) return concat({"<", node.row->element, "> named ", inQuotes(folded(node.name, kMaxBorrowedBytes))});
+    if (!node.name.empty())
+        return concat({"<", node.row->element, "> named ", inQuotes(folded(node.name, kMaxBorrowedBytes))});
     return concat({"<", node.row->element, "> without an id"});
 }
 

@@ -48,9 +48,9 @@ struct Node {
     NodeIndex firstDefinition = kNoNode;  ///< of an event: what triggers it, the last one first
     NodeIndex nextDefinition = kNoNode;
     std::uint8_t flags = kNoFlag;
-    bool isInside = false;       ///< data of the inside of an activity: its identifier stands for the activity
-    bool used = false;           ///< a definition that something refers to, a process that belongs to a pool
-    bool hasFlowNodes = false;   ///< of what it contains itself
+    bool isInside = false;      ///< data of the inside of an activity: its identifier stands for the activity
+    bool used = false;          ///< a definition that something refers to, a process that belongs to a pool
+    bool hasFlowNodes = false;  ///< of what it contains itself
     bool hasStartEvent = false;
     bool hasInstantiator = false;
 };

@@ -58,33 +58,43 @@ enum class ObjectClass : std::uint8_t {
 
 /// What reading an element comes to.
 enum class Role : std::uint8_t {
-    Structure,    ///< only its contents count
+    Structure,  ///< only its contents count
     Collaboration,
     Process,
     Participant,
     Lane,
-    Node,         ///< an object that a process or sub-process contains
-    Artifact,     ///< an object that may also stand in a collaboration
-    Data,         ///< data object, data store, data input or output
+    Node,            ///< an object that a process or sub-process contains
+    Artifact,        ///< an object that may also stand in a collaboration
+    Data,            ///< data object, data store, data input or output
     DataObjectItem,  ///< what references of data objects refer to; an object itself when none does
-    ActivityData,  ///< of the inside of a process or activity, without an object of its own
+    ActivityData,    ///< of the inside of a process or activity, without an object of its own
     SequenceFlow,
     MessageFlow,
     Association,
     DataInputAssociation,
     DataOutputAssociation,
     EventDefinition,
-    Definition,   ///< something with a name that others refer to
-    Text,         ///< its text is a value of the element around it
-    Merge,        ///< its attributes are values of the element around it
-    Extension,    ///< holds what other makers add
-    Redundant,    ///< says again what is said elsewhere
-    LeftOut,      ///< the method library has no place for it: counted
+    Definition,    ///< something with a name that others refer to
+    Text,          ///< its text is a value of the element around it
+    Merge,         ///< its attributes are values of the element around it
+    Extension,     ///< holds what other makers add
+    Redundant,     ///< says again what is said elsewhere
+    LeftOut,       ///< the method library has no place for it: counted
     NotUnderstood  ///< another kind of diagram: told one by one
 };
 
 /// Families that the choice of a class depends on.
-enum class Family : std::uint8_t { None, Event, CatchEvent, ThrowEvent, BoundaryEvent, Activity, SubProcess, AdHoc, Gateway };
+enum class Family : std::uint8_t {
+    None,
+    Event,
+    CatchEvent,
+    ThrowEvent,
+    BoundaryEvent,
+    Activity,
+    SubProcess,
+    AdHoc,
+    Gateway
+};
 
 /// Where a value belongs: first those that refer to other elements, then those that are kept as attributes.
 enum class Slot : std::uint8_t {
@@ -129,8 +139,9 @@ struct ElementRow {
     Role role = Role::LeftOut;
     ObjectClass cls = ObjectClass::None;
     Family family = Family::None;
-    Slot slot = Slot::None;     ///< of texts
-    std::string_view word = {};  ///< of event definitions: the trigger; of some texts and merged elements: what they say
+    Slot slot = Slot::None;  ///< of texts
+    std::string_view word =
+        {};  ///< of event definitions: the trigger; of some texts and merged elements: what they say
 };
 
 /// The row of an element of BPMN's namespace; null for a name that BPMN does not know.

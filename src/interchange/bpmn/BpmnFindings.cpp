@@ -15,12 +15,9 @@ std::string counted(std::uint64_t count, std::string_view noun) {
 }
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(FindingKind::Count)> kKindNames = {
-    "elements that are not understood",
-    "elements outside a process",
-    "ids that are given twice",
-    "references to nothing",
-    "flows from an element to itself",
-    "relations whose ends do not fit",
+    "elements that are not understood", "elements outside a process",
+    "ids that are given twice",         "references to nothing",
+    "flows from an element to itself",  "relations whose ends do not fit",
     "values that could not be kept",
 };
 
@@ -79,11 +76,10 @@ void Findings::tellLeftOut() {
 
 void Findings::tellForeign() {
     const auto tell = [this](std::string_view subject, const Tally& tally) {
-        const std::string what =
-            tally.elements == 0     ? counted(tally.attributes, "attribute")
-            : tally.attributes == 0 ? counted(tally.elements, "element")
-                                    : counted(tally.elements, "element") + " and " +
-                                          counted(tally.attributes, "attribute");
+        const std::string what = tally.elements == 0     ? counted(tally.attributes, "attribute")
+                                 : tally.attributes == 0 ? counted(tally.elements, "element")
+                                                         : counted(tally.elements, "element") + " and " +
+                                                               counted(tally.attributes, "attribute");
         _findings.push_back({QorSeverity::Warning, tally.first,
                              concat({"left out, as an extension that is not part of BPMN: ", what, " of ", subject})});
     };

@@ -60,29 +60,10 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(FlowClass::Count
 };
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(Attribute::Count)> kAttributeNames = {
-    "Label",
-    "BPMN element",
-    "Documentation",
-    "Bounds",
-    "Associated with",
-    "Lane",
-    "Trigger",
-    "Trigger detail",
-    "Interrupting",
-    "Loop",
-    "Performers",
-    "Called element",
-    "Called process",
-    "Message",
-    "Script",
-    "Condition",
-    "Default",
-    "Direction",
-    "State",
-    "Collection",
-    "Text",
-    "Category",
-    "Further details",
+    "Label",          "BPMN element",   "Documentation", "Bounds",    "Associated with", "Lane",
+    "Trigger",        "Trigger detail", "Interrupting",  "Loop",      "Performers",      "Called element",
+    "Called process", "Message",        "Script",        "Condition", "Default",         "Direction",
+    "State",          "Collection",     "Text",          "Category",  "Further details",
 };
 
 static_assert(!kClassNames.back().empty() && !kFlowNames.back().empty() && !kAttributeNames.back().empty(),
@@ -96,7 +77,8 @@ std::string_view nameOf(Attribute attribute) { return kAttributeNames[static_cas
 
 std::string Library::bind(const QorRepositoryReader& reader, QorIdentifier library) {
     const auto missing = [](std::string_view kind, std::string_view name) {
-        return concat({"the method library has no ", kind, " ", inQuotes(name), "; BPMN files are read with the BPMN library"});
+        return concat(
+            {"the method library has no ", kind, " ", inQuotes(name), "; BPMN files are read with the BPMN library"});
     };
     const auto findAttributes = [&reader](QorIdentifier owner, AttributeIds& ids) {
         for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = reader.findAttribute(owner, kAttributeNames[i]);

@@ -10,7 +10,15 @@
 
 namespace qor::interchange::bpmn {
 
-enum class FlowClass : std::uint8_t { Contains, AttachedTo, SequenceFlow, MessageFlow, Association, DataAssociation, Count };
+enum class FlowClass : std::uint8_t {
+    Contains,
+    AttachedTo,
+    SequenceFlow,
+    MessageFlow,
+    Association,
+    DataAssociation,
+    Count
+};
 
 /// Attributes of the method library that the reader fills.
 enum class Attribute : std::uint8_t {

@@ -12,12 +12,18 @@ namespace {
 /// What may be meant by a reference of that slot.
 bool fits(Slot slot, const ElementRow& row) {
     switch (slot) {
-        case Slot::DefaultFlow: return row.role == Role::SequenceFlow;
-        case Slot::ProcessRef: return row.role == Role::Process;
-        case Slot::EventDefinitionRef: return row.role == Role::EventDefinition;
-        case Slot::DataRef: return row.role == Role::DataObjectItem || row.role == Role::Definition;
-        case Slot::LaneMember: return true;
-        default: return row.role == Role::Definition;
+        case Slot::DefaultFlow:
+            return row.role == Role::SequenceFlow;
+        case Slot::ProcessRef:
+            return row.role == Role::Process;
+        case Slot::EventDefinitionRef:
+            return row.role == Role::EventDefinition;
+        case Slot::DataRef:
+            return row.role == Role::DataObjectItem || row.role == Role::Definition;
+        case Slot::LaneMember:
+            return true;
+        default:
+            return row.role == Role::Definition;
     }
 }
 
@@ -31,8 +37,10 @@ bool isFollowed(Slot slot) {
         case Slot::MessageRef:
         case Slot::DefinitionRef:
         case Slot::CategoryRef:
-        case Slot::ResourceRef: return true;
-        default: return false;
+        case Slot::ResourceRef:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -72,20 +80,27 @@ void Links::follow(NodeIndex node, const Value& value) {
     if (meant == kNoNode || !fits(value.slot, *_document[meant].row)) return tellDangling(node, value);
     Node& it = _document[meant];
     switch (value.slot) {
-        case Slot::DefaultFlow: _defaults[static_cast<std::size_t>(meant)] = true; break;
-        case Slot::ProcessRef: joinPool(node, meant); break;
-        case Slot::LaneMember: _lanes.emplace_back(meant, node); break;
+        case Slot::DefaultFlow:
+            _defaults[static_cast<std::size_t>(meant)] = true;
+            break;
+        case Slot::ProcessRef:
+            joinPool(node, meant);
+            break;
+        case Slot::LaneMember:
+            _lanes.emplace_back(meant, node);
+            break;
         case Slot::DataRef:
             if (!isDrawnByReference(meant)) _standIns[static_cast<std::size_t>(meant)] = node;
             [[fallthrough]];
-        default: it.used = true;
+        default:
+            it.used = true;
     }
 }
 
 void Links::tellDangling(NodeIndex node, const Value& value) {
-    _findings.warn(FindingKind::Dangling, _document[node].place,
-                   concat({wordsFor(_document[node]), ": nothing in this file is its ", value.key, " ",
-                           inQuotes(value.text)}));
+    _findings.warn(
+        FindingKind::Dangling, _document[node].place,
+        concat({wordsFor(_document[node]), ": nothing in this file is its ", value.key, " ", inQuotes(value.text)}));
 }
 
 /// A process belongs to the first pool that names it; its model is that of the pool.

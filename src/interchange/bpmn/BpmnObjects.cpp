@@ -56,7 +56,8 @@ QorIdentifier Objects::makeNamed(QorIdentifier model, ObjectClass cls, std::stri
     QorBuildResult made = _target.builder.addObject(model, classId, base);
     if (made.error == QorBuildError::DuplicateName) {
         std::uint32_t& number =
-            _lastNumbers.try_emplace(concat({std::to_string(model), " ", std::to_string(classId), " ", base}), 1).first->second;
+            _lastNumbers.try_emplace(concat({std::to_string(model), " ", std::to_string(classId), " ", base}), 1)
+                .first->second;
         while (made.error == QorBuildError::DuplicateName) {
             nameGiven = concat({base, " (", std::to_string(++number), ")"});
             made = _target.builder.addObject(model, classId, nameGiven);
@@ -96,9 +97,8 @@ void Objects::setCalled(NodeIndex node, std::string_view reference) {
     if (called == kNoNode || _document[called].row->role != Role::Process) return;
     if (_target.library.attributeOf(classOf(node), Attribute::CalledProcess) < 1) return;
     const std::string_view model = _models.nameOf(_models.modelOf(called));
-    _values.add(Attribute::CalledProcess,
-                concat({"MODEL ", QorKexParser::GetKexTextOfStrValue(model).view(), " type: ",
-                        QorKexParser::GetKexTextOfStrValue(kModelTypeName).view()}));
+    _values.add(Attribute::CalledProcess, concat({"MODEL ", QorKexParser::GetKexTextOfStrValue(model).view(), " type: ",
+                                                  QorKexParser::GetKexTextOfStrValue(kModelTypeName).view()}));
 }
 
 }  // namespace qor::interchange::bpmn

@@ -48,17 +48,24 @@ private:
         const Node& it = _document[node];
         if (it.row->family == Family::BoundaryEvent && isObject(node)) return attach(node);
         switch (it.row->role) {
-            case Role::SequenceFlow: return makeFlow(FlowClass::SequenceFlow, node);
-            case Role::MessageFlow: return makeFlow(FlowClass::MessageFlow, node);
-            case Role::Association: return associate(node);
-            case Role::DataInputAssociation: return takeData(node);
-            case Role::DataOutputAssociation: return giveData(node);
-            default: return;
+            case Role::SequenceFlow:
+                return makeFlow(FlowClass::SequenceFlow, node);
+            case Role::MessageFlow:
+                return makeFlow(FlowClass::MessageFlow, node);
+            case Role::Association:
+                return associate(node);
+            case Role::DataInputAssociation:
+                return takeData(node);
+            case Role::DataOutputAssociation:
+                return giveData(node);
+            default:
+                return;
         }
     }
 
     void attach(NodeIndex node) {
-        const NodeIndex host = endOf(node, _document.valueOf(node, Slot::AttachedTo), "activity that it is attached to");
+        const NodeIndex host =
+            endOf(node, _document.valueOf(node, Slot::AttachedTo), "activity that it is attached to");
         if (host != kNoNode && isObjectOrTell(node, host))
             (void)add(FlowClass::AttachedTo, {node, host}, _document[node], {});
     }
@@ -124,10 +131,10 @@ private:
     NodeIndex endOf(NodeIndex node, std::string_view reference, std::string_view which) {
         const NodeIndex end = _document.find(reference);
         if (end != kNoNode) return end;
-        _findings.warn(FindingKind::Dangling, _document[node].place,
-                       concat({wordsFor(_document[node]), ": its ", which, " ", reference.empty() ? "" : inQuotes(reference),
-                               reference.empty() ? "is not given" : " is not in this file",
-                               "; the relation is left out"}));
+        _findings.warn(
+            FindingKind::Dangling, _document[node].place,
+            concat({wordsFor(_document[node]), ": its ", which, " ", reference.empty() ? "" : inQuotes(reference),
+                    reference.empty() ? "is not given" : " is not in this file", "; the relation is left out"}));
         return kNoNode;
     }
 
@@ -169,8 +176,8 @@ private:
         if (_links.isDefault(node)) _values.add(Attribute::Default, "yes");
         _values.addAllOf(_document, _links, node);
         _values.set(
-            _target.builder, relation,
-            [&](Attribute attribute) { return _target.library.attributeOf(cls, attribute); }, _findings, it);
+            _target.builder, relation, [&](Attribute attribute) { return _target.library.attributeOf(cls, attribute); },
+            _findings, it);
     }
 
     QorIdentifier add(FlowClass cls, Ends ends, const Node& it, std::string_view sourceId) {
@@ -181,13 +188,12 @@ private:
             return made.id;
         }
         if (made.error == QorBuildError::NoIdentifiersLeft) throw RepositoryFull();
-        const std::string why = made.error == QorBuildError::ForeignModel
-                                    ? concat({"its ends lie in two models, ",
-                                             inQuotes(_models.nameOf(_models.modelOf(ends.source))), " and ",
-                                             inQuotes(_models.nameOf(_models.modelOf(ends.target)))})
-                                    : concat({nameOf(cls), " from ", wordsFor(_document[ends.source]), " to ",
-                                             wordsFor(_document[ends.target]), " is not possible (",
-                                             Qor_BuildErrorText(made.error), ")"});
+        const std::string why =
+            made.error == QorBuildError::ForeignModel
+                ? concat({"its ends lie in two models, ", inQuotes(_models.nameOf(_models.modelOf(ends.source))),
+                          " and ", inQuotes(_models.nameOf(_models.modelOf(ends.target)))})
+                : concat({nameOf(cls), " from ", wordsFor(_document[ends.source]), " to ",
+                          wordsFor(_document[ends.target]), " is not possible (", Qor_BuildErrorText(made.error), ")"});
         _findings.warn(FindingKind::UnfitEnds, it.place,
                        concat({wordsFor(it), ": ", why, "; the relation is left out"}));
         return QorNoIdentifier;

@@ -13,22 +13,33 @@ namespace {
 /// The attribute for the texts of a slot; none for slots that are read elsewhere.
 Attribute attributeFor(Slot slot) {
     switch (slot) {
-        case Slot::Documentation: return Attribute::Documentation;
-        case Slot::Text: return Attribute::Text;
-        case Slot::Condition: return Attribute::Condition;
-        case Slot::State: return Attribute::State;
-        case Slot::Direction: return Attribute::Direction;
-        case Slot::Loop: return Attribute::Loop;
-        case Slot::Script: return Attribute::Script;
-        default: return Attribute::Count;
+        case Slot::Documentation:
+            return Attribute::Documentation;
+        case Slot::Text:
+            return Attribute::Text;
+        case Slot::Condition:
+            return Attribute::Condition;
+        case Slot::State:
+            return Attribute::State;
+        case Slot::Direction:
+            return Attribute::Direction;
+        case Slot::Loop:
+            return Attribute::Loop;
+        case Slot::Script:
+            return Attribute::Script;
+        default:
+            return Attribute::Count;
     }
 }
 
 std::string_view separatorOf(Attribute attribute) {
     switch (attribute) {
-        case Attribute::Documentation: return "\n\n";
-        case Attribute::Performers: return ", ";
-        default: return "\n";
+        case Attribute::Documentation:
+            return "\n\n";
+        case Attribute::Performers:
+            return ", ";
+        default:
+            return "\n";
     }
 }
 
@@ -58,14 +69,20 @@ void Values::addAllOf(const Document& document, const Links& links, NodeIndex no
             case Slot::DataRef:
             case Slot::DefaultFlow:
             case Slot::EventDefinitionRef:
-            case Slot::LaneMember: return;  // relations and the like
-            case Slot::MessageRef: return add(Attribute::Message, links.nameMeantBy(value.text));
-            case Slot::CategoryRef: return add(Attribute::Category, links.nameMeantBy(value.text));
-            case Slot::ResourceRef: return add(Attribute::Performers, links.nameMeantBy(value.text));
-            case Slot::Collection: return add(Attribute::Collection, value.text == "true" || value.text == "1" ? "yes" : "no");
+            case Slot::LaneMember:
+                return;  // relations and the like
+            case Slot::MessageRef:
+                return add(Attribute::Message, links.nameMeantBy(value.text));
+            case Slot::CategoryRef:
+                return add(Attribute::Category, links.nameMeantBy(value.text));
+            case Slot::ResourceRef:
+                return add(Attribute::Performers, links.nameMeantBy(value.text));
+            case Slot::Collection:
+                return add(Attribute::Collection, value.text == "true" || value.text == "1" ? "yes" : "no");
             case Slot::Interrupting:
                 return add(Attribute::Interrupting, value.text == "false" || value.text == "0" ? "no" : "yes");
-            default: break;
+            default:
+                break;
         }
         const Attribute attribute = attributeFor(value.slot);
         if (attribute == Attribute::Count)

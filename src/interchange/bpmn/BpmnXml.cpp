@@ -29,10 +29,10 @@ XmlName splitName(std::string_view qualified) {
 }
 
 /// The characters of windows-1252 from 0x80 to 0x9F; elsewhere it agrees with ISO-8859-1. -1: not in use.
-constexpr std::array<int, 32> kWindows1252 = {
-    0x20AC, -1,     0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, -1,     0x017D, -1,     -1,     0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, -1,     0x017E, 0x0178};
+constexpr std::array<int, 32> kWindows1252 = {0x20AC, -1,     0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                              0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, -1,     0x017D, -1,
+                                              -1,     0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                              0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, -1,     0x017E, 0x0178};
 
 bool sameIgnoringCase(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
@@ -118,7 +118,8 @@ private:
             case XML_ERROR_NO_ELEMENTS:
             case XML_ERROR_UNCLOSED_TOKEN:
             case XML_ERROR_PARTIAL_CHAR:
-            case XML_ERROR_UNCLOSED_CDATA_SECTION: return wordsForEnd();
+            case XML_ERROR_UNCLOSED_CDATA_SECTION:
+                return wordsForEnd();
             case XML_ERROR_TAG_MISMATCH:
                 return concat({"the end tag does not close ", wordsForOpen()});
             case XML_ERROR_UNKNOWN_ENCODING:
@@ -128,8 +129,10 @@ private:
                     return concat({"the byte ", inHex(*byte), " is not valid here in the file's encoding",
                                    _lines.wide() ? " (UTF-16)" : " (UTF-8 when the file names none)"});
                 return "this is not well-formed XML";
-            case XML_ERROR_NO_MEMORY: throw std::bad_alloc();
-            default: return concat({"this is not well-formed XML: ", XML_ErrorString(error)});
+            case XML_ERROR_NO_MEMORY:
+                throw std::bad_alloc();
+            default:
+                return concat({"this is not well-formed XML: ", XML_ErrorString(error)});
         }
     }
 
@@ -161,12 +164,14 @@ private:
         const Place place = here();
         const XmlName split = splitName(name);
         _anyElement = true;
-        if (_depth == kMaxDepth) return stop(concat({"elements are nested more than ", std::to_string(kMaxDepth), " deep"}));
+        if (_depth == kMaxDepth)
+            return stop(concat({"elements are nested more than ", std::to_string(kMaxDepth), " deep"}));
         if (_depth == _open.size()) _open.emplace_back();
         _open[_depth].name.assign(split.local.substr(0, kMaxNameInWords));
         _open[_depth++].line = place.line;
         _attributes.clear();
-        for (; *attributes != nullptr; attributes += 2) _attributes.push_back({splitName(attributes[0]), attributes[1]});
+        for (; *attributes != nullptr; attributes += 2)
+            _attributes.push_back({splitName(attributes[0]), attributes[1]});
         _handler.open({split, _attributes, place});
     }
 
@@ -232,8 +237,6 @@ private:
 
 }  // namespace
 
-bool readXml(ByteSource& source, XmlHandler& handler) {
-    return Reading(source, handler).run();
-}
+bool readXml(ByteSource& source, XmlHandler& handler) { return Reading(source, handler).run(); }
 
 }  // namespace qor::interchange::bpmn
