@@ -16,27 +16,32 @@ std::optional<SV::String> named(bool known, const QorOwnedText& name) {
 
 }  // namespace
 
+// The buffer is taken over at the end of the statement that asks for it: not a moment earlier is the name there.
+
 std::optional<SV::String> nameOfClass(long cls) {
     QorOwnedText name;
-    return named(succeeded(Request::ClassName, repository().getClassName(cls, name.out())), name);
+    const bool known = succeeded(Request::ClassName, repository().getClassName(cls, name.out()));
+    return named(known, name);
 }
 
 std::optional<SV::String> nameOfAttribute(long attribute) {
     QorOwnedText name;
-    return named(succeeded(Request::AttributeName, repository().getAttributeName(attribute, name.out())), name);
+    const bool known = succeeded(Request::AttributeName, repository().getAttributeName(attribute, name.out()));
+    return named(known, name);
 }
 
 std::optional<SV::String> nameOfRelationClass(long relationClass) {
     QorOwnedText name;
-    return named(succeeded(Request::RelationClassName, repository().getRelationClassName(relationClass, name.out())),
-                 name);
+    const bool known =
+        succeeded(Request::RelationClassName, repository().getRelationClassName(relationClass, name.out()));
+    return named(known, name);
 }
 
 std::optional<SV::String> nameOfObject(long object) {
     QorOwnedText name;
-    return named(readOrMissing(Request::ObjectName,
-                               repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false)),
-                 name);
+    const bool known = readOrMissing(Request::ObjectName,
+                                     repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false));
+    return named(known, name);
 }
 
 }  // namespace qor::cardinality

@@ -54,6 +54,10 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
 
     for (std::size_t p = 0; p < kParts.size(); ++p) declareClasses(p);
     for (std::uint32_t i = 0; i < _classes.size(); ++i) makeWithAncestors(i);
+    if (!isOfBearableSize()) {
+        _building.error(root, "the classes have too many attributes and subclasses");
+        return;
+    }
     for (const Class& cls : _classes) makeAttributes(cls.id, cls.fields[kAttributes], cls.part);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeRelationClasses(p);
     for (const Class& cls : _classes) setClassValues(cls);
@@ -103,8 +107,9 @@ void LibraryReader::declareClass(std::size_t part, NodeId node, bool isRecord) {
             if (fields.has(key))
                 _building.error(fields[key], concat({"a record class has no key ", inQuotes(kClassKeys[key].name)}));
     const auto index = static_cast<std::uint32_t>(_classes.size());
-    _classes.push_back(
-        {node, static_cast<std::uint8_t>(part), isRecord, State::Written, false, QorNoIdentifier, fields});
+    Class cls{node,  static_cast<std::uint8_t>(part), isRecord, State::Written, false, 0, kNoClass, QorNoIdentifier,
+              fields};
+    _classes.push_back(cls);
     if (fields.text(kClassName).empty()) return;
     _parts[part].classes.try_emplace(fields.text(kClassName), index);
     _classNames.push_back(fields.text(kClassName));
@@ -130,6 +135,7 @@ void LibraryReader::makeWithAncestors(std::uint32_t index) {
     for (; !chain.empty(); chain.pop_back()) {
         makeClass(_classes[chain.back()], index);
         index = chain.back();
+        _makingOrder.push_back(index);
     }
 }
 
@@ -152,7 +158,16 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
     if (superclass != kNoClass) {
         above = _classes[superclass].id;
         cls.doubtful = cls.doubtful || _classes[superclass].doubtful;
+        cls.depth = static_cast<std::uint16_t>(_classes[superclass].depth + 1);
     }
+    if (cls.depth > kMostClassesAbove) {
+        _building.error(cls.fields[kExtends],
+                        concat({"more than ", std::to_string(kMostClassesAbove), " classes above each other"}));
+        above = QorNoIdentifier;
+        cls.depth = 0;
+        superclass = kNoClass;
+    }
+    cls.superclass = superclass;
     const auto add = [&](std::string_view as) {
         return cls.isRecord ? _building.builder.addRecordClass(part, as)
                             : _building.builder.addClass(part, as, above, cls.fields.flag(kAbstract));
@@ -166,6 +181,17 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
     cls.doubtful = cls.doubtful || !cls.fields.complete();
     cls.state = State::Made;
     if (made.ok()) _building.wrote(made.id, cls.node);
+}
+
+bool LibraryReader::isOfBearableSize() const {
+    std::vector<std::uint64_t> below(_classes.size());
+    std::uint64_t size = 0;
+    for (auto index = _makingOrder.rbegin(); index != _makingOrder.rend(); ++index) {
+        const Class& cls = _classes[*index];
+        if (cls.superclass != kNoClass) below[cls.superclass] += below[*index] + 1;
+        if (cls.fields.has(kAttributes)) size += below[*index] * _tree.childCount(cls.fields[kAttributes]);
+    }
+    return size <= kMostAttributesTimesSubclasses;
 }
 
 void LibraryReader::makeRelationClasses(std::size_t part) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "interchange/Wording.h"
 #include "interchange/YamlText.h"
 
 namespace qor::interchange {
@@ -101,7 +102,7 @@ void LibraryWriter::writeAttribute(const QorAttributeInfo& attribute, QorIdentif
             if (!values.empty()) values += ", ";
             values += _writer.scalar(value);
         }
-        line.written("values", "[" + values + "]");
+        line.written("values", concat({"[", values, "]"}));
     } else if (type->companion == "refers_to") {
         line.pair("refers_to", attribute.refersToModels ? "models" : "objects");
     } else if (!type->companion.empty()) {

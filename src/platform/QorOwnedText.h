@@ -1,34 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <memory>
 #include <string_view>
+#include <utility>
 
 /// Takes over a text that a contract hands out in a new buffer: `service.getName(id, text.out())`.
 class QorOwnedText {
 public:
+    QorOwnedText() = default;
+    QorOwnedText(QorOwnedText&& other) noexcept : _text(std::exchange(other._text, nullptr)) {}
+    QorOwnedText& operator=(QorOwnedText&& other) noexcept {
+        std::swap(_text, other._text);
+        return *this;
+    }
+    ~QorOwnedText() { delete[] _text; }
+
     /// For an output parameter of type `char*&`; frees what was held.
-    [[nodiscard]] auto out() {
-        _text.reset();
-        return Receiver{*this};
+    [[nodiscard]] char*& out() noexcept {
+        delete[] std::exchange(_text, nullptr);
+        return _text;
     }
     /// Never null.
-    [[nodiscard]] const char* c_str() const { return _text ? _text.get() : ""; }
-    [[nodiscard]] std::string_view view() const { return c_str(); }
-    [[nodiscard]] bool isEmpty() const { return *c_str() == '\0'; }
+    [[nodiscard]] const char* c_str() const noexcept { return _text != nullptr ? _text : ""; }
+    [[nodiscard]] std::string_view view() const noexcept { return c_str(); }
+    [[nodiscard]] bool isEmpty() const noexcept { return *c_str() == '\0'; }
 
 private:
-    class Receiver {
-    public:
-        explicit Receiver(QorOwnedText& owner) : _owner(owner) {}
-        Receiver(const Receiver&) = delete;
-        Receiver& operator=(const Receiver&) = delete;
-        ~Receiver() { _owner._text.reset(_raw); }
-        operator char*&() { return _raw; }
-
-    private:
-        QorOwnedText& _owner;
-        char* _raw = nullptr;
-    };
-
-    std::unique_ptr<char[]> _text;
+    char* _text = nullptr;
 };
