@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+// The text form of calendars: what reading puts into the calendar, and writing.
+#include <charconv>
+
+#include "platform/QorGuard.h"
+#include "platform/QorTimeFunctions.h"
+#include "simcal/CalendarReader.h"
+#include "simcal/QorCalendar.h"
+#include "simcal/QorDistribution.h"
+
+using Code = QorCalendarErrorCode;
+
+namespace {
+
+void appendNumber(std::string& text, std::int32_t number) {
+    char digits[12];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    text.append(std::begin(digits), end);
+}
+
+Code appendProperty(std::string& text, const QorDayIntervalWithProperty& interval, QorCalendarPropertyType type) {
+    if (type == QorCalendarPropertyType::Flag) {
+        int flag = 0;
+        const Code code = interval.getFlag(flag);
+        text += flag == 1 ? "T" : "F";
+        return code;
+    }
+    QorDistribution* distribution = nullptr;
+    if (const Code code = interval.getDistribution(distribution); code != Code::Ok) return code;
+    SV::String longText;
+    SV::String shortText;
+    if (distribution == nullptr || distribution->getDistributionString(longText) == 0) return Code::NoDistributionText;
+    if (QorDistribution::getShortDistributionString(longText, shortText) == 0) return Code::NoShortDistribution;
+    text += shortText;
+    return Code::Ok;
+}
+
+Code appendInterval(std::string& text, const QorDayIntervalWithProperty& interval, QorCalendarPropertyType type) {
+    SV::Time start;
+    SV::Time end;
+    if (const Code code = interval.getStartTime(start); code != Code::Ok) return code;
+    if (const Code code = interval.getEndTime(end); code != Code::Ok) return code;
+    text += '@';
+    appendNumber(text, QorTimeFunctions::getTimeInSeconds(start));
+    text += '-';
+    appendNumber(text, QorTimeFunctions::getTimeInSeconds(end));
+    text += '@';
+    return appendProperty(text, interval, type);
+}
+
+}  // namespace
+
+Code QorCalendar::initializeCalendar(const SV::String& text) noexcept {
+    if (!_profiles.isEmpty()) return Code::AlreadyInitialized;
+    const Code code =
+        Qor_Guarded("calendar", Code::Broken, [&] { return qor::simcal::CalendarReader(*this, text).read(); });
+    if (code != Code::Ok) cleanUp();
+    return code;
+}
+
+Code QorCalendar::addNewboolInterval(QorDayProfile& profile, SV::Time start, SV::Time end, std::string_view property) {
+    if (property != "T") return Code::FlagNotSet;
+    return profile.insert(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
+}
+
+Code QorCalendar::addNewDistributionInterval(QorDayProfile& profile, SV::Time start, SV::Time end,
+                                             std::string_view property,
+                                             const qor::simcal::DistributionKeywords& keywords) {
+    auto interval = QorDayIntervalWithProperty::fromShortText(start, end, property, keywords);
+    return interval ? profile.insert(std::move(interval)) : Code::NoShortDistribution;
+}
+
+Code QorCalendar::setDays(std::string_view identifiers) {
+    if (static_cast<std::int64_t>(identifiers.size()) != std::int64_t{_periodLength}) return Code::WrongNumberOfDays;
+    if (!_days.empty()) return Code::DaysAlreadySet;
+    const auto byIdentifier = profilesByIdentifier();
+    std::vector<QorDayProfile*> days;
+    days.reserve(identifiers.size());
+    for (const char identifier : identifiers) {
+        QorDayProfile* profile = byIdentifier[static_cast<unsigned char>(identifier)];
+        if (profile == nullptr) return Code::NoProfileWithIdentifier;
+        days.push_back(profile);
+    }
+    _days = std::move(days);
+    ++_revision;
+    return Code::Ok;
+}
+
+Code QorCalendar::getCalendarAsString(SV::String& text) const noexcept {
+    if (!daysAreComplete()) return Code::CalendarInconsistent;
+    return Qor_Guarded("calendar", Code::Broken, [&] {
+        std::string written = _type == QorCalendarPropertyType::Flag ? "B" : "D";
+        for (const QorDayProfile* profile : _profiles) {
+            if (profile->_type != _type) return Code::CalendarInconsistent;
+            written += '@';
+            written += profile->_name;
+            written += '@';
+            written += profile->_identifier;
+            if (profile->_intervals.empty()) written += "@@";
+            for (const auto& interval : profile->_intervals) {
+                if (const Code code = appendInterval(written, *interval, _type); code != Code::Ok) return code;
+            }
+        }
+        written += "@$";
+        for (const QorDayProfile* day : _days) written += day->_identifier;
+        text = SV::String(std::move(written));
+        return Code::Ok;
+    });
+}
