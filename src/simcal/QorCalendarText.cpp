@@ -5,6 +5,7 @@
 #include "platform/QorGuard.h"
 #include "platform/QorTimeFunctions.h"
 #include "simcal/CalendarReader.h"
+#include "simcal/IntervalCollector.h"
 #include "simcal/QorCalendar.h"
 #include "simcal/QorDistribution.h"
 
@@ -58,16 +59,17 @@ Code QorCalendar::initializeCalendar(const SV::String& text) noexcept {
     return code;
 }
 
-Code QorCalendar::addNewboolInterval(QorDayProfile& profile, SV::Time start, SV::Time end, std::string_view property) {
+Code QorCalendar::addNewboolInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
+                                     std::string_view property) {
     if (property != "T") return Code::FlagNotSet;
-    return profile.insert(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
+    return intervals.add(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
 }
 
-Code QorCalendar::addNewDistributionInterval(QorDayProfile& profile, SV::Time start, SV::Time end,
+Code QorCalendar::addNewDistributionInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
                                              std::string_view property,
                                              const qor::simcal::DistributionKeywords& keywords) {
     auto interval = QorDayIntervalWithProperty::fromShortText(start, end, property, keywords);
-    return interval ? profile.insert(std::move(interval)) : Code::NoShortDistribution;
+    return interval ? intervals.add(std::move(interval)) : Code::NoShortDistribution;
 }
 
 Code QorCalendar::setDays(std::string_view identifiers) {
