@@ -148,8 +148,10 @@ public:
 private:
     friend class qor::simcal::CalendarReader;
     friend class QorCalendarAlgebra;
+    friend class QorCalendarText;
 
     void cleanUp() noexcept;
+    QorCalendarErrorCode readText(const SV::String& text, std::size_t& failedAt) noexcept;
     /// Takes profiles and days over from a calendar of the same kind, which gets those held here.
     void takeContents(QorCalendar& other) noexcept;
     [[nodiscard]] bool daysAreComplete() const noexcept;
