@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simcal/DistributionText.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "simcal/messages.h"
+
+namespace qor::simcal {
+namespace {
+
+SV::String keyword(QorSimCalMessage number) {
+    return SV::String(QorTextResourceType + static_cast<unsigned long>(number));
+}
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool areDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), isDigit); }
+
+bool isBound(std::string_view text) {
+    if (text.starts_with('-')) text.remove_prefix(1);
+    return !text.empty() && areDigits(text);
+}
+
+// Sign and digits without leading zeros; "-0" is 0.
+struct WholeNumber {
+    bool negative;
+    std::string_view digits;
+};
+
+WholeNumber wholeNumber(std::string_view bound) {
+    const bool minus = bound.starts_with('-');
+    if (minus) bound.remove_prefix(1);
+    bound.remove_prefix(std::min(bound.find_first_not_of('0'), bound.size()));
+    return {minus && !bound.empty(), bound};
+}
+
+bool smallerMagnitude(std::string_view a, std::string_view b) {
+    return a.size() != b.size() ? a.size() < b.size() : a < b;
+}
+
+std::optional<UniformBounds> splitBounds(std::string_view text) {
+    const auto semicolon = text.find(';');
+    if (semicolon == std::string_view::npos || text.find(';', semicolon + 1) != std::string_view::npos)
+        return std::nullopt;
+    return UniformBounds{text.substr(0, semicolon), text.substr(semicolon + 1)};
+}
+
+bool isPlainDecimal(std::string_view text) {
+    const auto point = std::min(text.find('.'), text.size());
+    const auto whole = text.substr(0, point);
+    const auto fraction = text.substr(std::min(point + 1, text.size()));
+    return !(whole.empty() && fraction.empty()) && areDigits(whole) && areDigits(fraction);
+}
+
+bool isParameter(std::string_view text) {
+    if (!isPlainDecimal(text)) return false;
+    const auto value = toDouble(text);
+    return value && *value > 0 && *value <= 1;
+}
+
+std::string withDecimalPoint(std::string_view text) {
+    std::string replaced(text);
+    if (std::count(replaced.begin(), replaced.end(), ',') == 1) replaced[replaced.find(',')] = '.';
+    return replaced;
+}
+
+}  // namespace
+
+DistributionKeywords::DistributionKeywords()
+    : exponential(keyword(QorSimCalMessage::ExponentialKeyword)), uniform(keyword(QorSimCalMessage::UniformKeyword)) {}
+
+std::string_view trimSpaces(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+std::optional<std::string_view> textInParentheses(std::string_view text, std::string_view keyword) {
+    text = trimSpaces(text);
+    if (keyword.empty() || !text.starts_with(keyword)) return std::nullopt;
+    text = trimSpaces(text.substr(keyword.size()));
+    if (text.size() < 2 || !text.starts_with('(') || !text.ends_with(')')) return std::nullopt;
+    return text.substr(1, text.size() - 2);
+}
+
+std::optional<UniformBounds> boundsOfLong(std::string_view text, std::string_view keyword) {
+    const auto inner = textInParentheses(text, keyword);
+    if (!inner) return std::nullopt;
+    auto bounds = splitBounds(*inner);
+    if (!bounds) return std::nullopt;
+    bounds->lower = trimSpaces(bounds->lower);
+    bounds->upper = trimSpaces(bounds->upper);
+    if (!isBound(bounds->lower) || !isBound(bounds->upper) || !inOrder(*bounds)) return std::nullopt;
+    return bounds;
+}
+
+std::optional<UniformBounds> boundsOfShort(std::string_view text) {
+    if (!text.starts_with('U')) return std::nullopt;
+    const auto bounds = splitBounds(text.substr(1));
+    if (!bounds || !isBound(bounds->lower) || !isBound(bounds->upper)) return std::nullopt;
+    return bounds;
+}
+
+bool inOrder(const UniformBounds& bounds) {
+    const auto lower = wholeNumber(bounds.lower);
+    const auto upper = wholeNumber(bounds.upper);
+    if (lower.negative != upper.negative) return lower.negative;
+    return lower.negative ? smallerMagnitude(upper.digits, lower.digits) : smallerMagnitude(lower.digits, upper.digits);
+}
+
+std::optional<std::string> parameterOfLong(std::string_view text, std::string_view keyword) {
+    const auto inner = textInParentheses(text, keyword);
+    if (!inner) return std::nullopt;
+    std::string parameter = withDecimalPoint(trimSpaces(*inner));
+    if (!isParameter(parameter)) return std::nullopt;
+    return parameter;
+}
+
+std::optional<std::string> parameterOfShort(std::string_view text) {
+    if (!text.starts_with('E')) return std::nullopt;
+    std::string parameter = withDecimalPoint(text.substr(1));
+    if (!isParameter(parameter)) return std::nullopt;
+    return parameter;
+}
+
+std::string longUniform(const UniformBounds& bounds, std::string_view keyword) {
+    std::string text;
+    text.reserve(keyword.size() + bounds.lower.size() + bounds.upper.size() + 6);
+    text.append(keyword).append(" (").append(bounds.lower).append(" ; ").append(bounds.upper).append(")");
+    return text;
+}
+
+std::string longExponential(std::string_view parameter, std::string_view keyword) {
+    std::string text;
+    text.reserve(keyword.size() + parameter.size() + 3);
+    text.append(keyword).append(" (").append(parameter).append(")");
+    return text;
+}
+
+std::optional<std::string> validLongOfShort(std::string_view shortText, const DistributionKeywords& keywords) {
+    if (const auto bounds = boundsOfShort(shortText))
+        return inOrder(*bounds) ? std::optional(longUniform(*bounds, keywords.uniform)) : std::nullopt;
+    if (const auto parameter = parameterOfShort(shortText)) return longExponential(*parameter, keywords.exponential);
+    return std::nullopt;
+}
+
+std::optional<double> toDouble(std::string_view number) {
+    double value = 0;
+    const auto end = number.data() + number.size();
+    const auto [rest, error] = std::from_chars(number.data(), end, value, std::chars_format::fixed);
+    if (error != std::errc() || rest != end) return std::nullopt;
+    return value;
+}
+
+}  // namespace qor::simcal

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "platform/QorExport.h"
+#include "platform/SvTime.h"
+#include "simcal/QorCalendarErrorCode.h"
+#include "simcal/QorCalendarPropertyType.h"
+
+class QorDistribution;
+
+namespace qor::simcal {
+struct DistributionKeywords;
+}
+
+/// A span of time within a day, its start inside and its end outside, with a flag or a distribution as its property.
+/// Any two times are taken; the span is consistent when it starts before it ends. It does not change once it is made.
+class QOR_API QorDayIntervalWithProperty {
+public:
+    /// A flag interval; 1 means set (working, open).
+    QorDayIntervalWithProperty(SV::Time start, SV::Time end, int flag) noexcept;
+    /// A distribution interval with a copy of its own; null counts as an empty distribution.
+    QorDayIntervalWithProperty(SV::Time start, SV::Time end, const QorDistribution* distribution) noexcept;
+    QorDayIntervalWithProperty(const QorDayIntervalWithProperty& other) noexcept;
+    QorDayIntervalWithProperty& operator=(const QorDayIntervalWithProperty&) = delete;
+    ~QorDayIntervalWithProperty();
+
+    /// IntervalInconsistent when the span is not consistent.
+    QorCalendarErrorCode getStartTime(SV::Time& start) const noexcept;
+    QorCalendarErrorCode getEndTime(SV::Time& end) const noexcept;
+    QorCalendarErrorCode getIntervalLengthInSeconds(std::int64_t& seconds) const noexcept;
+    QorCalendarErrorCode checkIntervalConsistency() const noexcept;
+
+    [[nodiscard]] QorCalendarPropertyType getPropertyType() const noexcept { return _type; }
+    /// WrongPropertyType unless this is a flag interval.
+    QorCalendarErrorCode getFlag(int& flag) const noexcept;
+    /// The interval's own distribution, living as long as it; WrongPropertyType unless this is a distribution interval.
+    QorCalendarErrorCode getDistribution(QorDistribution*& distribution) const noexcept;
+    /// The expected value of the distribution. WrongPropertyType for a flag interval, NoDistributionText when the
+    /// distribution is empty or its text has no expectation.
+    QorCalendarErrorCode getExpectation(double& expectation) const noexcept;
+
+    /// The time that two consistent intervals share; NoIntersection when there is none, also when they only touch.
+    static QorCalendarErrorCode intersectionInterval(const QorDayIntervalWithProperty& first,
+                                                     const QorDayIntervalWithProperty& second, SV::Time& start,
+                                                     SV::Time& end) noexcept;
+
+private:
+    friend class QorDayProfile;
+    friend class QorCalendar;
+
+    /// These throw when memory runs out, where the public constructors would lose the distribution.
+    static std::unique_ptr<QorDayIntervalWithProperty> exactCopy(const QorDayIntervalWithProperty& other);
+    /// A distribution interval from a short text; null when that is no valid one.
+    static std::unique_ptr<QorDayIntervalWithProperty> fromShortText(SV::Time start, SV::Time end,
+                                                                     std::string_view shortText,
+                                                                     const qor::simcal::DistributionKeywords& keywords);
+
+    SV::Time _start;
+    SV::Time _end;
+    QorCalendarPropertyType _type;
+    int _flag = 0;
+    std::unique_ptr<QorDistribution> _distribution;
+};

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simcal/QorDistribution.h"
+
+#include <utility>
+
+#include "platform/QorGuard.h"
+#include "platform/QorRandomGenerator.h"
+#include "simcal/DistributionText.h"
+
+namespace {
+
+using qor::simcal::DistributionKeywords;
+
+template <class Call>
+int guarded(Call&& call) noexcept {
+    return Qor_Guarded("distribution", 0, [&]() -> int { return std::forward<Call>(call)() ? 1 : 0; });
+}
+
+int copyWhen(int valid, const SV::String& from, SV::String& to) noexcept {
+    return guarded([&] {
+        if (valid != 0) to = SV::String(from);
+        return valid != 0;
+    });
+}
+
+}  // namespace
+
+QorDistribution::QorDistribution() noexcept = default;
+
+QorDistribution::QorDistribution(const QorDistribution& other) noexcept : _generator(other._generator) {
+    Qor_Guarded("distribution", [&] { _text = other._text; });
+}
+
+QorDistribution::QorDistribution(std::string checkedText) noexcept : _text(std::move(checkedText)) {}
+
+std::unique_ptr<QorDistribution> QorDistribution::exactCopy(const QorDistribution& other) {
+    auto copy = std::make_unique<QorDistribution>();
+    copy->_text = other._text;
+    copy->_generator = other._generator;
+    return copy;
+}
+
+QorDistribution::~QorDistribution() {
+    if (_ownsGenerator) delete _generator;
+}
+
+int QorDistribution::getDistributionString(SV::String& text) const noexcept {
+    return copyWhen(_text.IsEmpty() ? 0 : 1, _text, text);
+}
+
+int QorDistribution::setDistributionString(const SV::String& text) noexcept {
+    if (!_text.IsEmpty()) return 0;
+    return copyWhen(isDistribution(text), text, _text);
+}
+
+int QorDistribution::getDistributionStringInUIRep(SV::String& text) const noexcept {
+    return convertLongDistributionStringInUIRep(_text, text);
+}
+
+int QorDistribution::getRandomGenerator(QorRandomGenerator*& generator) const noexcept {
+    generator = _generator;
+    return _generator != nullptr ? 1 : 0;
+}
+
+int QorDistribution::setRandomGenerator(QorRandomGenerator* generator) noexcept {
+    if (_generator != nullptr || generator == nullptr) return 0;
+    _generator = generator;
+    _ownsGenerator = true;
+    return 1;
+}
+
+int QorDistribution::isDistribution(const SV::String& text) noexcept {
+    return isUniform(text) != 0 ? 1 : isExponential(text);
+}
+
+int QorDistribution::isUniform(const SV::String& text) noexcept {
+    return guarded([&] { return qor::simcal::boundsOfLong(text, DistributionKeywords().uniform).has_value(); });
+}
+
+int QorDistribution::isExponential(const SV::String& text) noexcept {
+    return guarded([&] { return qor::simcal::parameterOfLong(text, DistributionKeywords().exponential).has_value(); });
+}
+
+int QorDistribution::getLongDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
+    return getLongUniformDistributionString(shortText, longText) != 0
+               ? 1
+               : getLongExponentialDistributionString(shortText, longText);
+}
+
+int QorDistribution::getLongUniformDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
+    return guarded([&] {
+        const auto bounds = qor::simcal::boundsOfShort(shortText);
+        if (bounds) longText = qor::simcal::longUniform(*bounds, DistributionKeywords().uniform);
+        return bounds.has_value();
+    });
+}
+
+int QorDistribution::getLongExponentialDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
+    return guarded([&] {
+        const auto parameter = qor::simcal::parameterOfShort(shortText);
+        if (parameter) longText = qor::simcal::longExponential(*parameter, DistributionKeywords().exponential);
+        return parameter.has_value();
+    });
+}
+
+int QorDistribution::getShortDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
+    return getShortUniformDistributionString(longText, shortText) != 0
+               ? 1
+               : getShortExponentialDistributionString(longText, shortText);
+}
+
+int QorDistribution::getShortUniformDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
+    return guarded([&] {
+        const auto bounds = qor::simcal::boundsOfLong(longText, DistributionKeywords().uniform);
+        if (bounds) shortText = std::string("U").append(bounds->lower).append(";").append(bounds->upper);
+        return bounds.has_value();
+    });
+}
+
+int QorDistribution::getShortExponentialDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
+    return guarded([&] {
+        const auto parameter = qor::simcal::parameterOfLong(longText, DistributionKeywords().exponential);
+        if (parameter) shortText = "E" + *parameter;
+        return parameter.has_value();
+    });
+}
+
+int QorDistribution::convertLongDistributionStringInUIRep(const SV::String& longText, SV::String& shown) noexcept {
+    return copyWhen(isDistribution(longText), longText, shown);
+}
+
+int QorDistribution::convertLongUniformDistributionStringInUIRep(const SV::String& longText,
+                                                                 SV::String& shown) noexcept {
+    return copyWhen(isUniform(longText), longText, shown);
+}
+
+int QorDistribution::convertUIRepInLongDistributionString(const SV::String& shown, SV::String& longText) noexcept {
+    return copyWhen(isDistribution(shown), shown, longText);
+}
+
+int QorDistribution::convertUIRepInLongUniformDistributionString(const SV::String& shown,
+                                                                 SV::String& longText) noexcept {
+    return copyWhen(isUniform(shown), shown, longText);
+}
+
+int QorDistribution::getExpectation(const SV::String& text, double& expectation) noexcept {
+    return getExpectationOfUniformDistribution(text, expectation) != 0
+               ? 1
+               : getExpectationOfExponentialDistribution(text, expectation);
+}
+
+int QorDistribution::getExpectationOfUniformDistribution(const SV::String& text, double& expectation) noexcept {
+    return guarded([&] {
+        const auto bounds = qor::simcal::boundsOfLong(text, DistributionKeywords().uniform);
+        if (!bounds) return false;
+        const auto lower = qor::simcal::toDouble(bounds->lower);
+        const auto upper = qor::simcal::toDouble(bounds->upper);
+        if (!lower || !upper) return false;
+        expectation = *lower / 2 + *upper / 2;  // halved one by one, so that the sum cannot overflow
+        return true;
+    });
+}
+
+int QorDistribution::getExpectationOfExponentialDistribution(const SV::String& text, double& expectation) noexcept {
+    return guarded([&] {
+        const auto parameter = qor::simcal::parameterOfLong(text, DistributionKeywords().exponential);
+        if (!parameter) return false;
+        expectation = 1 / qor::simcal::toDouble(*parameter).value();
+        return true;
+    });
+}
