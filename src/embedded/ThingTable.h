@@ -79,4 +79,12 @@ private:
     std::vector<std::uint32_t> _entries;
 };
 
+// The row behind an identifier; null when the identifier is of another kind.
+template <class Row>
+[[nodiscard]] const Row* rowOf(const ThingTable& things, const std::vector<Row>& rows, QorIdentifier id,
+                               QorThingKind kind) {
+    const ThingPlace place = things.at(id);
+    return place.kind == kind ? &rows[place.index] : nullptr;
+}
+
 }  // namespace qor::embedded
