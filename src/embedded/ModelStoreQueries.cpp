@@ -102,7 +102,8 @@ std::size_t ModelStore::bytes() const {
         for (const ObjectsOfClass& bucket : row.byClass) lists += bucket.objects.bytes();
     }
     return _tables.objects.capacity() * sizeof(ObjectRow) + _tables.relations.capacity() * sizeof(RelationRow) +
-           _adjacency.bytes() + lists;
+           _rows.capacity() * sizeof(RecordRow) + _models.capacity() * sizeof(ModelRow) +
+           _threads.capacity() * sizeof(ThreadRow) + _adjacency.bytes() + lists;
 }
 
 }  // namespace qor::embedded

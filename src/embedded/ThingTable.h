@@ -87,4 +87,11 @@ template <class Row>
     return place.kind == kind ? &rows[place.index] : nullptr;
 }
 
+// Takes out the rows that have no identifier any more and tells the things that stay their new places.
+template <class Row>
+void closeGaps(ThingTable& things, std::vector<Row>& rows) noexcept {
+    std::erase_if(rows, [](const Row& row) { return row.id == QorNoIdentifier; });
+    for (std::size_t at = 0; at < rows.size(); ++at) things.place(rows[at].id, things.kindOf(rows[at].id), at);
+}
+
 }  // namespace qor::embedded
