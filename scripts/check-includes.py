@@ -28,10 +28,10 @@ FILE_ARROWS = {
 # Headers from outside, beside the standard library.
 THIRD_PARTY = {
     "embedded": ["sqlite3.h", "sodium.h", "fmt/*"],
-    "interchange": ["yaml.h", "expat.h", "nlohmann/*"],
+    "interchange": ["yaml.h", "expat.h", "nlohmann/*", "fmt/*"],
     "cli": ["CLI/*", "fmt/*"],
 }
-POSIX = ["dirent.h", "fcntl.h", "poll.h", "sys/*.h", "termios.h", "unistd.h"]
+POSIX = ["dirent.h", "fcntl.h", "poll.h", "pwd.h", "sys/*.h", "termios.h", "unistd.h"]
 POSIX_FOLDERS = {"embedded", "interchange", "cli"}
 HEAVY_IN_HEADERS = {"iostream", "regex"}
 

@@ -20,29 +20,34 @@ void EndGroups::count(std::span<const QorRelationEnd> ends) {
         _nextOf.resize(ends.size());
     }
     for (std::uint32_t at = 0; at < ends.size(); ++at) {
-        put(ends[at].relationClass, ends[at].otherClass, at, _nextTowards);
-        put(ends[at].relationClass, QorNoIdentifier, at, _nextOf);
+        const auto number = _index.add(keyOf(ends[at].relationClass, ends[at].otherClass));
+        if (number == _groups.size()) addGroups(at);
+        append(_groups[number], at, _nextTowards);
+        append(_groups[_groups[number].whole], at, _nextOf);
     }
 }
 
-void EndGroups::put(QorIdentifier relationClass, QorIdentifier otherClass, std::uint32_t end,
-                    std::vector<std::uint32_t>& next) {
-    const auto number = _index.add(keyOf(relationClass, otherClass));
-    if (number == _groups.size()) {
-        _groups.push_back({relationClass, otherClass, 1, end, end});
-        return;
-    }
-    auto& group = _groups[number];
-    next[group.last] = end;
+/// Makes the group of the end's classes and, behind it, that of the relation class where it is missing.
+void EndGroups::addGroups(std::uint32_t end) {
+    const auto whole = _index.add(keyOf(_ends[end].relationClass, QorNoIdentifier));
+    addGroup(_ends[end].otherClass, end, whole);
+    if (whole == _groups.size()) addGroup(QorNoIdentifier, end, whole);
+}
+
+void EndGroups::addGroup(QorIdentifier otherClass, std::uint32_t end, std::uint32_t whole) {
+    auto& group = _groups.emplace_back();
+    group.relationClass = _ends[end].relationClass;
+    group.otherClass = otherClass;
+    group.first = end;
+    group.whole = whole;
+}
+
+void EndGroups::append(Group& group, std::uint32_t end, std::vector<std::uint32_t>& next) {
+    if (group.count++ > 0) next[group.last] = end;
     group.last = end;
-    ++group.count;
 }
 
-std::uint32_t EndGroups::countOf(QorIdentifier relationClass) const noexcept {
-    return countTowards(relationClass, QorNoIdentifier);
-}
-
-std::uint32_t EndGroups::countTowards(QorIdentifier relationClass, QorIdentifier otherClass) const noexcept {
+std::uint32_t EndGroups::countOf(QorIdentifier relationClass, QorIdentifier otherClass) const noexcept {
     const auto number = _index.find(keyOf(relationClass, otherClass));
     return number == KeyIndex::kNone ? 0 : _groups[number].count;
 }

@@ -20,6 +20,7 @@ public:
         std::uint32_t count = 0;
         std::uint32_t first = 0;  ///< place of its first end
         std::uint32_t last = 0;
+        std::uint32_t whole = 0;  ///< place of the group of the whole relation class
     };
 
     /// The spans must live as long as the groups are used.
@@ -27,15 +28,16 @@ public:
 
     /// In order of their first ends; the group of one other class before the group of the whole relation class.
     [[nodiscard]] std::span<const Group> groups() const noexcept { return _groups; }
-    [[nodiscard]] std::uint32_t countOf(QorIdentifier relationClass) const noexcept;
-    [[nodiscard]] std::uint32_t countTowards(QorIdentifier relationClass, QorIdentifier otherClass) const noexcept;
+    /// Ends of the group; 0 when there is none.
+    [[nodiscard]] std::uint32_t countOf(QorIdentifier relationClass, QorIdentifier otherClass) const noexcept;
 
     /// The group's ends appended to `ends`, ascending by relation. O(result).
     void collect(QorIdentifier relationClass, QorIdentifier otherClass, std::vector<QorRelationEnd>& ends) const;
 
 private:
-    void put(QorIdentifier relationClass, QorIdentifier otherClass, std::uint32_t end,
-             std::vector<std::uint32_t>& next);
+    void addGroups(std::uint32_t end);
+    void addGroup(QorIdentifier otherClass, std::uint32_t end, std::uint32_t whole);
+    static void append(Group& group, std::uint32_t end, std::vector<std::uint32_t>& next);
 
     std::span<const QorRelationEnd> _ends;
     KeyIndex _index;

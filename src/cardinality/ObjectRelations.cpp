@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cardinality/ObjectRelations.h"
 
+#include <algorithm>
+
 #include "cardinality/repository.h"
 
 namespace qor::cardinality {
 
 namespace {
+
+/// So many are looked through faster than grouped.
+constexpr std::size_t kFewEnds = 8;
 
 /// Stores an identifier in 32 bits; the request counts as failed when it does not fit.
 bool take(Request request, QorErrorCode code, long identifier, QorIdentifier& out) {
@@ -97,6 +102,16 @@ std::span<const QorRelationEnd> ObjectRelations::ends(Direction direction) const
 
 std::uint32_t ObjectRelations::count(Direction direction) const noexcept {
     return static_cast<std::uint32_t>(_sides[direction].ends.size());
+}
+
+std::uint32_t ObjectRelations::countOf(Direction direction, QorIdentifier relationClass, QorIdentifier otherClass) {
+    const auto& asked = _sides[direction];
+    if (asked.counted || asked.ends.size() > kFewEnds) return groups(direction).countOf(relationClass, otherClass);
+    return static_cast<std::uint32_t>(
+        std::count_if(asked.ends.begin(), asked.ends.end(), [&](const QorRelationEnd& end) {
+            return end.relationClass == relationClass &&
+                   (otherClass == QorNoIdentifier || end.otherClass == otherClass);
+        }));
 }
 
 const EndGroups& ObjectRelations::groups(Direction direction) {

@@ -31,6 +31,8 @@ public:
     /// Ascending by relation. The views hold until the next `open` and the repository's next change.
     [[nodiscard]] std::span<const QorRelationEnd> ends(Direction direction) const noexcept;
     [[nodiscard]] std::uint32_t count(Direction direction) const noexcept;
+    /// Relations of one relation class, with objects of one class or (none) of all.
+    [[nodiscard]] std::uint32_t countOf(Direction direction, QorIdentifier relationClass, QorIdentifier otherClass);
     /// Counted on the first call for an object.
     const EndGroups& groups(Direction direction);
 

@@ -52,8 +52,10 @@ private:
     /// One test per group stands for the tests at each of its relations, which would all say the same.
     bool mostOfGroupsHold(Direction direction) {
         if (!read(direction)) return false;
-        if (_object.count(direction) <= _plan.safe[direction]) return true;
+        const auto safe = _plan.safe[direction];
+        if (_object.count(direction) <= safe) return true;
         for (const auto& group : _object.groups(direction).groups()) {
+            if (group.count <= safe) continue;
             const auto rule = group.otherClass == QorNoIdentifier
                                   ? mostOf(_rules, direction, group.relationClass)
                                   : mostTowards(_rules, direction, group.relationClass, group.otherClass);
@@ -96,7 +98,7 @@ private:
             if (!_observer.wantsMinimumTowards(target.cls)) continue;
             if (!read(direction)) return false;
             if (target.least == 0) continue;
-            const auto found = _object.groups(direction).countTowards(relation.relationClass, target.cls);
+            const auto found = _object.countOf(direction, relation.relationClass, target.cls);
             if (!fallsShort(found, target.least)) continue;
             const auto rule = leastTowards(_rules, direction, relation.relationClass, target.cls);
             if (!breach({true, direction, relation.relationClass, target.cls, rule, found, 0})) return false;
@@ -107,7 +109,7 @@ private:
     bool leastOfRelationHolds(const ClassPlan::Relation& relation, Direction direction) {
         if (!read(direction)) return false;
         if (relation.least[direction] == 0) return true;
-        const auto found = _object.groups(direction).countOf(relation.relationClass);
+        const auto found = _object.countOf(direction, relation.relationClass, QorNoIdentifier);
         if (!fallsShort(found, relation.least[direction])) return true;
         const auto rule = leastOf(_rules, direction, relation.relationClass);
         return breach({true, direction, relation.relationClass, QorNoIdentifier, rule, found, 0});

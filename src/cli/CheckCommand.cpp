@@ -60,18 +60,26 @@ private:
         Diagnostics diagnostics;
         const std::string path = pathOf(file, diagnostics);
         if (Workspace* workspace = hasErrors(diagnostics) ? nullptr : workspaceFor(file, path, diagnostics)) {
-            QorImporter importer(workspace->builder(), workspace->reader());
-            QorImportResult result = importer.readFile(path, workspace->library());
-            diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
-                               std::make_move_iterator(result.diagnostics.end()));
-            beginFile(file, path, diagnostics);
-            checkModels(*workspace, importer, result.models);
-            // A folder of files must not take more memory than its largest file.
-            for (const QorIdentifier model : result.models) (void)workspace->builder().removeModel(model);
+            const QorIdentifier lastModel = readAndCheck(*workspace, file, path, diagnostics);
+            _workspaces.giveUpWhenGrown(*workspace, lastModel);
         } else {
             beginFile(file, path, diagnostics);
         }
         _report->endFile();
+    }
+
+    /// The last model that was made, none when none was.
+    QorIdentifier readAndCheck(Workspace& workspace, const std::string& file, const std::string& path,
+                               Diagnostics& diagnostics) {
+        QorImporter importer(workspace.builder(), workspace.reader());
+        QorImportResult result = importer.readFile(path, workspace.library());
+        diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
+                           std::make_move_iterator(result.diagnostics.end()));
+        beginFile(file, path, diagnostics);
+        checkModels(workspace, importer, result.models);
+        // A folder of files must not take more memory than its largest file.
+        for (const QorIdentifier model : result.models) (void)workspace.builder().removeModel(model);
+        return result.models.empty() ? QorNoIdentifier : result.models.back();
     }
 
     /// The path that a file can be opened by more than once; empty, with the reason, when there is none.
@@ -124,7 +132,7 @@ private:
     Workspace* openLibrary(const std::string& path, const std::string& file, Diagnostics& diagnostics) {
         Workspace& workspace = _workspaces.open(path);
         const bool isValid = workspace.hasLibrary();
-        const auto [told, isFirst] = _libraryToldWith.try_emplace(&workspace, file);
+        const auto [told, isFirst] = _libraryToldWith.try_emplace(workspace.libraryPath(), file);
         if (isFirst) {
             diagnostics = workspace.fileDiagnostics();
             for (const RuleError& error : workspace.ruleErrors())
@@ -188,7 +196,7 @@ private:
     std::unique_ptr<CheckReport> _report;
     std::set<std::string, std::less<>> _wantedModels;
     std::set<std::string> _modelNames;
-    std::map<const Workspace*, std::string> _libraryToldWith;
+    std::map<std::string, std::string> _libraryToldWith;  ///< file that needed it first, by the library's path
     InputFiles _inputs;
     CheckSummary _summary;
 };

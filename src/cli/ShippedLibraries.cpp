@@ -30,7 +30,10 @@ std::string shippedLibrary(std::string_view name) {
     if (!isPlainName) return {};
     const fs::path file = fs::path(shippedLibrariesFolder()) / (std::string(name) + kExtension);
     std::error_code error;
-    return fs::is_regular_file(file, error) ? file.string() : std::string();
+    if (!fs::is_regular_file(file, error)) return {};
+    // Below the current folder the path stays short in every rule that is told.
+    const fs::path fromHere = fs::proximate(file, error);
+    return !error && *fromHere.begin() != ".." ? fromHere.string() : file.string();
 }
 
 std::vector<std::string> shippedLibraryNames() {

@@ -16,7 +16,7 @@ namespace {
 /// relations is broken in several counts at once.
 struct Fold {
     QorCardinalityRule rule;
-    std::string text;         ///< of the count that found most
+    std::string text;         ///< of the count that found most, which is the widest; of equal ones the last
     std::uint32_t found = 0;  ///< by that count
     std::size_t counts = 0;
 };
@@ -54,7 +54,7 @@ public:
         _model.reset();
     }
 
-    void endFile() override {}
+    void endFile() override { _console.flush(); }
 
     void end(const CheckSummary& summary) override {
         if (_quiet) return;
@@ -82,7 +82,7 @@ private:
         if (isNew) _folds.push_back({breach.rule, breach.text.str(), breach.found, 0});
         Fold& fold = _folds[entry->second];
         ++fold.counts;
-        if (breach.found <= fold.found) return;
+        if (breach.found < fold.found) return;
         fold.text = breach.text.str();
         fold.found = breach.found;
     }

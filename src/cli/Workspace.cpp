@@ -20,6 +20,8 @@ QorEmbeddedOptions platformOptions(std::string_view language) {
     return options;
 }
 
+constexpr QorIdentifier kMostUsed = 4'000'000;
+
 /// One name for one file, however its path is written.
 std::string canonical(const std::string& path) {
     std::error_code error;
@@ -90,7 +92,9 @@ void Workspace::collectRuleErrors(QorErrorCode loaded) {
     for (const QorCardinalityDefinitionError& error : QorCardinalityHandler::Instance().getDefinitionErrors()) {
         const auto cls = static_cast<QorIdentifier>(error.cls);
         const auto attribute = static_cast<QorIdentifier>(error.attribute);
-        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), error.text.str()});
+        std::string text = error.text.str();
+        while (text.ends_with('\n')) text.pop_back();  // the handler's texts are lines
+        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), std::move(text)});
     }
     if (loaded == QorErrorCode::Ok || !_ruleErrors.empty()) return;
     _ruleErrors.push_back({QorNoIdentifier,
@@ -114,6 +118,14 @@ Workspace& Workspaces::open(const std::string& libraryPath) {
     }
     if (isNew && !libraryPath.empty()) workspace->openLibrary(libraryPath);
     return *workspace;
+}
+
+void Workspaces::giveUpWhenGrown(Workspace& workspace, QorIdentifier used) {
+    std::error_code error;
+    const bool canBeReadAgain = std::filesystem::is_regular_file(workspace.libraryPath(), error);
+    if (used < kMostUsed || !canBeReadAgain) return;
+    if (_installed == &workspace) _installed = nullptr;
+    std::erase_if(_byPath, [&](const auto& entry) { return entry.second.get() == &workspace; });
 }
 
 }  // namespace qor::cli

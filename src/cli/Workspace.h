@@ -95,6 +95,11 @@ public:
     /// library.
     Workspace& open(const std::string& libraryPath);
 
+    /// To be called when the workspace's models are gone, with an identifier that one of them had. Identifiers are not
+    /// used twice, and each that was ever used takes some bytes: a workspace that has used too many is given up, and
+    /// its library is read again when it is next opened.
+    void giveUpWhenGrown(Workspace& workspace, QorIdentifier used);
+
 private:
     std::string _language;
     QorWindows& _windows;

@@ -10,6 +10,7 @@
 #include "cli/Console.h"
 #include "cli/DistributionCommand.h"
 #include "cli/Nearest.h"
+#include "cli/SimCommands.h"
 
 namespace {
 
@@ -55,8 +56,32 @@ constexpr const char* kDistributionExamples =
     "Examples:\n"
     "  qor distribution check \"Uniform (3 ; 7)\"\n"
     "  qor distribution mean E0.5\n";
+constexpr const char* kSimExamples =
+    "Examples:\n"
+    "  qor sim options order-handling\n"
+    "  qor sim check order-handling orders.yaml\n"
+    "  qor sim reset --dry-run --model \"Take an order\" orders.yaml\n\n"
+    "LIB is a library file, or the name of a library that comes along (\"bpmn\", \"order-handling\").\n";
+
+/// What of a library's simulation texts is listed, by the command's name.
+struct SimListingName {
+    const char* name;
+    qor::cli::SimListing listing;
+    const char* description;
+};
+constexpr SimListingName kSimListings[] = {
+    {"options", qor::cli::SimListing::Options, "Show the simulation options and which attributes they use"},
+    {"classes", qor::cli::SimListing::Classes, "Show the classes that may be simulated"},
+    {"actions", qor::cli::SimListing::Actions, "Show the attributes that are evaluated on simulation events"},
+    {"texts", qor::cli::SimListing::Texts, "Show the texts that label results"},
+    {"results", qor::cli::SimListing::Results, "Show which attributes take results"},
+};
 
 struct Options {
+    qor::cli::SimListOptions simList;
+    qor::cli::SimCheckOptions simCheck;
+    qor::cli::SimWriteOptions simWrite;
+    qor::cli::SimResetOptions simReset;
     qor::cli::CheckOptions check;
     qor::cli::LibraryOptions library;
     qor::cli::RulesOptions rules;
@@ -149,6 +174,40 @@ CLI::App& describeDistribution(CLI::App& app, qor::cli::DistributionOptions& opt
     return distribution;
 }
 
+void describeSim(CLI::App& sim, Options& options) {
+    sim.require_subcommand(1);
+    sim.footer(kSimExamples);
+    for (const SimListingName& row : kSimListings) {
+        CLI::App& list = *sim.add_subcommand(row.name, row.description);
+        list.add_flag("--json", options.simList.json,
+                      std::string("Write one JSON document, qor.sim.") + row.name + "/1");
+        addLanguage(list, options.simList.language);
+        list.add_option("LIB", options.simList.library, "The library")->required()->option_text(" ");
+    }
+
+    CLI::App& check = *sim.add_subcommand("check", "Show errors in simulation texts, and what models lack for a run");
+    check.add_option("--option", options.simCheck.option, "Only this simulation option")->option_text("NAME");
+    check.add_flag("--json", options.simCheck.json, "Write one JSON document, qor.sim.check/1");
+    addLanguage(check, options.simCheck.language);
+    check.add_option("LIB", options.simCheck.library, "The library")->required()->option_text(" ");
+    check.add_option("MODEL", options.simCheck.files, "Files with models")->option_text("...");
+
+    CLI::App& write = *sim.add_subcommand("write", "Write the simulation mapping as keyword text");
+    write.add_flag("--without-classes", options.simWrite.withoutClasses, "Leave out the classes that may be simulated");
+    write.add_option("LIB", options.simWrite.library, "The library")->required()->option_text(" ");
+
+    CLI::App& reset = *sim.add_subcommand("reset", "Show which simulation results a reset takes away");
+    reset.add_option("--library", options.simReset.library, "Read with this library instead of the file's own")
+        ->option_text("LIB");
+    reset.add_option("--model", options.simReset.models, "The models to reset; may be given several times")
+        ->required()
+        ->option_text("NAME")
+        ->allow_extra_args(false);
+    reset.add_flag("--dry-run", options.simReset.dryRun, "Only show what would change");
+    reset.add_flag("--json", options.simReset.json, "Write one JSON document, qor.sim.reset/1");
+    reset.add_option("FILE", options.simReset.file, "File with models")->required()->option_text(" ");
+}
+
 void describe(CLI::App& app, Options& options) {
     app.require_subcommand(1);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND [FILE]");
@@ -184,7 +243,10 @@ void describe(CLI::App& app, Options& options) {
 
     CLI::App& calendar = describeCalendar(app, options.calendar);
     CLI::App& distribution = describeDistribution(app, options.distribution);
-    for (CLI::App* command : {&check, &library, &rules, &calendar, &distribution}) command->group("Commands");
+    CLI::App& sim = *app.add_subcommand("sim", "Show and check what a library says about simulation");
+    describeSim(sim, options);
+
+    for (CLI::App* command : {&check, &library, &rules, &calendar, &distribution, &sim}) command->group("Commands");
 }
 
 /// The command that was given, or the whole.
@@ -213,6 +275,9 @@ std::vector<std::string> commandNames(const CLI::App& app) {
     return names;
 }
 
+/// Stands for nothing by itself: one of its commands must be given.
+bool isGroup(const CLI::App& command) { return !commandNames(command).empty(); }
+
 /// What is wrong with the arguments, in words that help.
 std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App& command = chosen(app);
@@ -222,18 +287,16 @@ std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
         const std::string name = word.substr(0, word.find('='));
         return "there is no option " + qor::cli::quoted(name) + qor::cli::didYouMean(name, optionNames(command));
     }
-    const std::vector<std::string> commands = commandNames(command);
-    if (!surplus.empty() && !commands.empty())
+    if (!surplus.empty() && isGroup(command))
         return "there is no command " + qor::cli::quoted(surplus.front()) +
-               qor::cli::didYouMean(surplus.front(), commands);
+               qor::cli::didYouMean(surplus.front(), commandNames(command));
     if (!surplus.empty()) return "one FILE is enough, what about " + qor::cli::quoted(surplus.front()) + "?";
     return qor::cli::printable(error.what());
 }
 
 Exit refuse(const CLI::App& app, const CLI::ParseError& error, Console& console) {
     const CLI::App& command = chosen(app);
-    const bool isBare = !commandNames(command).empty() && app.remaining(true).empty();
-    if (isBare) {
+    if (isGroup(command) && app.remaining(true).empty()) {
         console.err(app.help());
         return Exit::WrongUse;
     }
@@ -242,8 +305,17 @@ Exit refuse(const CLI::App& app, const CLI::ParseError& error, Console& console)
     return Exit::WrongUse;
 }
 
+Exit dispatchSim(const CLI::App& sim, const Options& options, Console& console) {
+    for (const SimListingName& row : kSimListings)
+        if (sim.got_subcommand(row.name)) return runSimList(row.listing, options.simList, console);
+    if (sim.got_subcommand("check")) return runSimCheck(options.simCheck, console);
+    if (sim.got_subcommand("write")) return runSimWrite(options.simWrite, console);
+    return runSimReset(options.simReset, console);
+}
+
 Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
+    if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);

@@ -63,33 +63,45 @@ void Adjacency::foldIn() {
 
 void Adjacency::layOut() {
     _laidOut = false;
-    for (const Direction direction : kDirections) layOutSide(direction);
+    countEnds();
+    for (Side& side : _sides) {
+        std::uint32_t start = 0;
+        for (Place& place : side.places) {
+            place.start = start;
+            start += place.count;
+            place.count = 0;
+        }
+        side.ends.resize(start);
+    }
+    fillInEnds();
     _relationsTakenUp = _tables.relations.size();
     _edits = 0;
     _laidOut = true;
 }
 
-void Adjacency::layOutSide(Direction direction) {
-    Side& side = _sides[direction];
-    side.overlay = {};
-    side.places.assign(_tables.objects.size(), {});
-    std::uint32_t total = 0;
+void Adjacency::countEnds() {
+    for (Side& side : _sides) {
+        side.overlay = {};
+        side.places.assign(_tables.objects.size(), {});
+    }
     for (const RelationRow& relation : _tables.relations) {
         if (relation.id == QorNoIdentifier) continue;
-        ++side.places[rowOf(ownEnd(direction, relation))].count;
-        ++total;
+        ++_sides[Outgoing].places[rowOf(relation.from)].count;
+        ++_sides[Incoming].places[rowOf(relation.to)].count;
     }
-    std::uint32_t start = 0;
-    for (Place& place : side.places) {
-        place.start = start;
-        start += place.count;
-        place.count = 0;
-    }
-    side.ends.resize(total);
+}
+
+void Adjacency::fillInEnds() {
     for (const RelationRow& relation : _tables.relations) {
         if (relation.id == QorNoIdentifier) continue;
-        Place& place = side.places[rowOf(ownEnd(direction, relation))];
-        side.ends[place.start + place.count++] = endOf(direction, relation);
+        const std::size_t from = rowOf(relation.from);
+        const std::size_t to = rowOf(relation.to);
+        Place& leaving = _sides[Outgoing].places[from];
+        Place& arriving = _sides[Incoming].places[to];
+        _sides[Outgoing].ends[leaving.start + leaving.count++] = {relation.id, relation.relationClass, relation.to,
+                                                                  _tables.objects[to].cls};
+        _sides[Incoming].ends[arriving.start + arriving.count++] = {relation.id, relation.relationClass, relation.from,
+                                                                    _tables.objects[from].cls};
     }
 }
 

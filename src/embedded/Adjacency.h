@@ -60,7 +60,8 @@ private:
 
     void prepare();
     void takeUpNew();
-    void layOutSide(Direction direction);
+    void countEnds();
+    void fillInEnds();
     static QorRelationEnd* first(Side& side, const Place& place);
     void makeRoomForEnd(Direction direction, std::size_t object);
     void addEnd(Direction direction, std::size_t object, const QorRelationEnd& end) noexcept;

@@ -22,6 +22,7 @@ public:
 
     [[nodiscard]] std::size_t size() const { return _ids.size() - _gone; }
     [[nodiscard]] bool empty() const { return size() == 0; }
+    [[nodiscard]] std::size_t bytes() const { return _ids.capacity() * sizeof(QorIdentifier); }
 
     template <class Take>
     void forEach(const ThingTable& things, Take take) const {

@@ -206,14 +206,16 @@ QorErrorCode ModelingManager::getInterRefsOfSourceModel(long model, QorSourceInt
         const QorIdentifier id = narrow(model);
         if (_repository.models().model(id) == nullptr) return QorErrorCode::NotFound;
         QorSourceInterRefContainer found;
+        bool complete = true;
         forEachReferenceInModel(_repository, id, [&](const AttributeRow& attribute, std::string_view text) {
             auto targets = parseReferences(text, attribute.refersToModels);
-            if (!targets) return;
-            for (QorInterModRefTarget& target : *targets) {
+            if (!targets) complete = false;  // what is stored is well formed, so memory ran out
+            for (QorInterModRefTarget& target : targets.value_or(std::vector<QorInterModRefTarget>())) {
                 target.attribute = attribute.id;
                 found.add(std::move(target));
             }
         });
+        if (!complete) return QorErrorCode::Broken;
         references = std::move(found);
         return QorErrorCode::Ok;
     });

@@ -102,8 +102,13 @@ std::string_view ModelStore::nameOf(QorIdentifier id) const {
 }
 
 std::size_t ModelStore::bytes() const {
+    std::size_t lists = 0;
+    for (const ModelRow& row : _models) {
+        lists += row.objects.bytes() + row.relations.bytes();
+        for (const ObjectsOfClass& bucket : row.byClass) lists += bucket.objects.bytes();
+    }
     return _tables.objects.capacity() * sizeof(ObjectRow) + _tables.relations.capacity() * sizeof(RelationRow) +
-           _adjacency.bytes();
+           _adjacency.bytes() + lists;
 }
 
 }  // namespace qor::embedded

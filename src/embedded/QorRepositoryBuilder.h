@@ -16,11 +16,11 @@ enum class QorBuildError : std::int32_t {
     None = 0,
     UnknownIdentifier,  ///< no such thing, or not of the kind that is needed here
     EmptyName,
-    NameRefused,    ///< holds a zero byte, or is longer than 65535 bytes
-    DuplicateName,  ///< `id` names who has it
-    CyclicInheritance,
-    ForeignLibrary,  ///< the things belong to different application libraries
-    AbstractClass,   ///< has no instances
+    NameRefused,        ///< holds a zero byte, or is longer than 65535 bytes
+    DuplicateName,      ///< `id` names who has it
+    CyclicInheritance,  ///< for readers of files; a class that is added has no subclasses yet
+    ForeignLibrary,     ///< the things belong to different application libraries
+    AbstractClass,      ///< has no instances
     ClassNotInModelType,
     SourceDoesNotFit,        ///< the relation class does not leave objects of this class
     TargetDoesNotFit,        ///< the relation class does not arrive at objects of this class
@@ -28,7 +28,7 @@ enum class QorBuildError : std::int32_t {
     AttributeDoesNotBelong,  ///< the class has no such attribute
     ValueRefused,            ///< the attribute's type does not take this text
     HasInstances,            ///< cannot be changed any more
-    NoIdentifiersLeft,
+    NoIdentifiersLeft,       ///< neither identifiers nor memory
 };
 
 /// The identifier of what was added, or why it was not.
@@ -77,14 +77,17 @@ public:
     /// `owner` must not have or inherit an attribute of that name, nor any of its subclasses. Refused (HasInstances)
     /// once the class has instances.
     virtual QorBuildResult addAttribute(QorIdentifier owner, const QorAttributeSpec& attribute) = 0;
-    /// Value of a class-level attribute, also of the fixed ones such as the cardinality text.
+    /// Value that the class itself has: of a class-level attribute, also of the fixed ones such as the cardinality
+    /// text, or of an attribute of its objects, which is then a value apart from theirs.
     virtual QorBuildResult setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text) = 0;
     /// Value of a library's attribute (QorAttributeIds.h); `library` is an application library or a part.
     virtual QorBuildResult setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text) = 0;
-    /// A kind of models and the classes whose objects such models hold, relation classes excluded.
+    /// A kind of models and the classes whose objects such models hold, relation classes excluded; an abstract class
+    /// stands for the count of its subclasses' objects. Names are unique within the application library.
     virtual QorBuildResult addModelType(QorIdentifier part, std::string_view name,
                                         std::span<const QorIdentifier> classes) = 0;
-    /// Takes back a whole application library that has no models, for a reader that met errors on the way.
+    /// Takes back a whole application library, for a reader that met errors on the way. HasInstances while it has
+    /// models or is loaded.
     virtual QorBuildResult removeApplicationLibrary(QorIdentifier applicationLibrary) = 0;
 
     // ---- Models ----
@@ -94,7 +97,13 @@ public:
     /// Names of objects are unique within their class in the model.
     virtual QorBuildResult addObject(QorIdentifier model, QorIdentifier cls, std::string_view name) = 0;
     virtual QorBuildResult addRelation(QorIdentifier relationClass, QorIdentifier from, QorIdentifier to) = 0;
-    /// Value of an attribute of an object or relation instance, in its text form.
+    /// Value of an attribute of an object, relation instance or record row, in its text form:
+    /// Integer (32 bits), Floating ("-1.5e3", finite), Time ("YY:DDD:HH:MM:SS", days to 364, hours to 23),
+    /// Date ("2024-02-29"), DateTime ("2024-02-29 23:59:59"), Enumeration (one of its values), EnumerationList
+    /// (several, each once, joined by ";"), InterReference (`MODEL "name" type: "model type"`, or `OBJECT "name" class:
+    /// "class" model: "name" type: "model type"`, one after the other), anything else: any text. Record attributes take
+    /// no text. The empty text takes the value away, except from free texts (Text, LongText, Expression,
+    /// SimulationAction), which it makes empty. The value of an object's name renames the object.
     virtual QorBuildResult setValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) = 0;
     /// Deletes the model with everything in it. O(its content).
     virtual QorBuildResult removeModel(QorIdentifier model) = 0;

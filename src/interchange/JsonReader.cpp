@@ -49,8 +49,13 @@ public:
     bool end_array() { return end(); }
 
     bool parse_error(std::size_t position, const std::string&, const nlohmann::json::exception& error) {
-        const std::size_t offset = std::min(position == 0 ? 0 : position - 1, _text.size());
-        _findings.error(_lines.at(std::max(offset, _offset)), explain(error.what()));
+        const std::string text = explain(error.what());
+        std::size_t offset = std::min(position == 0 ? 0 : position - 1, _text.size());
+        // The parser stands behind a token that cannot stand here; the token's beginning is what the eye looks for.
+        if (text.starts_with("unexpected ") && !text.starts_with("unexpected ','") &&
+            !text.starts_with("unexpected ':'"))
+            offset = begin();
+        _findings.error(_lines.at(std::max(offset, _offset)), text);
         return false;
     }
 
@@ -60,11 +65,14 @@ private:
         Mark mark;
     };
 
-    // "[json.exception.parse_error.101] parse error at line 3, column 7: syntax error while parsing value - ..."
+    // "[json.exception.parse_error.101] parse error at line 3, column 7: syntax error while parsing value - invalid
+    // literal; last read: ...", where what was last read may be the whole text.
     static std::string explain(std::string_view what) {
-        if (const auto id = what.find("] "); id != std::string_view::npos) what.remove_prefix(id + 2);
-        if (what.starts_with("parse error"))
-            if (const auto place = what.find(": "); place != std::string_view::npos) what.remove_prefix(place + 2);
+        constexpr std::size_t kLongest = 160;
+        for (const std::string_view before : {"] ", ": ", " - "})
+            if (const auto found = what.find(before); found < what.find("; "))
+                what.remove_prefix(found + before.size());
+        what = what.substr(0, std::min(what.find("; last read"), kLongest));
         return std::string(what);
     }
 

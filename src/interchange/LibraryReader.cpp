@@ -53,7 +53,12 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     library = _library;
 
     for (std::size_t p = 0; p < kParts.size(); ++p) declareClasses(p);
-    for (std::uint32_t i = 0; i < _classes.size(); ++i) makeWithAncestors(i);
+    for (Class& cls : _classes) resolveSuperclass(cls);
+    makeClasses();
+    if (!isOfBearableSize()) {
+        _building.error(root, "the classes have too many attributes and subclasses");
+        return;
+    }
     for (const Class& cls : _classes) makeAttributes(cls.id, cls.fields[kAttributes], cls.part);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeRelationClasses(p);
     for (const Class& cls : _classes) setClassValues(cls);
@@ -103,24 +108,49 @@ void LibraryReader::declareClass(std::size_t part, NodeId node, bool isRecord) {
             if (fields.has(key))
                 _building.error(fields[key], concat({"a record class has no key ", inQuotes(kClassKeys[key].name)}));
     const auto index = static_cast<std::uint32_t>(_classes.size());
-    _classes.push_back(
-        {node, static_cast<std::uint8_t>(part), isRecord, State::Written, false, QorNoIdentifier, fields});
+    Class cls{node,  static_cast<std::uint8_t>(part), isRecord, State::Written, false, 0, kNoClass, QorNoIdentifier,
+              fields};
+    _classes.push_back(cls);
     if (fields.text(kClassName).empty()) return;
     _parts[part].classes.try_emplace(fields.text(kClassName), index);
     _classNames.push_back(fields.text(kClassName));
 }
 
+void LibraryReader::resolveSuperclass(Class& cls) {
+    if (cls.isRecord || !cls.fields.has(kExtends)) return;
+    cls.superclass = resolveClass(cls.fields[kExtends], cls.part, "the class to extend", false);
+    if (cls.superclass == kNoClass) cls.doubtful = true;
+}
+
+// The order of the file is kept within each part as far as classes that extend others allow it, so that what was
+// written from a repository comes to stand in the same order again.
+void LibraryReader::makeClasses() {
+    const auto total = static_cast<std::uint32_t>(_classes.size());
+    const auto isOfFirstPart = [](const Class& cls) { return cls.part == 0; };
+    const auto firstPart = static_cast<std::uint32_t>(
+        std::partition_point(_classes.begin(), _classes.end(), isOfFirstPart) - _classes.begin());
+    std::array<std::uint32_t, kParts.size()> next = {0, firstPart};
+    const std::array<std::uint32_t, kParts.size()> end = {firstPart, total};
+    const auto isReady = [this](const Class& cls) {
+        return cls.superclass == kNoClass || _classes[cls.superclass].state == State::Made;
+    };
+    while (next != end) {
+        const auto before = next;
+        for (std::size_t p = 0; p < next.size(); ++p)
+            while (next[p] != end[p] && (_classes[next[p]].state == State::Made || isReady(_classes[next[p]])))
+                makeWithAncestors(next[p]++);
+        if (next != before) continue;
+        const std::size_t blocked = next[0] != end[0] ? 0 : 1;
+        makeWithAncestors(next[blocked]++);
+    }
+}
+
 // Along the chain upwards by a loop: a file may hold chains longer than the stack is deep.
 void LibraryReader::makeWithAncestors(std::uint32_t index) {
     std::vector<std::uint32_t> chain;
-    while (index != kNoClass && _classes[index].state == State::Written) {
-        Class& cls = _classes[index];
-        cls.state = State::InHand;
+    for (; index != kNoClass && _classes[index].state == State::Written; index = _classes[index].superclass) {
+        _classes[index].state = State::InHand;
         chain.push_back(index);
-        index = kNoClass;
-        if (cls.isRecord || !cls.fields.has(kExtends)) continue;
-        index = resolveClass(cls.fields[kExtends], cls.part, "the class to extend", false);
-        if (index == kNoClass) cls.doubtful = true;
     }
     if (index != kNoClass && _classes[index].state == State::InHand) {
         reportCircle(chain, index);
@@ -130,6 +160,7 @@ void LibraryReader::makeWithAncestors(std::uint32_t index) {
     for (; !chain.empty(); chain.pop_back()) {
         makeClass(_classes[chain.back()], index);
         index = chain.back();
+        _makingOrder.push_back(index);
     }
 }
 
@@ -152,7 +183,16 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
     if (superclass != kNoClass) {
         above = _classes[superclass].id;
         cls.doubtful = cls.doubtful || _classes[superclass].doubtful;
+        cls.depth = static_cast<std::uint16_t>(_classes[superclass].depth + 1);
     }
+    if (cls.depth > kMostClassesAbove) {
+        _building.error(cls.fields[kExtends],
+                        concat({"more than ", std::to_string(kMostClassesAbove), " classes above each other"}));
+        above = QorNoIdentifier;
+        cls.depth = 0;
+        superclass = kNoClass;
+    }
+    cls.superclass = superclass;
     const auto add = [&](std::string_view as) {
         return cls.isRecord ? _building.builder.addRecordClass(part, as)
                             : _building.builder.addClass(part, as, above, cls.fields.flag(kAbstract));
@@ -166,6 +206,17 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
     cls.doubtful = cls.doubtful || !cls.fields.complete();
     cls.state = State::Made;
     if (made.ok()) _building.wrote(made.id, cls.node);
+}
+
+bool LibraryReader::isOfBearableSize() const {
+    std::vector<std::uint64_t> below(_classes.size());
+    std::uint64_t size = 0;
+    for (auto index = _makingOrder.rbegin(); index != _makingOrder.rend(); ++index) {
+        const Class& cls = _classes[*index];
+        if (cls.superclass != kNoClass) below[cls.superclass] += below[*index] + 1;
+        if (cls.fields.has(kAttributes)) size += below[*index] * _tree.childCount(cls.fields[kAttributes]);
+    }
+    return size <= kMostAttributesTimesSubclasses;
 }
 
 void LibraryReader::makeRelationClasses(std::size_t part) {
@@ -229,12 +280,11 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
                 _building.error(key, concat({"this value stands under the key ", inQuotes(row.key), " of the class"}));
                 return;
             }
-        if (_building.reader.attributeInfo(attribute).level == QorAttributeLevel::Instance) {
-            _building.error(key, concat({inQuotes(name),
-                                         " has a value for each object, not for the class; the attribute "
-                                         "can have a default"}));
-            return;
-        }
+        // The repository keeps such a value, but whoever writes one may well mean a default.
+        if (_building.reader.attributeInfo(attribute).level == QorAttributeLevel::Instance)
+            _building.warn(key, concat({inQuotes(name),
+                                        " has a value for each object; this one is the class's own, and no "
+                                        "default for its objects"}));
         const auto text = _building.valueText(value, attribute);
         if (!text) return;
         const QorBuildResult set = _building.builder.setClassValue(owner, attribute, *text);

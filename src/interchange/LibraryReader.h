@@ -42,16 +42,25 @@ private:
         std::uint8_t part;
         bool isRecord;
         State state = State::Written;
-        bool doubtful = false;  // it, or a class above it, is not what was written
+        bool doubtful = false;    // it, or a class above it, is not what was written
+        std::uint16_t depth = 0;  // classes above it
+        std::uint32_t superclass = 0xFFFFFFFF;
         QorIdentifier id = QorNoIdentifier;
         Fields<kClassKeyCount> fields;
     };
+    /// Every look at a class's attributes goes through those above it.
+    static constexpr std::uint16_t kMostClassesAbove = 256;
+    /// An attribute must not be there already in any class below its own: what may have to be looked at, in all.
+    static constexpr std::uint64_t kMostAttributesTimesSubclasses = 5000000;
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
     void declareClasses(std::size_t part);
     void declareClass(std::size_t part, NodeId node, bool isRecord);
+    void resolveSuperclass(Class& cls);
+    void makeClasses();
     void makeWithAncestors(std::uint32_t index);
+    [[nodiscard]] bool isOfBearableSize() const;
     void reportCircle(const std::vector<std::uint32_t>& chain, std::uint32_t closing);
     void makeClass(Class& cls, std::uint32_t superclass);
     void makeAttributes(QorIdentifier owner, NodeId attributes, std::size_t part);
@@ -74,6 +83,7 @@ private:
     QorIdentifier _library = QorNoIdentifier;
     std::array<Part, kParts.size()> _parts{};
     std::vector<Class> _classes;
+    std::vector<std::uint32_t> _makingOrder;  // no class before the one that it extends
     std::vector<std::string_view> _classNames;
     std::unordered_set<std::string_view> _failedAttributes;  // names
     unsigned _spareNames = 0;

@@ -21,9 +21,11 @@ bool TreeBuilder::open(NodeKind kind, Mark mark) {
         _findings.error(mark, concat({"nested deeper than ", std::to_string(kMaxDepth), " levels"}));
         return false;
     }
-    if (atKey()) _findings.error(mark, "a key must be a text");
+    const bool isKey = atKey();
+    const bool withinKey = !_levels.empty() && _levels.back().withinKey;
+    if (isKey && !withinKey) _findings.error(mark, "a key must be a text");
     const NodeId node = add(kind, mark);
-    _levels.push_back({node, 0});
+    _levels.push_back({node, 0, withinKey || isKey});
     return !_findings.tooMany(mark);
 }
 
@@ -54,11 +56,11 @@ bool TreeBuilder::text(NodeKind kind, std::string_view text, Mark mark, std::uin
         return bad(mark);
     }
     const NodeId node = add(kind, mark);
-    if (kind == NodeKind::Null) return true;
+    if (kind == NodeKind::Null) return !_findings.tooMany(mark);
     _tree.at(node).text = _tree._texts.add(text);
     _tree.at(node).count = static_cast<std::uint32_t>(text.size());
     if (kind == NodeKind::Block) _tree._indents.push_back({node, indent});
-    return true;
+    return !_findings.tooMany(mark);
 }
 
 bool TreeBuilder::bad(Mark mark) {

@@ -28,6 +28,7 @@ private:
     struct Level {
         NodeId node;
         std::uint32_t children;
+        bool withinKey;  // already complained about
     };
     static constexpr std::size_t kMaxDepth = 64;
     static constexpr std::size_t kMaxText = std::size_t{16} << 20;

@@ -68,6 +68,7 @@ constexpr Explanation kExplanations[] = {
     {"found unexpected end of stream", "the file ends before the closing quote"},
     {"found unexpected document indicator", "the document ends before the closing quote"},
     {"block sequence entries are not allowed in this context", "a list item (\"- \") cannot stand here"},
+    {"did not find expected node content", "a value is missing here"},
     {"found undefined tag handle", "tags are not accepted"},
     {"found unknown escape character", "unknown escape (a backslash in double quotes is written as \"\\\\\")"},
     {"found invalid Unicode character escape code", "the escape stands for no character"},

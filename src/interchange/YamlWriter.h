@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "interchange/Wording.h"
+
 namespace qor::interchange {
 
 /// Writes nested mappings and lists in block form, with short ones on one line.
@@ -57,7 +59,7 @@ public:
     explicit FlowMapping(YamlWriter& writer) : _writer(writer) {}
     FlowMapping& pair(std::string_view key, std::string_view text) { return written(key, _writer.scalar(text)); }
     FlowMapping& written(std::string_view key, std::string_view written);
-    [[nodiscard]] std::string text() const { return "{" + _text + "}"; }
+    [[nodiscard]] std::string text() const { return concat({"{", _text, "}"}); }
 
 private:
     YamlWriter& _writer;

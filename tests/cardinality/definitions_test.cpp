@@ -168,13 +168,6 @@ TEST(RuleText, StoresWhatItCanAndReportsTheRestWithItsPlace) {
     }
 }
 
-TEST(RuleText, StoresAKeyThatRunsAgainstTheRelationClass) {
-    Desk desk;
-    desk.rules("Document", "CARDINALITIES RELATION \"files\" max-incoming: 2");
-    const auto& relations = desk.handler.getClassCardinality(desk["Document"])->relations;
-    EXPECT_EQ(relations.find(static_cast<QorIdentifier>(desk["files"]))->maxIn.count, 2u);
-}
-
 TEST(RuleText, WithASyntaxErrorLeavesTheRulesAndTellsWhere) {
     Desk desk;
     EXPECT_EQ(desk.handler.decryptKex(desk.workshop.processes, desk["Task"], "CARDINALITIES\nmax-outgoing: \"open"), 0);

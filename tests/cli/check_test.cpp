@@ -37,7 +37,8 @@ TEST_F(CliCheck, NamesModelObjectPlaceRuleAndCountAndEndsWithASummary) {
     for (const char* part : {
              "orders.yaml: model \"Orders\" (Process): 4 objects, 2 relations\n",
              "orders.yaml:7:9: Task \"Check\" (id t1)\n",
-             "rule max-outgoing: 1, in the text of class \"Task\" (workshop.yaml:9:9); found 2, in 3 counts\n",
+             "    The object \"Check\" has too many outgoing relations: at most 1 is allowed.\n"
+             "    rule max-outgoing: 1, in the text of class \"Task\" (workshop.yaml:9:9); found 2, in 3 counts\n",
              "orders.yaml:10:9: Store \"Shelf\"\n",
              "rule min-incoming: 1 for relation \"uses\", in the text of class \"Store\" (workshop.yaml:14:9); found "
              "0\n",

@@ -101,6 +101,7 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
         EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.arguments;
     }
     EXPECT_THAT(qor.run("rules --class Store workshop.yaml").out, Not(HasSubstr("Task")));
+    EXPECT_THAT(qor.run("rules tree.yaml").out, Not(HasSubstr("\\x0A")));  // a line feed of the handler's text
     EXPECT_NE(qor.run("rules --language de tree.yaml").out, qor.run("rules tree.yaml").out);
 }
 

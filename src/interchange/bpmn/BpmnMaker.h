@@ -37,12 +37,13 @@ public:
     [[nodiscard]] bool empty() const { return _names.empty(); }
 
 private:
-    void make(NodeIndex scope, std::string_view stem, Target target);
+    void make(NodeIndex scope, const std::string& base, Target target);
 
     const Document& _document;
     const Links& _links;
     std::vector<QorIdentifier> _models;  // by node, of scopes only
     std::unordered_map<QorIdentifier, std::string> _names;
+    std::unordered_map<std::string, std::uint32_t> _lastNumbers;  // by name
 };
 
 /// The objects of a file, by element.

@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every allocation of every operation fails once: the operation says so, throws nothing and has changed nothing.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <new>
+#include <sstream>
+
+#include "platform/QorAttributeIds.h"
+#include "platform/QorCoreInterReferenceHandler.h"
+#include "platform/QorOwnedText.h"
+#include "support/Workshop.h"
+
+namespace {
+
+long g_allocationsUntilFailure = 0;  // 0: none fails
+
+void* allocated(std::size_t size) {
+    if (g_allocationsUntilFailure > 0 && --g_allocationsUntilFailure == 0) throw std::bad_alloc();
+    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return allocated(size); }
+void* operator new[](std::size_t size) { return allocated(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+using Type = QorCoreAttributeType;
+
+struct Scene {
+    Scene() {
+        w.abstractClass("Node");
+        task = w.cls("Task", "Node");
+        table = w.recordClass("Table");
+        w.attribute("Table", "Cell", Type::Text);
+        w.relationClass("then", "Node", "Node");
+        title = w.attribute("Node", "Title", Type::Text);
+        w.attribute("Task", "Links", Type::InterReference);
+        QorAttributeSpec rows;
+        rows.name = "Rows";
+        rows.type = Type::Record;
+        rows.target = table;
+        record = w.attribute("Task", rows);
+        empty = w.cls("Empty", "Task");
+        thenClass = w.idOf("then");
+        type = w.modelType("Process", {"Task"});
+        model = w.model("Process", "First");
+        a = w.object("Task", "a");
+        b = w.object("Task", "b");
+        for (int n = 0; n < 70; ++n) w.connect(b, "then", w.object("Task", std::to_string(n)));
+        w.builder().layOut();
+        then = w.connect(a, "then", b);
+        w.value(a, "Title", "long enough to be somewhere on the heap");
+        w.value(a, "Links", "OBJECT \"o\" class: \"C\" model: \"m\" type: \"T\"");
+    }
+    [[nodiscard]] QorBuildResult result(QorErrorCode code) const {
+        if (code == QorErrorCode::Ok) return {};
+        return {QorNoIdentifier,
+                code == QorErrorCode::Broken ? QorBuildError::NoIdentifiersLeft : QorBuildError::UnknownIdentifier};
+    }
+    // Everything that can be seen of the repository.
+    std::string picture() {
+        std::ostringstream seen;
+        const auto& reader = w.reader();
+        for (QorIdentifier id = 1000; id < 1330; ++id) {
+            seen << id << ' ' << static_cast<int>(reader.kindOf(id)) << ' ' << reader.nameOf(id).substr(0, 60);
+            for (const auto& attribute : reader.attributesOf(id)) seen << ' ' << attribute.name;
+            if (reader.kindOf(id) == QorThingKind::Class) {
+                ISortedSet<long> below;
+                EXPECT_EQ(repository.getAllSubClasses(id, below), QorErrorCode::Ok);
+                seen << " below " << below.numberOfElements()
+                     << reader.classValue(id, QorAttributeId::Cardinality).size();
+            }
+            if (reader.kindOf(id) == QorThingKind::Object) {
+                long found = -1;
+                const std::string its(reader.nameOf(id));
+                EXPECT_EQ(repository.getInstanceIDFromInstanceName(model, task, its.c_str(), found), QorErrorCode::Ok);
+                EXPECT_EQ(found, id);
+                seen << reader.valueOf(id, title).size();
+                ISequence<long> rows;
+                EXPECT_EQ(repository.getRecordInstances(id, record, rows), QorErrorCode::Ok);
+                for (const long row : rows) seen << " row " << row;
+                for (const long relation : from(id)) seen << ' ' << relation;
+            }
+            seen << '\n';
+        }
+        for (const auto& info : reader.modelsOf(w.library)) seen << info.name << info.version << info.thread << '\n';
+        seen << reader.applicationLibraries().size() << reader.modelTypesOf(w.library).size();
+        QorUserID holder;
+        for (const long id : {w.library, w.processes}) seen << repository.isLibraryLocked(id, holder);
+        return seen.str();
+    }
+    std::vector<long> from(long object) {
+        ISortedSet<long> found;
+        EXPECT_EQ(repository.getFromRelationInstances(object, found), QorErrorCode::Ok);
+        return {found.begin(), found.end()};
+    }
+
+    Workshop w;
+    QorCoreModelingManager& repository = w.repository();
+    QorRepositoryBuilder& builder = w.builder();
+    // An object for each round; relations stand between them.
+    [[nodiscard]] QorIdentifier other() const { return a + 2 + 2 * round; }
+    void beginRound(int number) {
+        round = number;
+        name = "a name that is long enough to stand on the heap " + std::to_string(number);
+        longName.assign(60000, static_cast<char>('0' + number));
+        text.assign(140000 + static_cast<std::size_t>(std::min(number, 4)) * 60000, 'x');
+    }
+
+    std::string name;      // nobody has it yet
+    std::string longName;  // nor this one
+    std::string text;      // gets a block of its own in the repository
+    int round = 0;
+    QorIdentifier task, table, title, record, type, model, a, b, then, thenClass, empty;
+};
+
+struct Operation {
+    const char* name;
+    std::function<QorBuildResult(Scene&)> run;
+};
+
+QorBuildResult addEnumeration(Scene& s) {
+    const std::string_view values[] = {s.name, "two"};
+    QorAttributeSpec spec;
+    spec.name = s.name;
+    spec.type = Type::Enumeration;
+    spec.enumeration = values;
+    spec.defaultText = s.name;
+    return s.builder.addAttribute(s.empty, spec);
+}
+
+// clang-format off
+const Operation kOperations[] = {
+    {"library", [](Scene& s) { return s.builder.addApplicationLibrary(s.name, "", ""); }},
+    {"class", [](Scene& s) { return s.builder.addClass(s.w.processes, s.name, s.task, false); }},
+    {"relation class", [](Scene& s) { return s.builder.addRelationClass(s.w.processes, s.name, s.task, s.task); }},
+    {"enumeration", addEnumeration},
+    {"class value", [](Scene& s) { return s.builder.setClassValue(s.task, QorAttributeId::Cardinality, s.text); }},
+    {"library value", [](Scene& s) { return s.builder.setLibraryValue(s.w.library, QorAttributeId::AutomaticChecks, s.text); }},
+    {"model type", [](Scene& s) { return s.builder.addModelType(s.w.processes, s.name, std::span(&s.task, 1)); }},
+    {"model", [](Scene& s) { return s.builder.addModel(s.type, s.name, "1"); }},
+    {"version", [](Scene& s) { return s.builder.addModel(s.type, "First", s.name); }},
+    {"object", [](Scene& s) { return s.builder.addObject(s.model, s.task, s.name); }},
+    {"relation", [](Scene& s) { return s.builder.addRelation(s.thenClass, s.a, s.b); }},
+    {"value", [](Scene& s) { return s.builder.setValue(s.other(), s.title, s.text); }},
+    {"other value", [](Scene& s) { return s.builder.setValue(s.a, s.title, s.text); }},
+    {"row", [](Scene& s) { long row = -1; return s.result(s.repository.createRecordInstance(s.model, s.a, s.record, row, -1)); }},
+    {"name", [](Scene& s) { return s.result(s.repository.RenameInstance(s.model, s.other(), s.longName.c_str(), true)); }},
+    {"move source", [](Scene& s) { return s.result(s.repository.moveFromEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
+    {"move target", [](Scene& s) { return s.result(s.repository.moveToEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
+    {"delete", [](Scene& s) { return s.result(s.repository.deleteInstance(s.model, s.round == 0 ? s.b : s.other())); }},
+    {"lock", [](Scene& s) { return s.result(s.repository.lockLibrary(s.w.library, false, QorDBLockModeType::Exclusive)); }},
+    {"facets", [](Scene& s) { return s.result(s.repository.updateFacets()); }},
+    {"read name", [](Scene& s) { QorOwnedText text; return s.result(s.repository.getClassName(s.task, text.out())); }},
+    {"read value", [](Scene& s) { QorOwnedText text; return s.result(s.repository.getAttributeValueAsNewChar(s.a, s.title, text.out())); }},
+    {"read objects", [](Scene& s) { ISortedSet<long> found; return s.result(s.repository.getAllInstancesInModel(s.model, found)); }},
+    {"read references", [](Scene& s) { QorSourceInterRefContainer found; return s.result(s.repository.getInterRefsOfSourceModel(s.model, found)); }},
+};
+// clang-format on
+
+// Fails one allocation after the other until the operation gets through; how many it came to.
+long failEachAllocation(const Operation& operation, Scene& scene) {
+    const std::string before = scene.picture();
+    for (long failures = 0;; ++failures) {
+        g_allocationsUntilFailure = failures + 1;
+        const QorBuildResult result = operation.run(scene);
+        const bool ranOut = g_allocationsUntilFailure == 0;
+        g_allocationsUntilFailure = 0;
+        if (!ranOut) {
+            EXPECT_TRUE(result.ok()) << Qor_BuildErrorText(result.error);
+            return failures;
+        }
+        EXPECT_EQ(result.error, QorBuildError::NoIdentifiersLeft) << failures;
+        EXPECT_EQ(scene.picture(), before) << failures;
+        if (testing::Test::HasFailure()) return failures;
+    }
+}
+
+TEST(NoMemory, AnyAllocationThatFailsIsToldAndChangesNothing) {
+    for (const Operation& operation : kOperations) {
+        SCOPED_TRACE(operation.name);
+        Scene scene;
+        long failures = 0;
+        for (int round = 0; round < 60; ++round) {
+            scene.beginRound(round);
+            failures += failEachAllocation(operation, scene);
+        }
+        EXPECT_GT(failures, 0) << "nothing was allocated";
+        if (HasFailure()) return;
+    }
+}
+
+TEST(NoMemory, AnEditThatCouldNotBeFoldedInIsThereAtTheNextReading) {
+    long failures = 0;
+    for (bool ranOut = true; ranOut; ++failures) {
+        Scene scene;
+        EXPECT_EQ(scene.from(scene.a), std::vector<long>{scene.then});
+        std::vector<long> wanted{scene.then};
+        for (int n = 0; n < 5; ++n) wanted.push_back(scene.w.connect(scene.a, "then", scene.b));
+        long cls = -1;
+        std::span<const QorRelationEnd> outgoing;
+        std::span<const QorRelationEnd> incoming;
+        g_allocationsUntilFailure = failures + 1;
+        const auto code = scene.repository.bulkView()->viewObject(scene.a, cls, outgoing, incoming);
+        ranOut = g_allocationsUntilFailure == 0;
+        g_allocationsUntilFailure = 0;
+        EXPECT_EQ(code, ranOut ? QorErrorCode::Broken : QorErrorCode::Ok);
+        EXPECT_EQ(outgoing.size(), ranOut ? 0 : wanted.size());
+        EXPECT_EQ(scene.from(scene.a), wanted);
+    }
+    EXPECT_GT(failures, 1);
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "interchange/Files.h"
+
+#include <sstream>
+
+namespace qor::test {
+
+QorIdentifier Files::library(std::string_view text) {
+    const QorImportResult result = read(text);
+    EXPECT_EQ(shown(result.diagnostics), "");
+    return result.library;
+}
+
+std::vector<QorIdentifier> Files::models(std::string_view text, QorIdentifier library) {
+    const QorImportResult result = read(text, library);
+    EXPECT_EQ(shown(result.diagnostics), "");
+    return result.models;
+}
+
+std::string Files::content() const {
+    std::ostringstream text;
+    for (const QorIdentifier library : reader().applicationLibraries()) {
+        text << reader().nameOf(library) << " (";
+        for (const QorModelInfo& model : reader().modelsOf(library))
+            text << model.name << ' ' << reader().objectsOf(model.id).size() << ' '
+                 << reader().relationsOf(model.id).size() << ';';
+        text << ')';
+    }
+    return text.str();
+}
+
+QorIdentifier Files::object(QorIdentifier model, std::string_view name) const {
+    for (const QorIdentifier object : reader().objectsOf(model))
+        if (reader().nameOf(object) == name) return object;
+    return QorNoIdentifier;
+}
+
+std::string shown(const std::vector<QorDiagnostic>& diagnostics) {
+    std::ostringstream text;
+    for (const QorDiagnostic& d : diagnostics) text << d.place.line << ':' << d.place.column << ' ' << d.text << '\n';
+    return text.str();
+}
+
+void expectDiagnostics(const std::vector<QorDiagnostic>& found, const std::vector<std::string>& expected) {
+    const std::string all = shown(found);
+    ASSERT_EQ(found.size(), expected.size()) << all;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const std::string one = shown({found[i]});
+        const std::size_t blank = expected[i].find(' ');
+        EXPECT_EQ(one.substr(0, one.find(' ')), expected[i].substr(0, blank)) << all;
+        EXPECT_NE(one.find(expected[i].substr(blank + 1)), std::string::npos) << expected[i] << "\nnot in\n" << all;
+    }
+}
+
+}  // namespace qor::test
