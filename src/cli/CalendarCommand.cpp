@@ -13,6 +13,7 @@
 #include "cli/CalendarReport.h"
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
+#include "cli/InputFiles.h"
 #include "cli/Instants.h"
 #include "cli/JsonWriter.h"
 #include "embedded/QorEmbeddedPlatform.h"
@@ -253,13 +254,20 @@ constexpr Verb kVerbs[] = {
     {"next", next},      {"add", add},     {"days", days},
 };
 
+std::vector<std::string> filesOf(const CalendarOptions& options) {
+    std::vector<std::string> files;
+    for (const std::string& file : {options.file, options.other})
+        if (!file.empty()) files.push_back(file);
+    return files;
+}
+
 void writeJson(const CalendarOptions& options, const Answer* answer, const std::vector<QorDiagnostic>& diagnostics,
                Console& console) {
     console.setMode(OutputMode::Document);
     JsonWriter json([&console](std::string_view text) { console.out(text); });
     json.beginObject().field("schema", "qor.calendar/1").field("command", std::string_view(options.verb));
     json.key("files").beginList(JsonWriter::Layout::Line);
-    for (const std::string& file : options.files) json.value(std::string_view(file));
+    for (const std::string& file : filesOf(options)) json.value(std::string_view(file));
     json.endList();
     writeDiagnostics(json, diagnostics);
     json.key("result");
@@ -276,7 +284,7 @@ void writeJson(const CalendarOptions& options, const Answer* answer, const std::
 /// All files are read, so that the errors of all are told.
 Calendars readAll(const CalendarOptions& options, std::vector<QorDiagnostic>& diagnostics) {
     Calendars calendars;
-    for (const std::string& file : options.files)
+    for (const std::string& file : filesOf(options))
         calendars.push_back(QorCalendarFile::read(file, options.settings, diagnostics));
     return calendars;
 }
@@ -290,7 +298,7 @@ Exit refuse(const CalendarOptions& options, const std::string& why, Console& con
 }  // namespace
 
 Exit runCalendar(const CalendarOptions& options, Console& console) {
-    if (std::count(options.files.begin(), options.files.end(), "-") > 1)
+    if (options.file == kStandardInput && options.other == kStandardInput)
         return refuse(options, "standard input can be read only once", console);
     QorEmbeddedOptions platformOptions;
     platformOptions.language = options.language;
@@ -308,7 +316,7 @@ Exit runCalendar(const CalendarOptions& options, Console& console) {
         answer = verb->answer(options, calendars);
         if (!answer.wrongUse.empty()) return refuse(options, answer.wrongUse, console);
         for (std::string& warning : answer.warnings)
-            diagnostics.push_back({QorSeverity::Warning, {options.files.front()}, std::move(warning)});
+            diagnostics.push_back({QorSeverity::Warning, {options.file}, std::move(warning)});
     }
     if (options.json) {
         writeJson(options, valid ? &answer : nullptr, diagnostics, console);

@@ -2,7 +2,6 @@
 #pragma once
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "cli/Exit.h"
 #include "interchange/QorCalendarFile.h"
@@ -14,7 +13,8 @@ class Console;
 /// What `qor calendar VERB` was given; each verb looks at its own part.
 struct CalendarOptions {
     std::string verb;
-    std::vector<std::string> files;
+    std::string file;              ///< empty for `days`
+    std::string other;             ///< the second file of those that combine two
     QorCalendarSettings settings;  ///< go before what the files say
     std::string from;              ///< instants, as text
     std::string to;

@@ -126,7 +126,9 @@ void describeCalendarVerb(CLI::App& command, const CalendarVerb& verb, qor::cli:
                            "Whether it repeats (true or false), instead of the file's");
         command.add_option("--days", options.settings.days, "Length of the period, instead of the file's")
             ->check(CLI::PositiveNumber);
-        command.add_option("FILE", options.files, "Calendar files")->required()->expected(verb.files)->option_text(" ");
+        command.add_option("FILE", options.file, "The calendar file")->required()->option_text(" ");
+        if (verb.files == 2)
+            command.add_option("OTHER", options.other, "The second calendar file")->required()->option_text(" ");
     }
     if (verb.span) {
         command.add_option("--from", options.from, "Begin of the span")->required()->option_text("INSTANT");
@@ -295,7 +297,7 @@ std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
 Exit refuse(const CLI::App& app, const CLI::ParseError& error, Console& console) {
     const CLI::App& command = chosen(app);
     if (isGroup(command) && app.remaining(true).empty()) {
-        console.err(command.help());
+        console.err(app.help());
         return Exit::WrongUse;
     }
     console.err("qor: " + console.errColours().error("error:") + " " + complaint(app, error) + "\n" +

@@ -114,12 +114,11 @@ std::string_view withoutByteOrderMark(std::string_view text) {
 }
 
 Mark LineCursor::at(std::size_t offset) {
-    while (true) {
-        const void* found = std::memchr(_text.data() + _lineStart, '\n', offset - _lineStart);
-        if (found == nullptr) break;
-        _lineStart = static_cast<std::size_t>(static_cast<const char*>(found) - _text.data()) + 1;
+    while (const void* const feed = std::memchr(_text.data() + _searched, '\n', offset - _searched)) {
+        _lineStart = _searched = static_cast<std::size_t>(static_cast<const char*>(feed) - _text.data()) + 1;
         ++_line;
     }
+    _searched = offset;
     return {_line, static_cast<std::uint32_t>(offset - _lineStart + 1)};
 }
 
