@@ -28,6 +28,10 @@ enum class TextForm { Yaml, Json };
 /// reported.
 [[nodiscard]] bool isReadableText(std::string_view text, TextForm form, Findings& findings);
 
+/// What ends a stretch that must not become longer than kMaxStretch: the line feed of a line of YAML, the quotation
+/// mark of a text in JSON.
+[[nodiscard]] constexpr char stretchEnd(TextForm form) { return form == TextForm::Yaml ? '\n' : '"'; }
+
 /// The byte order mark of UTF-8 taken away.
 [[nodiscard]] std::string_view withoutByteOrderMark(std::string_view text);
 
