@@ -53,8 +53,7 @@ std::string printable(std::string_view text, bool manyLines) {
 }  // namespace
 
 ConsoleWindows::ConsoleWindows()
-    : _terminal(::isatty(STDERR_FILENO) == 1 && !isDumb()),
-      _colour(!isSet("NO_COLOR") && (_terminal || isForced())) {}
+    : _terminal(::isatty(STDERR_FILENO) == 1 && !isDumb()), _colour(!isSet("NO_COLOR") && (_terminal || isForced())) {}
 
 ConsoleWindows::~ConsoleWindows() { clearProgressLine(); }
 
