@@ -31,7 +31,7 @@ THIRD_PARTY = {
     "interchange": ["yaml.h", "expat.h", "nlohmann/*"],
     "cli": ["CLI/*", "fmt/*"],
 }
-POSIX = ["dirent.h", "fcntl.h", "poll.h", "sys/*.h", "termios.h", "unistd.h"]
+POSIX = ["dirent.h", "fcntl.h", "poll.h", "pwd.h", "sys/*.h", "termios.h", "unistd.h"]
 POSIX_FOLDERS = {"embedded", "interchange", "cli"}
 HEAVY_IN_HEADERS = {"iostream", "regex"}
 
