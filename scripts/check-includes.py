@@ -28,7 +28,7 @@ FILE_ARROWS = {
 # Headers from outside, beside the standard library.
 THIRD_PARTY = {
     "embedded": ["sqlite3.h", "sodium.h", "fmt/*"],
-    "interchange": ["yaml.h", "expat.h", "nlohmann/*"],
+    "interchange": ["yaml.h", "expat.h", "nlohmann/*", "fmt/*"],
     "cli": ["CLI/*", "fmt/*"],
 }
 POSIX = ["dirent.h", "fcntl.h", "poll.h", "pwd.h", "sys/*.h", "termios.h", "unistd.h"]

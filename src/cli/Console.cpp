@@ -61,12 +61,12 @@ Console::~Console() = default;
 
 void Console::out(std::string_view text) {
     _pending += text;
-    if (_mode == OutputMode::Lines && _pending.size() >= kLinesKept) flushOut();
+    if (_mode == OutputMode::Lines && _pending.size() >= kLinesKept) flush();
     if (_mode == OutputMode::Document && _pending.size() >= kDocumentKept) spill();
 }
 
 void Console::err(std::string_view text) {
-    if (_mode == OutputMode::Lines) flushOut();  // both may go to one terminal
+    flush();  // both may go to one terminal
     _progress.hide();
     (void)writeAll(STDERR_FILENO, text);  // nobody is left to be told
 }
@@ -74,7 +74,7 @@ void Console::err(std::string_view text) {
 bool Console::finish() {
     _progress.hide();
     if (_mode == OutputMode::Lines) {
-        flushOut();
+        flush();
     } else {
         const InterruptsHeld held(isRegularFile(STDOUT_FILENO));
         if (_spilled) {
@@ -93,9 +93,9 @@ bool Console::finish() {
     return _error == 0;
 }
 
-void Console::flushOut() {
+void Console::flush() {
     const std::size_t lineEnd = _pending.rfind('\n');
-    if (lineEnd == std::string::npos) return;
+    if (_mode == OutputMode::Document || lineEnd == std::string::npos) return;
     _progress.hide();
     writeOut(std::string_view(_pending).substr(0, lineEnd + 1));
     _pending.erase(0, lineEnd + 1);

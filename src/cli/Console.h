@@ -29,6 +29,8 @@ public:
 
     /// Results. Given line by line or in pieces of a document.
     void out(std::string_view text);
+    /// Lets what is complete be seen; does nothing to a document.
+    void flush();
     /// Everything else, one or more whole lines.
     void err(std::string_view text);
     /// Writes what is still to be written. False, after telling why, when any result could not be written.
@@ -42,7 +44,6 @@ private:
     struct Close {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
-    void flushOut();
     void spill();
     void writeOut(std::string_view text);
     void fail(int error);

@@ -54,7 +54,7 @@ public:
         _model.reset();
     }
 
-    void endFile() override {}
+    void endFile() override { _console.flush(); }
 
     void end(const CheckSummary& summary) override {
         if (_quiet) return;

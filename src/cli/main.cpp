@@ -5,9 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "cli/CalendarCommand.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/DistributionCommand.h"
 #include "cli/Nearest.h"
+#include "cli/SimCommands.h"
 
 namespace {
 
@@ -39,16 +42,170 @@ constexpr const char* kRulesExamples =
     "Errors in rule texts come first, each with its place in the file. FILE is a library file,\n"
     "or the name of a library that comes along (\"bpmn\").\n";
 
+constexpr const char* kCalendarExamples =
+    "Examples:\n"
+    "  qor calendar show shop.cal\n"
+    "  qor calendar sum shop.cal --from 1/08:00 --to 8/08:00\n"
+    "  qor calendar add shop.cal 5/16:00 3h\n"
+    "  qor calendar add shop.cal -- 5/16:00 -3h\n"
+    "  qor calendar union early.cal late.cal > both.cal\n"
+    "  qor calendar days --weekday Monday --year 2027\n\n"
+    "An INSTANT is a number of seconds or DAY/HH:MM[:SS], a DURATION a number of seconds or as in\n"
+    "1d12h30m. FILE is a calendar file, or - for standard input.\n";
+constexpr const char* kDistributionExamples =
+    "Examples:\n"
+    "  qor distribution check \"Uniform (3 ; 7)\"\n"
+    "  qor distribution mean E0.5\n";
+constexpr const char* kSimExamples =
+    "Examples:\n"
+    "  qor sim options order-handling\n"
+    "  qor sim check order-handling orders.yaml\n"
+    "  qor sim reset --dry-run --model \"Take an order\" orders.yaml\n\n"
+    "LIB is a library file, or the name of a library that comes along (\"bpmn\", \"order-handling\").\n";
+
+/// What of a library's simulation texts is listed, by the command's name.
+struct SimListingName {
+    const char* name;
+    qor::cli::SimListing listing;
+    const char* description;
+};
+constexpr SimListingName kSimListings[] = {
+    {"options", qor::cli::SimListing::Options, "Show the simulation options and which attributes they use"},
+    {"classes", qor::cli::SimListing::Classes, "Show the classes that may be simulated"},
+    {"actions", qor::cli::SimListing::Actions, "Show the attributes that are evaluated on simulation events"},
+    {"texts", qor::cli::SimListing::Texts, "Show the texts that label results"},
+    {"results", qor::cli::SimListing::Results, "Show which attributes take results"},
+};
+
 struct Options {
+    qor::cli::SimListOptions simList;
+    qor::cli::SimCheckOptions simCheck;
+    qor::cli::SimWriteOptions simWrite;
+    qor::cli::SimResetOptions simReset;
     qor::cli::CheckOptions check;
     qor::cli::LibraryOptions library;
     qor::cli::RulesOptions rules;
+    qor::cli::CalendarOptions calendar;
+    qor::cli::DistributionOptions distribution;
 };
 
 void addLanguage(CLI::App& command, std::string& language) {
     command.add_option("--language", language, "Language of the messages: en or de")
         ->check(CLI::IsMember(std::vector<std::string>{"en", "de"}))
         ->option_text("LANGUAGE");
+}
+
+/// What the verb does, how many files it takes, and which arguments of its own.
+struct CalendarVerb {
+    const char* name;
+    const char* purpose;
+    int files;
+    bool instant;
+    bool span;
+};
+constexpr CalendarVerb kCalendarVerbs[] = {
+    {"show", "Show profiles, days, and the weeks by hours", 1, false, false},
+    {"check", "Tell whether the file is valid, never open, or has unused profiles", 1, false, false},
+    {"intersect", "Write the time that both calendars share", 2, false, false},
+    {"union", "Write the time that either calendar has", 2, false, false},
+    {"minus", "Write the time that only the first calendar has", 2, false, false},
+    {"sum", "Tell the working time in a span", 1, false, true},
+    {"covered", "Tell whether a span is working time throughout", 1, false, true},
+    {"until", "Tell how long the calendar stays open or closed", 1, true, false},
+    {"next", "Tell the next interval", 1, true, false},
+    {"add", "Tell when so much working time is done; before the instant with a minus sign", 1, true, false},
+    {"days", "Tell the days of a year that are a weekday", 0, false, false},
+};
+
+void describeCalendarVerb(CLI::App& command, const CalendarVerb& verb, qor::cli::CalendarOptions& options) {
+    command.add_flag("--json", options.json, "Write one JSON document, qor.calendar/1");
+    addLanguage(command, options.language);
+    if (verb.files > 0) {
+        command.add_option("--offset", options.settings.offset, "Offset in seconds, instead of the file's");
+        command.add_option("--cyclic", options.settings.cyclic,
+                           "Whether it repeats (true or false), instead of the file's");
+        command.add_option("--days", options.settings.days, "Length of the period, instead of the file's")
+            ->check(CLI::PositiveNumber);
+        command.add_option("FILE", options.file, "The calendar file")->required()->option_text(" ");
+        if (verb.files == 2)
+            command.add_option("OTHER", options.other, "The second calendar file")->required()->option_text(" ");
+    }
+    if (verb.span) {
+        command.add_option("--from", options.from, "Begin of the span")->required()->option_text("INSTANT");
+        command.add_option("--to", options.to, "End of the span")->required()->option_text("INSTANT");
+    }
+    if (verb.instant) command.add_option("INSTANT", options.from, "The instant")->required()->option_text(" ");
+    if (std::string_view(verb.name) == "add")
+        command.add_option("DURATION", options.duration, "Working time")->required()->option_text(" ");
+    if (std::string_view(verb.name) == "days") {
+        command.add_option("--weekday", options.weekday, "Monday to Sunday")->required()->option_text("NAME");
+        command.add_option("--year", options.year, "1800 to 9999")->required()->option_text("YEAR");
+    }
+}
+
+CLI::App& describeCalendar(CLI::App& app, qor::cli::CalendarOptions& options) {
+    CLI::App& calendar = *app.add_subcommand("calendar", "Show, combine and reckon with working-time calendars");
+    calendar.require_subcommand(1);
+    calendar.footer(kCalendarExamples);
+    for (const CalendarVerb& verb : kCalendarVerbs) {
+        CLI::App& command = *calendar.add_subcommand(verb.name, verb.purpose);
+        describeCalendarVerb(command, verb, options);
+        command.callback([&options, &verb] { options.verb = verb.name; });
+    }
+    return calendar;
+}
+
+CLI::App& describeDistribution(CLI::App& app, qor::cli::DistributionOptions& options) {
+    CLI::App& distribution = *app.add_subcommand("distribution", "Check and convert texts of distributions");
+    distribution.require_subcommand(1);
+    distribution.footer(kDistributionExamples);
+    for (const auto& [name, purpose] :
+         {std::pair("check", "Tell whether the text is a distribution"),
+          std::pair("short", "Write the short form, as in calendar files"), std::pair("long", "Write the long form"),
+          std::pair("mean", "Write the expected value")}) {
+        CLI::App& command = *distribution.add_subcommand(name, purpose);
+        command.add_flag("--json", options.json, "Write one JSON document, qor.distribution/1");
+        addLanguage(command, options.language);
+        command.add_option("TEXT", options.text, "The distribution, long or short; - reads a line of standard input")
+            ->required()
+            ->option_text(" ");
+        command.callback([&options, verb = std::string(name)] { options.verb = verb; });
+    }
+    return distribution;
+}
+
+void describeSim(CLI::App& sim, Options& options) {
+    sim.require_subcommand(1);
+    sim.footer(kSimExamples);
+    for (const SimListingName& row : kSimListings) {
+        CLI::App& list = *sim.add_subcommand(row.name, row.description);
+        list.add_flag("--json", options.simList.json,
+                      std::string("Write one JSON document, qor.sim.") + row.name + "/1");
+        addLanguage(list, options.simList.language);
+        list.add_option("LIB", options.simList.library, "The library")->required()->option_text(" ");
+    }
+
+    CLI::App& check = *sim.add_subcommand("check", "Show errors in simulation texts, and what models lack for a run");
+    check.add_option("--option", options.simCheck.option, "Only this simulation option")->option_text("NAME");
+    check.add_flag("--json", options.simCheck.json, "Write one JSON document, qor.sim.check/1");
+    addLanguage(check, options.simCheck.language);
+    check.add_option("LIB", options.simCheck.library, "The library")->required()->option_text(" ");
+    check.add_option("MODEL", options.simCheck.files, "Files with models")->option_text("...");
+
+    CLI::App& write = *sim.add_subcommand("write", "Write the simulation mapping as keyword text");
+    write.add_flag("--without-classes", options.simWrite.withoutClasses, "Leave out the classes that may be simulated");
+    write.add_option("LIB", options.simWrite.library, "The library")->required()->option_text(" ");
+
+    CLI::App& reset = *sim.add_subcommand("reset", "Show which simulation results a reset takes away");
+    reset.add_option("--library", options.simReset.library, "Read with this library instead of the file's own")
+        ->option_text("LIB");
+    reset.add_option("--model", options.simReset.models, "The models to reset; may be given several times")
+        ->required()
+        ->option_text("NAME")
+        ->allow_extra_args(false);
+    reset.add_flag("--dry-run", options.simReset.dryRun, "Only show what would change");
+    reset.add_flag("--json", options.simReset.json, "Write one JSON document, qor.sim.reset/1");
+    reset.add_option("FILE", options.simReset.file, "File with models")->required()->option_text(" ");
 }
 
 void describe(CLI::App& app, Options& options) {
@@ -84,13 +241,24 @@ void describe(CLI::App& app, Options& options) {
     rules.add_option("FILE", options.rules.file, "The library")->required()->option_text(" ");
     rules.footer(kRulesExamples);
 
-    for (CLI::App* command : {&check, &library, &rules}) command->group("Commands");
+    CLI::App& calendar = describeCalendar(app, options.calendar);
+    CLI::App& distribution = describeDistribution(app, options.distribution);
+    CLI::App& sim = *app.add_subcommand("sim", "Show and check what a library says about simulation");
+    describeSim(sim, options);
+
+    for (CLI::App* command : {&check, &library, &rules, &calendar, &distribution, &sim}) command->group("Commands");
 }
 
 /// The command that was given, or the whole.
 const CLI::App& chosen(const CLI::App& app) {
     const auto commands = app.get_subcommands();
-    return commands.empty() ? app : *commands.front();
+    return commands.empty() ? app : chosen(*commands.front());
+}
+
+/// "qor calendar sum"
+std::string fullName(const CLI::App& command) {
+    const CLI::App* parent = command.get_parent();
+    return parent == nullptr ? command.get_name() : fullName(*parent) + " " + command.get_name();
 }
 
 std::vector<std::string> optionNames(const CLI::App& command) {
@@ -107,6 +275,9 @@ std::vector<std::string> commandNames(const CLI::App& app) {
     return names;
 }
 
+/// Stands for nothing by itself: one of its commands must be given.
+bool isGroup(const CLI::App& command) { return !commandNames(command).empty(); }
+
 /// What is wrong with the arguments, in words that help.
 std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App& command = chosen(app);
@@ -116,29 +287,38 @@ std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
         const std::string name = word.substr(0, word.find('='));
         return "there is no option " + qor::cli::quoted(name) + qor::cli::didYouMean(name, optionNames(command));
     }
-    if (!surplus.empty() && &command == &app)
+    if (!surplus.empty() && isGroup(command))
         return "there is no command " + qor::cli::quoted(surplus.front()) +
-               qor::cli::didYouMean(surplus.front(), commandNames(app));
+               qor::cli::didYouMean(surplus.front(), commandNames(command));
     if (!surplus.empty()) return "one FILE is enough, what about " + qor::cli::quoted(surplus.front()) + "?";
     return qor::cli::printable(error.what());
 }
 
 Exit refuse(const CLI::App& app, const CLI::ParseError& error, Console& console) {
     const CLI::App& command = chosen(app);
-    const bool isBare = &command == &app && app.remaining(true).empty();
-    if (isBare) {
+    if (isGroup(command) && app.remaining(true).empty()) {
         console.err(app.help());
         return Exit::WrongUse;
     }
-    const std::string name = &command == &app ? "qor" : "qor " + command.get_name();
-    console.err("qor: " + console.errColours().error("error:") + " " + complaint(app, error) + "\n" + "Try: " + name +
-                " --help\n");
+    console.err("qor: " + console.errColours().error("error:") + " " + complaint(app, error) + "\n" +
+                "Try: " + fullName(command) + " --help\n");
     return Exit::WrongUse;
+}
+
+Exit dispatchSim(const CLI::App& sim, const Options& options, Console& console) {
+    for (const SimListingName& row : kSimListings)
+        if (sim.got_subcommand(row.name)) return runSimList(row.listing, options.simList, console);
+    if (sim.got_subcommand("check")) return runSimCheck(options.simCheck, console);
+    if (sim.got_subcommand("write")) return runSimWrite(options.simWrite, console);
+    return runSimReset(options.simReset, console);
 }
 
 Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
+    if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
+    if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
+    if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
     return runRules(options.rules, console);
 }
 

@@ -9,15 +9,21 @@
 #include "platform/QorMessage.h"
 #include "platform/QorModelTypeAttrHandler.h"
 #include "platform/QorOwnedText.h"
+#include "simmap/QorSimMappingHandler.h"
 
 namespace qor::frame {
 
 namespace {
 
-// Of the simulation mapping handler, which the system does not have yet, the load would ask whether it exists and what
-// its error text is; it counts as present and free of errors.
+// The model-type and the mapping handler need only exist: their errors were told when they were made.
 bool handlersAreCurrent() {
-    return QorModelTypeAttrHandler::ExistsGlobal() && !QorCardinalityHandler::Instance().isError();
+    return QorModelTypeAttrHandler::ExistsGlobal() && !QorCardinalityHandler::Instance().isError() &&
+           QorSimMappingHandler::ExistsGlobal();
+}
+
+SV::String mappingErrorText() {
+    auto* const mapping = QorSimMappingHandler::GetGlobal();
+    return mapping != nullptr ? mapping->GetErrorText() : SV::String();
 }
 
 QorErrorCode setUpHandlers(const LoadContext& context) {
@@ -31,7 +37,7 @@ SV::String errorText(QorErrorCode code) {
         case QorErrorCode::ModelTypeHandlerError:
             return QorModelTypeAttrHandler::GetGlobal()->getErrorText();
         case QorErrorCode::SimMappingError:
-            return {};
+            return mappingErrorText();
         case QorErrorCode::HandlerInitialisationFailed:
             return Qor_Message(message::furtherFailure);
         default:

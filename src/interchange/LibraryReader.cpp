@@ -53,7 +53,8 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     library = _library;
 
     for (std::size_t p = 0; p < kParts.size(); ++p) declareClasses(p);
-    for (std::uint32_t i = 0; i < _classes.size(); ++i) makeWithAncestors(i);
+    for (Class& cls : _classes) resolveSuperclass(cls);
+    makeClasses();
     if (!isOfBearableSize()) {
         _building.error(root, "the classes have too many attributes and subclasses");
         return;
@@ -115,17 +116,41 @@ void LibraryReader::declareClass(std::size_t part, NodeId node, bool isRecord) {
     _classNames.push_back(fields.text(kClassName));
 }
 
+void LibraryReader::resolveSuperclass(Class& cls) {
+    if (cls.isRecord || !cls.fields.has(kExtends)) return;
+    cls.superclass = resolveClass(cls.fields[kExtends], cls.part, "the class to extend", false);
+    if (cls.superclass == kNoClass) cls.doubtful = true;
+}
+
+// The order of the file is kept within each part as far as classes that extend others allow it, so that what was
+// written from a repository comes to stand in the same order again.
+void LibraryReader::makeClasses() {
+    const auto total = static_cast<std::uint32_t>(_classes.size());
+    const auto isOfFirstPart = [](const Class& cls) { return cls.part == 0; };
+    const auto firstPart = static_cast<std::uint32_t>(
+        std::partition_point(_classes.begin(), _classes.end(), isOfFirstPart) - _classes.begin());
+    std::array<std::uint32_t, kParts.size()> next = {0, firstPart};
+    const std::array<std::uint32_t, kParts.size()> end = {firstPart, total};
+    const auto isReady = [this](const Class& cls) {
+        return cls.superclass == kNoClass || _classes[cls.superclass].state == State::Made;
+    };
+    while (next != end) {
+        const auto before = next;
+        for (std::size_t p = 0; p < next.size(); ++p)
+            while (next[p] != end[p] && (_classes[next[p]].state == State::Made || isReady(_classes[next[p]])))
+                makeWithAncestors(next[p]++);
+        if (next != before) continue;
+        const std::size_t blocked = next[0] != end[0] ? 0 : 1;
+        makeWithAncestors(next[blocked]++);
+    }
+}
+
 // Along the chain upwards by a loop: a file may hold chains longer than the stack is deep.
 void LibraryReader::makeWithAncestors(std::uint32_t index) {
     std::vector<std::uint32_t> chain;
-    while (index != kNoClass && _classes[index].state == State::Written) {
-        Class& cls = _classes[index];
-        cls.state = State::InHand;
+    for (; index != kNoClass && _classes[index].state == State::Written; index = _classes[index].superclass) {
+        _classes[index].state = State::InHand;
         chain.push_back(index);
-        index = kNoClass;
-        if (cls.isRecord || !cls.fields.has(kExtends)) continue;
-        index = resolveClass(cls.fields[kExtends], cls.part, "the class to extend", false);
-        if (index == kNoClass) cls.doubtful = true;
     }
     if (index != kNoClass && _classes[index].state == State::InHand) {
         reportCircle(chain, index);
@@ -236,6 +261,8 @@ void LibraryReader::setClassValues(const Class& cls) {
             const QorBuildResult set = _building.builder.setClassValue(cls.id, attribute, _tree.text(node));
             if (!set.ok()) _building.error(node, _building.whyNotTaken(set, attribute, _tree.text(node)));
             _building.reading.findings.places().addText(cls.id, attribute, textPlaceOf(_tree, node));
+            if (kClassTexts[i].isKeywordText && cls.fields.flag(kAbstract))
+                _building.warn(node, "these rules are not read: the class is abstract and has no objects");
         }
     }
     setValues(cls.id, cls.fields[kValues], cls.doubtful);
@@ -255,12 +282,11 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
                 _building.error(key, concat({"this value stands under the key ", inQuotes(row.key), " of the class"}));
                 return;
             }
-        if (_building.reader.attributeInfo(attribute).level == QorAttributeLevel::Instance) {
-            _building.error(key, concat({inQuotes(name),
-                                         " has a value for each object, not for the class; the attribute "
-                                         "can have a default"}));
-            return;
-        }
+        // The repository keeps such a value, but whoever writes one may well mean a default.
+        if (_building.reader.attributeInfo(attribute).level == QorAttributeLevel::Instance)
+            _building.warn(key, concat({inQuotes(name),
+                                        " has a value for each object; this one is the class's own, and no "
+                                        "default for its objects"}));
         const auto text = _building.valueText(value, attribute);
         if (!text) return;
         const QorBuildResult set = _building.builder.setClassValue(owner, attribute, *text);

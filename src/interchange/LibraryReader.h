@@ -57,6 +57,8 @@ private:
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
     void declareClasses(std::size_t part);
     void declareClass(std::size_t part, NodeId node, bool isRecord);
+    void resolveSuperclass(Class& cls);
+    void makeClasses();
     void makeWithAncestors(std::uint32_t index);
     [[nodiscard]] bool isOfBearableSize() const;
     void reportCircle(const std::vector<std::uint32_t>& chain, std::uint32_t closing);

@@ -131,7 +131,7 @@ void LibraryWriter::writeModelTypes(QorIdentifier part) {
     for (const QorModelTypeInfo& type : types) {
         _writer.beginItem();
         _writer.pair("name", type.name);
-        if (const auto classes = _reader.visibleClasses(type.id); !classes.empty()) {
+        if (const auto classes = inFileOrder(_reader.visibleClasses(type.id)); !classes.empty()) {
             _writer.key("classes");
             _writer.enter();
             for (const QorIdentifier cls : classes) _writer.item(_naming.reference(_writer, cls, part));
@@ -142,11 +142,17 @@ void LibraryWriter::writeModelTypes(QorIdentifier part) {
     _writer.leave();
 }
 
+// By part: identifiers may come from both in turn, and reading the file takes one part after the other.
+std::vector<QorIdentifier> LibraryWriter::inFileOrder(std::vector<QorIdentifier> classes) const {
+    std::stable_partition(classes.begin(), classes.end(),
+                          [this](QorIdentifier cls) { return _reader.classInfo(cls).part == _naming.part(0); });
+    return classes;
+}
+
 void LibraryWriter::writeValues(QorIdentifier owner) {
     bool isFirst = true;
     for (QorIdentifier cls = owner; cls != QorNoIdentifier; cls = _reader.classInfo(cls).superclass) {
         for (const QorAttributeInfo& attribute : _reader.attributesOf(cls)) {
-            if (attribute.level != QorAttributeLevel::Class) continue;
             const std::string_view text = _reader.classValue(owner, attribute.id);
             if (text.empty()) continue;
             if (isFirst) {

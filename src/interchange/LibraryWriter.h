@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <vector>
+
 #include "embedded/QorRepositoryReader.h"
 #include "interchange/ClassNaming.h"
 #include "interchange/YamlWriter.h"
@@ -23,8 +25,9 @@ private:
     void writeAttribute(const QorAttributeInfo& attribute, QorIdentifier part);
     void writeRelationClass(const QorRelationClassInfo& cls);
     void writeModelTypes(QorIdentifier part);
-    /// Values of the class itself for the attributes of `owner` that have such.
-    void writeValues(QorIdentifier cls);
+    [[nodiscard]] std::vector<QorIdentifier> inFileOrder(std::vector<QorIdentifier> classes) const;
+    /// Values that the class itself has.
+    void writeValues(QorIdentifier owner);
 
     const QorRepositoryReader& _reader;
     QorIdentifier _library;

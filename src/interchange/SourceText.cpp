@@ -35,7 +35,6 @@ std::string faultAt(std::string_view text, std::size_t offset, const Character& 
         const char digits[] = {kDigits[byte >> 4], kDigits[byte & 15]};
         return concat({"the byte 0x", {digits, 2}, " is not UTF-8; the file must be saved in UTF-8"});
     }
-    if (c.value == 0) return "a zero byte: this is no text file";
     if (form == TextForm::Json) return {};
     if (isLineEndForYamlOnly(c.value))
         return concat({"the line separator ", codePoint(c.value),
@@ -79,6 +78,11 @@ bool holdsSpecialCharacter(std::string_view text) {
 }
 
 bool isReadableText(std::string_view text, TextForm form, Findings& findings) {
+    // First, since it tells best what is wrong with a file that is no text at all.
+    if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos) {
+        findings.error(LineCursor(text).at(zero), "a zero byte: this is no text file");
+        return false;
+    }
     std::size_t lineStart = 0;
     for (std::size_t offset = 0; offset < text.size();) {
         const unsigned char byte = byteAt(text, offset);
@@ -110,12 +114,11 @@ std::string_view withoutByteOrderMark(std::string_view text) {
 }
 
 Mark LineCursor::at(std::size_t offset) {
-    while (true) {
-        const void* found = std::memchr(_text.data() + _lineStart, '\n', offset - _lineStart);
-        if (found == nullptr) break;
-        _lineStart = static_cast<std::size_t>(static_cast<const char*>(found) - _text.data()) + 1;
+    while (const void* const feed = std::memchr(_text.data() + _searched, '\n', offset - _searched)) {
+        _lineStart = _searched = static_cast<std::size_t>(static_cast<const char*>(feed) - _text.data()) + 1;
         ++_line;
     }
+    _searched = offset;
     return {_line, static_cast<std::uint32_t>(offset - _lineStart + 1)};
 }
 

@@ -40,6 +40,7 @@ public:
 private:
     std::string_view _text;
     std::size_t _lineStart = 0;
+    std::size_t _searched = 0;  // no line feed between the line's start and here
     std::uint32_t _line = 1;
 };
 

@@ -11,6 +11,7 @@ bool QorCoreMM_LoadSave::IsLibraryLoaded(long) { return false; }
 
 QorCoreModelingManager::~QorCoreModelingManager() = default;
 QorCoreBulkView* QorCoreModelingManager::bulkView() { return nullptr; }
+QorCoreUnitsOfWork* QorCoreModelingManager::unitsOfWork() { return nullptr; }
 QorModelTypeAttrHandler* QorCoreModelingManager::modelTypeHandler() { return nullptr; }
 
 QorCoreModelingManager* QorCoreModelingManager::GetGlobal() noexcept {

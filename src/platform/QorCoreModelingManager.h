@@ -7,6 +7,7 @@
 #include "platform/QorCoreMM_LoadSave.h"
 #include "platform/QorExport.h"
 
+class QorCoreUnitsOfWork;
 class QorModelTypeAttrHandler;
 
 /// The host's repository. All answers come from memory and are O(1) or O(result) unless said otherwise.
@@ -22,6 +23,8 @@ public:
 
     /// Null unless the host offers one. A wrapper around a repository offers none, so that all calls pass through it.
     virtual QorCoreBulkView* bulkView();
+    /// Null unless the host offers units of work (also by default).
+    virtual QorCoreUnitsOfWork* unitsOfWork();
     /// The model-type attribute handler of the loaded library; null (also by default) while there is none.
     virtual QorModelTypeAttrHandler* modelTypeHandler();
 };

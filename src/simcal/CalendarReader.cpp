@@ -73,7 +73,8 @@ Code CalendarReader::readProfile(std::string_view name) {
     auto profile = std::make_unique<QorDayProfile>(_calendar._type,
                                                    identifier.empty() ? kSeparator : identifier.front(), SV::String());
     profile->_name = SV::String(name);
-    if (const Code code = readIntervals(*profile); code != Code::Ok) return code;
+    if (const Code code = readIntervals(); code != Code::Ok) return code;
+    profile->_intervals = _intervals.take();
     if (nextIsEmpty()) {
         (void)nextToken();
         (void)nextToken();
@@ -83,14 +84,14 @@ Code CalendarReader::readProfile(std::string_view name) {
     return code;
 }
 
-Code CalendarReader::readIntervals(QorDayProfile& profile) {
+Code CalendarReader::readIntervals() {
     SV::Time start;
     SV::Time end;
     while (takeInterval(start, end)) {
         const std::size_t intervalAt = _tokenAt;
         const auto property = nextToken().value_or(std::string_view());
-        const Code code = _keywords ? _calendar.addNewDistributionInterval(profile, start, end, property, *_keywords)
-                                    : _calendar.addNewboolInterval(profile, start, end, property);
+        const Code code = _keywords ? _calendar.addNewDistributionInterval(_intervals, start, end, property, *_keywords)
+                                    : _calendar.addNewboolInterval(_intervals, start, end, property);
         if (code == Code::IntervalInconsistent || code == Code::IntervalOverlaps) _tokenAt = intervalAt;
         if (code != Code::Ok) return code;
     }

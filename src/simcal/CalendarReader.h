@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "simcal/DistributionText.h"
+#include "simcal/IntervalCollector.h"
 #include "simcal/QorCalendar.h"
 
 namespace qor::simcal {
@@ -29,7 +30,7 @@ public:
 
 private:
     QorCalendarErrorCode readProfile(std::string_view name);
-    QorCalendarErrorCode readIntervals(QorDayProfile& profile);
+    QorCalendarErrorCode readIntervals();
     std::optional<std::string_view> nextToken();
     bool nextIsEmpty() const;
     bool takeInterval(SV::Time& start, SV::Time& end);
@@ -40,6 +41,7 @@ private:
     bool _atEnd = false;  // the last token was taken: an empty text still holds one
     std::size_t _tokenAt = 0;
     std::optional<DistributionKeywords> _keywords;
+    IntervalCollector _intervals;  // of the profile being read
 };
 
 }  // namespace qor::simcal

@@ -19,6 +19,7 @@ class QorRandomGenerator;
 namespace qor::simcal {
 class CalendarPlan;
 class CalendarReader;
+class IntervalCollector;
 }  // namespace qor::simcal
 
 /// A period of days, each pointing at one day profile: when somebody works (type Flag) or at which rate something
@@ -147,16 +148,18 @@ public:
 private:
     friend class qor::simcal::CalendarReader;
     friend class QorCalendarAlgebra;
+    friend class QorCalendarText;
 
     void cleanUp() noexcept;
+    QorCalendarErrorCode readText(const SV::String& text, std::size_t& failedAt) noexcept;
     /// Takes profiles and days over from a calendar of the same kind, which gets those held here.
     void takeContents(QorCalendar& other) noexcept;
     [[nodiscard]] bool daysAreComplete() const noexcept;
     QorCalendarErrorCode isUniqueProfileId(char identifier) const noexcept;
-    QorCalendarErrorCode addNewboolInterval(QorDayProfile& profile, SV::Time start, SV::Time end,
+    QorCalendarErrorCode addNewboolInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
                                             std::string_view property);
-    QorCalendarErrorCode addNewDistributionInterval(QorDayProfile& profile, SV::Time start, SV::Time end,
-                                                    std::string_view property,
+    QorCalendarErrorCode addNewDistributionInterval(qor::simcal::IntervalCollector& intervals, SV::Time start,
+                                                    SV::Time end, std::string_view property,
                                                     const qor::simcal::DistributionKeywords& keywords);
     QorCalendarErrorCode setDays(std::string_view identifiers);
     QorCalendarErrorCode checkNewProfile(const QorDayProfile& profile) const noexcept;

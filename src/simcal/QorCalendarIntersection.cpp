@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <map>
 #include <string>
-#include <utility>
 
 #include "platform/QorGuard.h"
 #include "simcal/ProfilePairs.h"

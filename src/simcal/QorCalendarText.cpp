@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // The text form of calendars: what reading puts into the calendar, and writing.
+#include "simcal/QorCalendarText.h"
+
+#include <algorithm>
 #include <charconv>
+#include <limits>
 
 #include "platform/QorGuard.h"
 #include "platform/QorTimeFunctions.h"
 #include "simcal/CalendarReader.h"
+#include "simcal/IntervalCollector.h"
 #include "simcal/QorCalendar.h"
 #include "simcal/QorDistribution.h"
 
@@ -51,23 +56,33 @@ Code appendInterval(std::string& text, const QorDayIntervalWithProperty& interva
 }  // namespace
 
 Code QorCalendar::initializeCalendar(const SV::String& text) noexcept {
+    std::size_t failedAt = 0;
+    return readText(text, failedAt);
+}
+
+Code QorCalendar::readText(const SV::String& text, std::size_t& failedAt) noexcept {
     if (!_profiles.isEmpty()) return Code::AlreadyInitialized;
-    const Code code =
-        Qor_Guarded("calendar", Code::Broken, [&] { return qor::simcal::CalendarReader(*this, text).read(); });
+    const Code code = Qor_Guarded("calendar", Code::Broken, [&] {
+        qor::simcal::CalendarReader reader(*this, text);
+        const Code read = reader.read();
+        failedAt = reader.failedAt();
+        return read;
+    });
     if (code != Code::Ok) cleanUp();
     return code;
 }
 
-Code QorCalendar::addNewboolInterval(QorDayProfile& profile, SV::Time start, SV::Time end, std::string_view property) {
+Code QorCalendar::addNewboolInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
+                                     std::string_view property) {
     if (property != "T") return Code::FlagNotSet;
-    return profile.insert(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
+    return intervals.add(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
 }
 
-Code QorCalendar::addNewDistributionInterval(QorDayProfile& profile, SV::Time start, SV::Time end,
+Code QorCalendar::addNewDistributionInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
                                              std::string_view property,
                                              const qor::simcal::DistributionKeywords& keywords) {
     auto interval = QorDayIntervalWithProperty::fromShortText(start, end, property, keywords);
-    return interval ? profile.insert(std::move(interval)) : Code::NoShortDistribution;
+    return interval ? intervals.add(std::move(interval)) : Code::NoShortDistribution;
 }
 
 Code QorCalendar::setDays(std::string_view identifiers) {
@@ -106,4 +121,29 @@ Code QorCalendar::getCalendarAsString(SV::String& text) const noexcept {
         text = SV::String(std::move(written));
         return Code::Ok;
     });
+}
+
+Code QorCalendarText::read(QorCalendar& calendar, const SV::String& text, unsigned long& failedAt) noexcept {
+    std::size_t place = 0;
+    const Code code = calendar.readText(text, place);
+    if (code != Code::Ok) failedAt = place;
+    return code;
+}
+
+int QorCalendarText::typeOf(const SV::String& text, QorCalendarPropertyType& type) noexcept {
+    const std::string_view letter = text.view().substr(0, 1);
+    if (letter != "B" && letter != "D") return 0;
+    type = letter == "B" ? QorCalendarPropertyType::Flag : QorCalendarPropertyType::Distribution;
+    return 1;
+}
+
+int QorCalendarText::periodLengthOf(const SV::String& text, int& days) noexcept {
+    constexpr std::string_view kMark = "@$";
+    const auto mark = text.view().rfind(kMark);
+    if (mark == std::string_view::npos) return 0;
+    const auto list = text.view().substr(mark + kMark.size());
+    const auto length = std::min(list.find('@'), list.size());
+    if (length > static_cast<std::size_t>(std::numeric_limits<int>::max())) return 0;
+    days = static_cast<int>(length);
+    return 1;
 }

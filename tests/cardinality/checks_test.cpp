@@ -102,6 +102,18 @@ TEST(ObjectCheck, FindsTheFirstBrokenMinimum) {
     for (const auto& row : rows) expectObject(row);
 }
 
+TEST(ObjectCheck, CountsBeyond65535WhereALimitIsSmaller) {
+    Desk desk;
+    desk.draw("a>b").rules("Task", "CARDINALITIES max-relations: 65535");
+    const auto a = static_cast<QorIdentifier>(desk["a"]);
+    for (int drawn = 1; drawn < 65536; ++drawn) desk.workshop.connect(a, "then", static_cast<QorIdentifier>(desk["b"]));
+    EXPECT_EQ(desk.handler.checkObject(a, true, true), 1);
+    desk.rules("Task", "CARDINALITIES max-relations: 65534 min-outgoing: 65537");
+    EXPECT_EQ(desk.handler.checkObject(a, false, true), 0);
+    EXPECT_EQ(desk.handler.getBadRelations().numberOfElements(), 65536u);
+    EXPECT_EQ(desk.handler.checkObject(a, true, false), 0);
+}
+
 TEST(ObjectCheck, TestsWhatItIsAskedFor) {
     Desk desk;
     desk.draw("a>b").rules("Task", "CARDINALITIES max-outgoing: 0 min-incoming: 1");
@@ -282,7 +294,7 @@ TEST(NewObject, IsAllowedWhileEveryMaximumHolds) {
         const char* drawing;
         bool after;      ///< a new Special behind "a"
         bool before;     ///< a new Special before "a"
-        bool inBetween;  ///< a new Special between "a" and "b"
+        bool inBetween;  ///< a new Special between the first two of the drawing
     } rows[] = {
         {"Task", "", "a>b", true, true, true},
         {"Special", "max-objects: 1", "a>b s>a", false, false, false},
@@ -292,10 +304,12 @@ TEST(NewObject, IsAllowedWhileEveryMaximumHolds) {
         {"Task", "max-outgoing: 1", "a>b", false, true, true},
         {"Task", "max-outgoing: 0", "a=b", false, true, false},
         {"Task", "max-relations: 2", "a>b b=x x=a", false, false, true},
-        {"Task", "max-incoming: 1", "c>a a>b", true, false, true},
+        {"Task", "max-incoming: 1", "a>b c>a", true, false, true},
         {"Task", "max-relations: 2", "a>a", false, false, true},
+        {"Task", "max-relations: 3", "a=a", true, true, false},
         {"Task", "max-relations: 9 RELATION \"then\" max-outgoing: 1", "a>b", false, true, true},
         {"Task", "RELATION \"then\" TO_CLASS \"Special\" max-outgoing: 1", "a>b a>s", false, true, false},
+        {"Task", "RELATION \"then\" TO_CLASS \"Special\" max-outgoing: 1", "a>s", false, true, true},
         {"Task", "RELATION \"then\" FROM_CLASS \"Special\" max-incoming: 0", "a>b", true, false, false},
         {"Special", "max-incoming: 0", "a>b", false, true, false},
         {"Special", "max-relations: 1", "a>b", true, true, false},
@@ -308,7 +322,7 @@ TEST(NewObject, IsAllowedWhileEveryMaximumHolds) {
         const auto& handler = desk.handler;
         const auto special = desk["Special"];
         const auto then = desk["then"];
-        const auto end = desk["b"] == -1 ? desk["a"] : desk["b"];
+        const auto end = desk[std::string(1, row.drawing[2])];
         EXPECT_EQ(handler.isNewObjectAllowed(desk.model, special, then, desk["a"], true), row.after);
         EXPECT_EQ(handler.isNewObjectAllowed(desk.model, special, then, desk["a"], false), row.before);
         EXPECT_EQ(handler.isNewObjectInBetweenAllowed(desk.model, special, then, desk["a"], end), row.inBetween);

@@ -168,13 +168,6 @@ TEST(RuleText, StoresWhatItCanAndReportsTheRestWithItsPlace) {
     }
 }
 
-TEST(RuleText, StoresAKeyThatRunsAgainstTheRelationClass) {
-    Desk desk;
-    desk.rules("Document", "CARDINALITIES RELATION \"files\" max-incoming: 2");
-    const auto& relations = desk.handler.getClassCardinality(desk["Document"])->relations;
-    EXPECT_EQ(relations.find(static_cast<QorIdentifier>(desk["files"]))->maxIn.count, 2u);
-}
-
 TEST(RuleText, WithASyntaxErrorLeavesTheRulesAndTellsWhere) {
     Desk desk;
     EXPECT_EQ(desk.handler.decryptKex(desk.workshop.processes, desk["Task"], "CARDINALITIES\nmax-outgoing: \"open"), 0);
@@ -184,8 +177,9 @@ TEST(RuleText, WithASyntaxErrorLeavesTheRulesAndTellsWhere) {
     EXPECT_EQ(error.position.line, 2u);
     EXPECT_EQ(error.cls, desk["Task"]);
     EXPECT_EQ(error.attribute, QorAttributeId::Cardinality);
-    EXPECT_EQ(error.text, desk.handler.getErrorText());
-    EXPECT_EQ(error.text.view().back(), '\n');
+    EXPECT_TRUE(desk.handler.getErrorText().view().starts_with("line 2, column "));
+    EXPECT_EQ(error.text.view().find("line 2"), std::string_view::npos) << error.text.view();
+    EXPECT_NE(error.text.view().find("\"Task\""), std::string_view::npos) << error.text.view();
 }
 
 TEST(RuleText, OfAnIdentifierBeyond32BitsIsNobodys) {

@@ -22,6 +22,7 @@
 #include "platform/QorModelTypeAttrHandler.h"
 #include "platform/QorUserManager.h"
 #include "platform/QorWindows.h"
+#include "simmap/QorSimMappingHandler.h"
 
 namespace {
 
@@ -103,6 +104,10 @@ public:
         return answer(!wait && static_cast<int>(mode) == 2 ? "lock" : "lock otherwise");
     }
     QorErrorCode unlockLibrary(long library) override { return answer("unlock " + std::to_string(library)); }
+    // The library has no mapping text and no classes.
+    using QorCoreModelingManager::getAttributeValue;
+    QorErrorCode getAttributeValue(long, long, char*&, bool) override { return QorErrorCode::NoValue; }
+    QorErrorCode getAllInstantiableClasses(long, ISortedSet<long>&, bool) override { return QorErrorCode::Ok; }
     QorModelTypeAttrHandler* modelTypeHandler() override { return hasModelTypes ? &modelTypes : nullptr; }
 
     // Settings, users, texts
@@ -262,6 +267,13 @@ TEST(LibraryLoad, AnotherUsersLockRefusesAfterThePreviousLibraryIsGone) {
     }
 }
 
+/// The simulation mapping handler while it lives; of a library without options, so that it has an error text and is in
+/// order.
+struct MappingHandler {
+    MappingHandler() { EXPECT_TRUE(QorSimMappingHandler::CreateGlobal(kLibrary)); }
+    ~MappingHandler() { QorSimMappingHandler::FreeGlobal(); }
+};
+
 TEST(LibraryLoad, ReloadingTheLoadedLibraryOnlyInitialisesAndLocks) {
     const struct {
         const char* what;
@@ -280,12 +292,26 @@ TEST(LibraryLoad, ReloadingTheLoadedLibraryOnlyInitialisesAndLocks) {
     };
     for (const auto& row : cases) {
         Stage stage;
+        const MappingHandler mapping;
         stage.loaded = kLibrary;
         stage.hasModelTypes = true;
         stage.holder = row.holder;
         stage.codes = {{"attached", row.attached}};
         EXPECT_EQ(load(kLibrary, row.wishes), row.expected) << row.what;
         EXPECT_EQ(stage.calls, row.calls) << row.what;
+    }
+}
+
+TEST(HandlerInitialisation, RunsUnlessEveryHandlerExists) {
+    for (const bool hasModelTypes : {false, true}) {
+        for (const bool hasMapping : {false, true}) {
+            Stage stage;
+            stage.loaded = kLibrary;
+            stage.hasModelTypes = hasModelTypes;
+            const auto mapping = hasMapping ? std::make_unique<MappingHandler>() : nullptr;
+            EXPECT_EQ(load(kLibrary, kInit), QorErrorCode::Ok);
+            EXPECT_EQ(stage.calls, hasModelTypes && hasMapping ? Calls{"attached"} : (Calls{"attached", "init"}));
+        }
     }
 }
 
@@ -306,10 +332,12 @@ TEST(HandlerInitialisation, ReportsByCodeAndFramesOneOrSeveralErrors) {
         {QorErrorCode::HandlerInitialisationFailed, true, "[a] [b]", QorErrorCode::HandlerInitialisationFailed,
          "box: one in %s2 Works: further"},
         {kFailure, false, "", kFailure, "box: one in %s2 Works: code 4711"},
+        {QorErrorCode::SimMappingError, false, "", QorErrorCode::SimMappingError, "box: one in %s2 Works: #1819"},
     };
     for (const auto& row : cases) {
         for (const unsigned shown : {0U, +kShown}) {
             Stage stage;
+            const MappingHandler mapping;
             stage.loaded = kLibrary;
             stage.codes = {{"init", row.platform}};
             stage.modelTypes.error = row.modelTypeError;

@@ -107,7 +107,9 @@ std::int64_t randomInstant(std::mt19937_64& random, const QorCalendar& calendar)
         default:
             seconds = static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(3 * period / 1800)) * 1800;
     }
-    return seconds + static_cast<std::int64_t>(random() % 3) - 1 - calendar.getOffsetInSeconds();
+    // The offset may wrap, as it does in the calendar.
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(seconds) + random() % 3 - 1 -
+                                     static_cast<std::uint64_t>(calendar.getOffsetInSeconds()));
 }
 
 namespace plain {

@@ -80,23 +80,24 @@ std::string Library::bind(const QorRepositoryReader& reader, QorIdentifier libra
         return concat(
             {"the method library has no ", kind, " ", inQuotes(name), "; BPMN files are read with the BPMN library"});
     };
-    const auto findAttributes = [&reader](QorIdentifier owner, AttributeIds& ids) {
-        for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = reader.findAttribute(owner, kAttributeNames[i]);
-    };
-
+    _reader = &reader;
     for (std::size_t i = 0; i < kClasses; ++i) {
         _classes[i] = reader.findClass(library, kClassNames[i]);
         if (_classes[i] < 1) return missing("class", kClassNames[i]);
-        findAttributes(_classes[i], _attributes[i]);
     }
     for (std::size_t i = 0; i < kFlows; ++i) {
         _flows[i] = reader.findRelationClass(library, kFlowNames[i]);
         if (_flows[i] < 1) return missing("relation class", kFlowNames[i]);
-        findAttributes(_flows[i], _flowAttributes[i]);
     }
     _modelType = reader.findModelType(library, kModelTypeName);
     if (_modelType < 1) return missing("model type", kModelTypeName);
     return {};
+}
+
+QorIdentifier Library::attributeOf(QorIdentifier owner, AttributeIds& known, Attribute attribute) const {
+    QorIdentifier& id = known[index(attribute)];
+    if (id == kNotAsked) id = _reader->findAttribute(owner, nameOf(attribute));
+    return id;
 }
 
 }  // namespace qor::interchange::bpmn

@@ -55,7 +55,7 @@ enum class Attribute : std::uint8_t {
 /// The identifiers that the method library has for what files are read into.
 class Library {
 public:
-    /// Empty on success, else what the library lacks.
+    /// Empty on success, else what the library lacks. The reader must outlive this object.
     [[nodiscard]] std::string bind(const QorRepositoryReader& reader, QorIdentifier library);
 
     [[nodiscard]] QorIdentifier modelType() const { return _modelType; }
@@ -63,10 +63,10 @@ public:
     [[nodiscard]] QorIdentifier classOf(FlowClass cls) const { return _flows[index(cls)]; }
     /// None when the class has no such attribute.
     [[nodiscard]] QorIdentifier attributeOf(ObjectClass cls, Attribute attribute) const {
-        return _attributes[index(cls)][index(attribute)];
+        return attributeOf(classOf(cls), _attributes[index(cls)], attribute);
     }
     [[nodiscard]] QorIdentifier attributeOf(FlowClass cls, Attribute attribute) const {
-        return _flowAttributes[index(cls)][index(attribute)];
+        return attributeOf(classOf(cls), _flowAttributes[index(cls)], attribute);
     }
 
 private:
@@ -76,13 +76,18 @@ private:
     }
     static constexpr std::size_t kClasses = static_cast<std::size_t>(ObjectClass::None);
     static constexpr std::size_t kFlows = static_cast<std::size_t>(FlowClass::Count);
+    static constexpr QorIdentifier kNotAsked = 0;
     using AttributeIds = std::array<QorIdentifier, static_cast<std::size_t>(Attribute::Count)>;
 
+    /// Most files need few of a thousand, so each is asked for when it is first needed.
+    QorIdentifier attributeOf(QorIdentifier owner, AttributeIds& known, Attribute attribute) const;
+
+    const QorRepositoryReader* _reader = nullptr;
     QorIdentifier _modelType = QorNoIdentifier;
     std::array<QorIdentifier, kClasses> _classes{};
     std::array<QorIdentifier, kFlows> _flows{};
-    std::array<AttributeIds, kClasses> _attributes{};
-    std::array<AttributeIds, kFlows> _flowAttributes{};
+    mutable std::array<AttributeIds, kClasses> _attributes{};
+    mutable std::array<AttributeIds, kFlows> _flowAttributes{};
 };
 
 inline constexpr std::string_view kModelTypeName = "BPMN diagram";

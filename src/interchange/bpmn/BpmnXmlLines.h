@@ -25,8 +25,10 @@ public:
 private:
     void forgetPassedLines();
 
-    std::vector<std::uint64_t> _starts;  // of lines that the last place asked for has not reached
-    std::size_t _next = 0;               // in _starts
+    std::vector<std::uint32_t> _starts;  // of lines that the last place asked for has not reached, counted from _base
+    std::size_t _base = 0;
+    std::size_t _reached = 0;  // the last place asked for
+    std::size_t _next = 0;     // in _starts
     std::size_t _lineStart = 0;
     std::uint32_t _line = 1;
     std::size_t _bytes = 0;

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/SimModels.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace qor::cli {
+
+void SimModels::read(const std::string& file) {
+    std::string error;
+    const std::string path = _inputs.path(file, error);
+    if (path.empty()) {
+        _diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, error});
+        return;
+    }
+    File entry{file, std::make_unique<QorImporter>(_workspace.builder(), _workspace.reader()), {}};
+    QorImportResult result = entry.importer->readFile(path, _workspace.library());
+    if (result.kind == QorFileKind::Library)
+        result.diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, "holds a method library and no models"});
+    for (QorDiagnostic& diagnostic : result.diagnostics) {
+        if (diagnostic.place.file == path) diagnostic.place.file = file;
+        _diagnostics.push_back(std::move(diagnostic));
+    }
+    for (const QorIdentifier model : result.models) _models.add(model);
+    entry.models = std::move(result.models);
+    _files.push_back(std::move(entry));
+}
+
+QorFilePlace SimModels::placeOf(long model, long object) const {
+    for (const File& file : _files) {
+        if (std::find(file.models.begin(), file.models.end(), model) == file.models.end()) continue;
+        QorFilePlace place;
+        if (object != 0) place = file.importer->placeOf(static_cast<QorIdentifier>(object));
+        place.file = file.name;
+        return place;
+    }
+    return {};
+}
+
+}  // namespace qor::cli

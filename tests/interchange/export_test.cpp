@@ -1,0 +1,448 @@
+// SPDX-License-Identifier: Apache-2.0
+// What is written reads back as the same thing, and writing that gives the same bytes.
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <array>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "interchange/Files.h"
+#include "interchange/QorExport.h"
+#include "interchange/YamlText.h"
+#include "platform/QorAttributeIds.h"
+
+namespace {
+
+using qor::test::Files;
+using qor::test::shown;
+
+std::string exportedLibrary(const Files& files, QorIdentifier library) {
+    std::ostringstream out;
+    const QorExportResult result = Qor_ExportLibrary(files.reader(), library, out);
+    return result.ok() ? out.str() : "failed: " + result.problem;
+}
+
+std::string exportedModels(const Files& files, const std::vector<QorIdentifier>& models) {
+    std::ostringstream out;
+    const QorExportResult result = Qor_ExportModels(files.reader(), models, "library.yaml", out);
+    return result.ok() ? out.str() : "failed: " + result.problem;
+}
+
+/// Everything that the reader tells about a library with its models, with names in place of identifiers.
+class Description {
+public:
+    explicit Description(const QorRepositoryReader& reader) : _reader(reader) {}
+
+    std::string of(QorIdentifier library) {
+        put(_reader.nameOf(library));
+        texts(library);
+        for (const auto which : {QorLibraryPart::BusinessProcess, QorLibraryPart::WorkingEnvironment}) {
+            const QorIdentifier part = _reader.libraryPart(library, which);
+            put(_reader.nameOf(part));
+            texts(part);
+            // Record classes are written before the others.
+            for (const bool records : {true, false})
+                for (const QorClassInfo& cls : _reader.classesOf(part))
+                    if (cls.isRecordClass == records) describe(cls);
+            for (const QorRelationClassInfo& cls : _reader.relationClassesOf(part)) describe(cls);
+            for (const QorModelTypeInfo& type : _reader.modelTypesOf(library)) {
+                if (type.part != part) continue;
+                put(type.name);
+                std::vector<std::string> visible;
+                for (const QorIdentifier cls : _reader.visibleClasses(type.id)) visible.push_back(fullName(cls));
+                std::sort(visible.begin(), visible.end());
+                for (const std::string& name : visible) put(name);
+            }
+        }
+        for (const QorModelInfo& model : _reader.modelsOf(library)) describe(model);
+        return _text;
+    }
+
+private:
+    void put(std::string_view text) { _text += std::to_string(text.size()) + ":" + std::string(text) + "\n"; }
+    std::string fullName(QorIdentifier cls) const {
+        const bool relation = _reader.kindOf(cls) == QorThingKind::RelationClass;
+        const QorIdentifier part = relation ? _reader.relationClassInfo(cls).part : _reader.classInfo(cls).part;
+        return std::string(_reader.nameOf(cls)) + " in " + std::string(_reader.nameOf(part));
+    }
+    void texts(QorIdentifier library) {
+        for (const QorIdentifier attribute : {109, 110, 125, 138}) put(_reader.libraryValue(library, attribute));
+    }
+    void attributes(QorIdentifier owner) {
+        for (const QorAttributeInfo& a : _reader.attributesOf(owner)) {
+            put(a.name);
+            put(std::to_string(static_cast<int>(a.type)) + (a.level == QorAttributeLevel::Class ? "c" : "i") +
+                (a.refersToModels ? "m" : "o"));
+            put(a.defaultText);
+            for (const std::string_view value : a.enumeration) put(value);
+            if (a.target != QorNoIdentifier) put(fullName(a.target));
+        }
+    }
+    void describe(const QorClassInfo& cls) {
+        put(cls.name);
+        put(cls.isAbstract ? "abstract" : cls.isRecordClass ? "record" : "class");
+        if (cls.superclass != QorNoIdentifier) put(fullName(cls.superclass));
+        attributes(cls.id);
+        for (const QorIdentifier attribute : {47, 48, 194, 195}) put(_reader.classValue(cls.id, attribute));
+        for (QorIdentifier owner = cls.id; owner != QorNoIdentifier; owner = _reader.classInfo(owner).superclass)
+            for (const QorAttributeInfo& a : _reader.attributesOf(owner)) put(_reader.classValue(cls.id, a.id));
+    }
+    void describe(const QorRelationClassInfo& cls) {
+        put(cls.name);
+        put(fullName(cls.fromClass));
+        put(fullName(cls.toClass));
+        attributes(cls.id);
+        for (const QorAttributeInfo& a : _reader.attributesOf(cls.id)) put(_reader.classValue(cls.id, a.id));
+    }
+    void values(QorIdentifier thing, QorIdentifier cls) {
+        for (QorIdentifier owner = cls; owner != QorNoIdentifier; owner = _reader.classInfo(owner).superclass)
+            for (const QorAttributeInfo& a : _reader.attributesOf(owner)) {
+                put(_reader.hasValue(thing, a.id) ? "own" : "none");
+                put(_reader.valueOf(thing, a.id));
+            }
+        put(_reader.valueOf(thing, QorAttributeId::Graphic));
+        put(_reader.valueOf(thing, QorAttributeId::WorkingEnvironmentGraphic));
+    }
+    void describe(const QorModelInfo& model) {
+        put(model.name);
+        put(model.version);
+        put(_reader.nameOf(model.modelType));
+        for (const QorIdentifier object : _reader.objectsOf(model.id)) {
+            put(fullName(_reader.classOfObject(object)));
+            put(_reader.nameOf(object));
+            values(object, _reader.classOfObject(object));
+        }
+        for (const QorRelationInfo& relation : _reader.relationsOf(model.id)) {
+            put(fullName(relation.relationClass));
+            for (const QorIdentifier end : {relation.from, relation.to}) {
+                put(fullName(_reader.classOfObject(end)));
+                put(_reader.nameOf(end));
+            }
+            values(relation.id, relation.relationClass);
+        }
+    }
+
+    const QorRepositoryReader& _reader;
+    std::string _text;
+};
+
+/// Texts that YAML readers stumble over, put together at random.
+rc::Gen<std::string> anyText() {
+    static const std::vector<std::string> kPieces = {"a",
+                                                     "B",
+                                                     "0",
+                                                     "no",
+                                                     "null",
+                                                     "~",
+                                                     " ",
+                                                     "  ",
+                                                     "\n",
+                                                     "\n\n",
+                                                     "\t",
+                                                     "\r",
+                                                     "\r\n",
+                                                     ":",
+                                                     ": ",
+                                                     " #",
+                                                     "#",
+                                                     "- ",
+                                                     "-",
+                                                     "? ",
+                                                     "|",
+                                                     ">",
+                                                     "'",
+                                                     "\"",
+                                                     "\\",
+                                                     "\\n",
+                                                     "[",
+                                                     "]",
+                                                     "{",
+                                                     "}",
+                                                     ",",
+                                                     "&",
+                                                     "*",
+                                                     "!",
+                                                     "%",
+                                                     "@",
+                                                     "`",
+                                                     "---",
+                                                     "...",
+                                                     "\x01",
+                                                     "\x1B",
+                                                     "\x7F",
+                                                     "\xC2\x80",
+                                                     "\xC2\x85",
+                                                     "\xC2\xA0",
+                                                     "\xC3\xA4",
+                                                     "\xE2\x80\xA8",
+                                                     "\xE2\x80\xA9",
+                                                     "\xEF\xBB\xBF",
+                                                     "\xEF\xBF\xBE",
+                                                     "\xF0\x9F\x98\x80",
+                                                     "CARDINALITIES",
+                                                     "max-objects: 1"};
+    return rc::gen::map(rc::gen::container<std::vector<std::string>>(rc::gen::elementOf(kPieces)),
+                        [](const std::vector<std::string>& pieces) {
+                            std::string text;
+                            for (const std::string& piece : pieces) text += piece;
+                            return text;
+                        });
+}
+
+/// Makes a library with models by the building interface, with random names, texts and shape. Names that are refused
+/// because they are taken are simply left out.
+class RandomRepository {
+public:
+    explicit RandomRepository(Files& files) : _builder(files.platform.builder()), _reader(files.reader()) {}
+
+    QorIdentifier make() {
+        const QorBuildResult library = _builder.addApplicationLibrary("L" + *anyText(), *anyText(), *anyText());
+        _library = library.id;
+        for (const auto which : {QorLibraryPart::BusinessProcess, QorLibraryPart::WorkingEnvironment})
+            _parts.push_back(_builder.libraryPart(_library, which));
+        for (const QorIdentifier part : {_library, _parts[0], _parts[1]})
+            for (const QorIdentifier attribute : {109, 110, 125, 138})
+                (void)_builder.setLibraryValue(part, attribute, *anyText());
+        for (int i = number(0, 8); i > 0; --i) addClass();
+        for (int i = number(0, 12); i > 0 && !_owners.empty(); --i) addAttribute();
+        for (int i = number(0, 4); i > 0 && !_classes.empty(); --i) addRelationClass();
+        for (const QorIdentifier owner : _owners) setClassValues(owner);
+        for (int i = number(0, 2); i > 0; --i)
+            (void)_builder.addModelType(*rc::gen::elementOf(_parts), *anyText(), _classes);
+        for (int i = number(0, 2); i > 0; --i) addModel();
+        return _library;
+    }
+
+private:
+    static int number(int from, int to) { return *rc::gen::inRange(from, to + 1); }
+    // Few different names, so that both parts have classes of the same one.
+    static std::string name() {
+        return number(0, 2) == 0 ? *anyText() : std::string(1, static_cast<char>('A' + number(0, 3)));
+    }
+    QorIdentifier anyClass() const { return *rc::gen::elementOf(_classes); }
+
+    void addClass() {
+        const QorIdentifier part = *rc::gen::elementOf(_parts);
+        if (number(0, 5) == 0) {
+            const QorBuildResult made = _builder.addRecordClass(part, name());
+            if (made.ok()) _records.push_back(made.id);
+            if (made.ok()) _owners.push_back(made.id);
+            return;
+        }
+        const QorIdentifier above = _classes.empty() || number(0, 2) == 0 ? QorNoIdentifier : anyClass();
+        const QorBuildResult made = _builder.addClass(part, name(), above, number(0, 3) == 0);
+        if (made.ok()) _classes.push_back(made.id);
+        if (made.ok()) _owners.push_back(made.id);
+    }
+
+    void addAttribute() {
+        using Type = QorCoreAttributeType;
+        QorAttributeSpec spec;
+        const std::string attributeName = name();
+        const std::string first = *anyText();
+        const std::array<std::string_view, 2> values = {first, "other"};
+        spec.name = attributeName;
+        spec.type = static_cast<Type>(number(0, 15));
+        spec.level = number(0, 1) == 0 ? QorAttributeLevel::Instance : QorAttributeLevel::Class;
+        if (spec.type == Type::Enumeration || spec.type == Type::EnumerationList) {
+            spec.enumeration = values;
+            if (number(0, 1) == 0) spec.defaultText = "other";
+        } else if (spec.type == Type::InterReference) {
+            spec.refersToModels = number(0, 1) == 0;
+        } else if (spec.type == Type::Text || spec.type == Type::LongText) {
+            spec.defaultText = first;
+        }
+        if (spec.type == Type::Record && !_records.empty()) spec.target = _records.front();
+        if (spec.type == Type::AttributeProfile && !_classes.empty()) spec.target = anyClass();
+        (void)_builder.addAttribute(*rc::gen::elementOf(_owners), spec);
+    }
+
+    void addRelationClass() {
+        const QorBuildResult made =
+            _builder.addRelationClass(*rc::gen::elementOf(_parts), name(), anyClass(), anyClass());
+        if (made.ok()) _owners.push_back(made.id);
+        if (made.ok()) _relationClasses.push_back(made.id);
+    }
+
+    void setClassValues(QorIdentifier owner) {
+        for (const QorIdentifier attribute : {47, 48, 194, 195})
+            (void)_builder.setClassValue(owner, attribute, *anyText());
+        forEachAttribute(owner, [&](QorIdentifier attribute) {
+            (void)_builder.setClassValue(owner, attribute, number(0, 1) == 0 ? *anyText() : "7");
+        });
+    }
+
+    template <class Visit>
+    void forEachAttribute(QorIdentifier owner, Visit visit) {
+        for (; owner != QorNoIdentifier; owner = _reader.classInfo(owner).superclass)
+            for (const QorAttributeInfo& attribute : _reader.attributesOf(owner)) visit(attribute.id);
+    }
+
+    void setValues(QorIdentifier thing, QorIdentifier cls) {
+        if (number(0, 1) == 0) return;
+        for (const QorIdentifier graphic : {QorAttributeId::Graphic, QorAttributeId::WorkingEnvironmentGraphic})
+            (void)_builder.setValue(thing, graphic, *anyText());
+        forEachAttribute(cls, [&](QorIdentifier attribute) {
+            if (number(0, 2) != 0) (void)_builder.setValue(thing, attribute, number(0, 1) == 0 ? *anyText() : "7");
+        });
+    }
+
+    void addModel() {
+        const auto types = _reader.modelTypesOf(_library);
+        if (types.empty()) return;
+        const QorBuildResult model = _builder.addModel(types.front().id, name(), *anyText());
+        std::vector<QorIdentifier> objects;
+        for (int i = number(0, 6); i > 0 && model.ok() && !_classes.empty(); --i) {
+            const QorIdentifier cls = anyClass();
+            const QorBuildResult object = _builder.addObject(model.id, cls, name());
+            if (!object.ok()) continue;
+            objects.push_back(object.id);
+            setValues(object.id, cls);
+        }
+        for (int i = number(0, 12); i > 0 && !objects.empty() && !_relationClasses.empty(); --i) {
+            const QorIdentifier cls = *rc::gen::elementOf(_relationClasses);
+            const QorBuildResult relation =
+                _builder.addRelation(cls, *rc::gen::elementOf(objects), *rc::gen::elementOf(objects));
+            if (relation.ok()) setValues(relation.id, cls);
+        }
+    }
+
+    QorRepositoryBuilder& _builder;
+    const QorRepositoryReader& _reader;
+    QorIdentifier _library = QorNoIdentifier;
+    std::vector<QorIdentifier> _parts;
+    std::vector<QorIdentifier> _classes;
+    std::vector<QorIdentifier> _records;
+    std::vector<QorIdentifier> _relationClasses;
+    std::vector<QorIdentifier> _owners;
+};
+
+std::vector<QorIdentifier> modelsOf(const Files& files, QorIdentifier library) {
+    std::vector<QorIdentifier> models;
+    for (const QorModelInfo& model : files.reader().modelsOf(library)) models.push_back(model.id);
+    return models;
+}
+
+TEST(Export, ReadsBackAsTheSameThing) {
+    const bool held = rc::check([] {
+        Files original;
+        const QorIdentifier library = RandomRepository(original).make();
+        const std::string libraryText = exportedLibrary(original, library);
+        const std::string modelText = exportedModels(original, modelsOf(original, library));
+
+        Files copy;
+        const QorImportResult read = copy.read(libraryText);
+        RC_LOG() << libraryText << modelText << shown(read.diagnostics);
+        RC_ASSERT(!read.hasErrors());
+        const QorImportResult readModels = copy.read(modelText, read.library);
+        RC_LOG() << shown(readModels.diagnostics);
+        RC_ASSERT(!readModels.hasErrors());
+        RC_ASSERT(Description(copy.reader()).of(read.library) == Description(original.reader()).of(library));
+        RC_ASSERT(exportedLibrary(copy, read.library) == libraryText);
+        RC_ASSERT(exportedModels(copy, readModels.models) == modelText);
+    });
+    EXPECT_TRUE(held);
+}
+
+TEST(Export, LeavesKeywordTextsReadable) {
+    Files files;
+    const QorIdentifier library = files.library(
+        "format: qor.library/1\nname: L\nbusiness_process:\n  texts: {automatic_checks: CHECK_CARDINALITIES}\n  "
+        "classes:\n"
+        "    - {name: \"yes\", cardinalities: \"CARDINALITIES\\n  max-objects: 1\\n\"}\n    - {name: B, cardinalities: "
+        "\" A\\r\"}\n"
+        "    - {name: C, cardinalities: \"  A\\n\\nB\\n\\n\"}\n");
+    EXPECT_EQ(exportedLibrary(files, library), R"(format: qor.library/1
+name: L
+business_process:
+  name: L (business process)
+  texts:
+    automatic_checks: |-
+      CHECK_CARDINALITIES
+  classes:
+    - name: "yes"
+      cardinalities: |
+        CARDINALITIES
+          max-objects: 1
+    - name: B
+      cardinalities: " A\r"
+    - name: C
+      cardinalities: |2+
+          A
+
+        B
+
+working_environment:
+  name: L (working environment)
+)");
+}
+
+TEST(Export, SaysWhatAFileCannotHold) {
+    Files files;
+    QorRepositoryBuilder& builder = files.platform.builder();
+    std::ostringstream out;
+    EXPECT_EQ(Qor_ExportLibrary(files.reader(), 4711, out).problem, "there is no such application library");
+    const QorIdentifier one = files.library(qor::test::kSmallLibrary);
+    const QorIdentifier other = builder
+                                    .addApplicationLibrary(
+                                        "Gr\xFC\xDF"
+                                        "e",
+                                        {}, {})
+                                    .id;
+    EXPECT_NE(exportedLibrary(files, other).find("not UTF-8"), std::string::npos);
+    const std::vector<QorIdentifier> notes =
+        files.models("format: qor.model/1\nmodels: [{name: M, type: Notes}]\n", one);
+    const QorIdentifier type =
+        builder.addModelType(builder.libraryPart(other, QorLibraryPart::BusinessProcess), "T", {}).id;
+    const QorIdentifier foreign = builder.addModel(type, "N", {}).id;
+    EXPECT_EQ(exportedModels(files, {notes[0], foreign}), "failed: the models belong to different method libraries");
+    EXPECT_EQ(exportedModels(files, {one}), "failed: there is no such model");
+    EXPECT_FALSE(qor::interchange::canBeWritten(std::string(20 << 20, 'x')));
+    EXPECT_TRUE(qor::interchange::canBeWritten(std::string(10 << 20, 'x')));
+    EXPECT_FALSE(qor::interchange::canBeWritten(std::string(10 << 20, '\x01')));
+}
+
+std::string textOf(const std::string& name) {
+    std::ifstream file(std::string(QOR_SOURCE_DIR) + "/" + name, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+TEST(Export, KeepsTheShippedFilesAsTheyMean) {
+    Files files;
+    const QorIdentifier library = files.library(textOf("examples/order-handling/library.yaml"));
+    const auto models = files.models(textOf("examples/order-handling/models.yaml"), library);
+    EXPECT_EQ(models.size(), 3U);
+    Files copy;
+    const QorIdentifier again = copy.library(exportedLibrary(files, library));
+    copy.models(exportedModels(files, models), again);
+    EXPECT_EQ(Description(copy.reader()).of(again), Description(files.reader()).of(library));
+}
+
+// Every YAML example of the page that describes the files is a file that can be read, in the page's order.
+TEST(Formats, AreDescribedByExamplesThatWork) {
+    const std::string page = textOf("docs/formats.md");
+    Files files;
+    QorIdentifier library = QorNoIdentifier;
+    int examples = 0;
+    for (std::size_t at = page.find("```yaml\n"); at != std::string::npos; at = page.find("```yaml\n", at + 1)) {
+        const std::size_t begin = page.find('\n', at) + 1;
+        const QorImportResult result = files.read(page.substr(begin, page.find("```", begin) - begin), library);
+        EXPECT_EQ(shown(result.diagnostics), "") << page.substr(begin, 80);
+        if (result.library != QorNoIdentifier) library = result.library;
+        ++examples;
+    }
+    for (std::size_t at = page.find("```json\n"); at != std::string::npos; at = page.find("```json\n", at + 1)) {
+        const std::size_t begin = page.find('\n', at) + 1;
+        EXPECT_EQ(shown(files.read(page.substr(begin, page.find("```", begin) - begin), library).diagnostics), "");
+        ++examples;
+    }
+    EXPECT_GE(examples, 3);
+}
+
+}  // namespace
