@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reading a simulation mapping, asking it, and resetting results. "x_parse" is the time in times of the bare parse of
-// the same text, "x_update" in times of the plain update of the same values, both measured in the same run.
+// the same text, "x_update" in times of the plain update of the same values: the fastest of each, in turns in one run.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -88,15 +89,15 @@ void readMapping(benchmark::State& state) {
         QorKexParser parser(SV::String(text), "Simulation mapping", "Works");
         if (parser.Parse() != 0) state.SkipWithError("the text is wrong");
     };
-    double parsing = 0;
-    double reading = 0;
+    double parsing = 1e9;
+    double reading = 1e9;
     for (auto _ : state) {
-        parsing += secondsOf(parse);
+        parsing = std::min(parsing, secondsOf(parse));
         const double seconds = secondsOf([&] {
             QorSimMappingHandler mapping(library.id);
             if (mapping.init(false) != 0) state.SkipWithError(mapping.GetErrorText().c_str());
         });
-        reading += seconds;
+        reading = std::min(reading, seconds);
         state.SetIterationTime(seconds);
     }
     state.counters["x_parse"] = reading / parsing;
@@ -141,15 +142,15 @@ void resetResults(benchmark::State& state) {
     };
     writeAll(1);
 
-    double updating = 0;
-    double resetting = 0;
+    double updating = 1e9;
+    double resetting = 1e9;
     ISortedSet<long> instances;
     for (auto _ : state) {
-        updating += secondsOf([&] { writeAll(2.5); });
+        updating = std::min(updating, secondsOf([&] { writeAll(2.5); }));
         const double seconds = secondsOf([&] {
             if (QorSimResultAttributes().resetResultAttributes({model}, instances) == 0) state.SkipWithError("refused");
         });
-        resetting += seconds;
+        resetting = std::min(resetting, seconds);
         state.SetIterationTime(seconds);
     }
     state.counters["x_update"] = resetting / updating;

@@ -4,12 +4,14 @@
 // quotes in its names reads again; simulation texts always do.
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreModelingManager.h"
+#include "platform/QorCoreVar.h"
 #include "simmap/QorSimMappingHandler.h"
 #include "simmap/QorSimReadiness.h"
 #include "simmap/QorSimResultAttributes.h"
@@ -108,7 +110,13 @@ void readResults() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static auto* const library = new Library;
+    // A new one now and then: what a repository forgets of its texts it still keeps room for.
+    static std::unique_ptr<Library> library;
+    static int uses = 0;
+    if (uses++ % 10'000 == 0) {
+        library.reset();
+        library = std::make_unique<Library>();
+    }
     std::string text(reinterpret_cast<const char*>(data), size);
     if (text.find('\0') != std::string::npos) return 0;  // no attribute holds one
     for (const bool continueOnError : {false, true}) {

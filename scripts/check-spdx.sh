@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 needs_line() {
     case $1 in
         fuzz/corpus/*) return 1 ;;
-        *.h | *.cpp | *.py | *.sh | *.cmake | *.in | *.po | *.yaml | *.yml | *.map | *.dict) return 0 ;;
+        *.h | *.cpp | *.md | *.py | *.sh | *.cmake | *.in | *.po | *.yaml | *.yml | *.map | *.dict) return 0 ;;
         */CMakeLists.txt | CMakeLists.txt | cmake/*.txt | src/*.txt | .clang-format | .gitignore) return 0 ;;
         *) [[ $(head -c 2 "$1" | tr -d '\0') == '#!' ]] ;;
     esac

@@ -39,7 +39,7 @@ need_packages() {
 }
 
 # build PRESET [TARGET…]: configures and builds; on a terminal with a line of progress, otherwise silent when all goes
-# well. The number of parallel jobs is $QOR_JOBS, or the number of processors.
+# well. The number of parallel jobs is $QOR_JOBS, or the number of processors. With QOR_WERROR=ON warnings are errors.
 build() {
     local preset=$1
     shift
@@ -47,7 +47,7 @@ build() {
     (($# == 0)) || command+=(--target "$@")
     mkdir -p "$root/build"
     [[ -f $root/build/$preset/build.ninja ]] || say "Building ($preset) for the first time; this takes some minutes."
-    if ! (cd "$root" && cmake --preset "$preset") >"$log" 2>&1 </dev/null; then
+    if ! (cd "$root" && cmake --preset "$preset" ${QOR_WERROR:+"-DQOR_WERROR=$QOR_WERROR"}) >"$log" 2>&1 </dev/null; then
         cat "$log" >&2
         say "Configuring the build ($preset) failed."
         return 1

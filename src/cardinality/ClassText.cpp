@@ -120,10 +120,14 @@ bool ClassText::readTarget(QorIdentifier relationClass) {
 void ClassText::queryDirections() {
     if (_directionsKnown) return;
     _directionsKnown = true;
-    if (!succeeded(Request::LeavingRelationClasses, repository().getAllFromRelationsRecursive(_source.cls, _leaving)))
+    if (!succeeded(Request::LeavingRelationClasses, repository().getAllFromRelationsRecursive(_source.cls, _leaving))) {
+        _leaving.removeAll();
         _clean = false;
-    if (!succeeded(Request::ArrivingRelationClasses, repository().getAllToRelationsRecursive(_source.cls, _arriving)))
+    }
+    if (!succeeded(Request::ArrivingRelationClasses, repository().getAllToRelationsRecursive(_source.cls, _arriving))) {
+        _arriving.removeAll();
         _clean = false;
+    }
 }
 
 /// Counts are unsigned: -1 is a very large one.

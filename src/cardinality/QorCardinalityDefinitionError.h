@@ -9,5 +9,5 @@ struct QorCardinalityDefinitionError {
     long cls = -1;
     long attribute = -1;  ///< of the class, holding the text
     QorKexPosition position;
-    SV::String text;  ///< what the handler's error text says about it
+    SV::String text;  ///< what is wrong, without the place; ends in a line feed
 };

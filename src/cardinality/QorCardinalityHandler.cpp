@@ -59,6 +59,11 @@ int QorCardinalityHandler::init(long firstLibrary, long secondLibrary) noexcept 
     return initFromLibrary(firstLibrary) == 1 && initFromLibrary(secondLibrary) == 1 ? 1 : 0;
 }
 
+int QorCardinalityHandler::readFurtherLibrary(long library) noexcept {
+    const QorWaitCursor wait;
+    return initFromLibrary(library);
+}
+
 void QorCardinalityHandler::Reset() noexcept {
     resetCheck();
     _isActive = true;

@@ -43,6 +43,9 @@ public:
     /// and are added to; `Reset` before for a fresh start. The second library is read only when the first had no
     /// errors. 1 when neither had any. O(length of the texts + classes).
     int init(long firstLibrary, long secondLibrary) noexcept;
+    /// Reads the rules of one more library beside what is there, and appends its errors; for the library that `init`
+    /// left unread. 1 when it had no errors.
+    int readFurtherLibrary(long library) noexcept;
     /// Deletes all rules, results and errors, and switches the checks on. When checks run by themselves stays.
     void Reset() noexcept;
     /// Empties the results of the last check, what it has checked, and all error texts.

@@ -33,10 +33,13 @@ std::optional<SV::String> nameOfLibrary(long library) {
     return SV::String(name.view());
 }
 
-/// Appends the parser's error and a line break.
+/// Appends the parser's error, which tells its place, and a line break; beside it the place stands apart.
 void addSyntaxError(const QorKexParser& parser, const TextSource& source, DefinitionErrors errors) {
-    const auto text = parser.GetErrorText() + "\n";
-    errors.text += text.view();
+    errors.text += parser.GetErrorText().view();
+    errors.text += "\n";
+    auto text = source.attributeName + " of class \"" + source.className.view() + "\": ";
+    text += parser.GetErrorReason().view();
+    text += "\n";
     errors.list.push_back({source.library, source.cls, source.attribute, parser.GetErrorPosition(), text});
 }
 

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -84,7 +85,17 @@ void Workspace::load() {
     const QorErrorCode loaded =
         Qor_LoadLibrary(nullptr, _library.library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
                         QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+    readRulesLeftOut();
     collectRuleErrors(loaded);
+}
+
+/// A load ends its reading of rules at the first part with an error; people want the errors and rules of both.
+void Workspace::readRulesLeftOut() {
+    auto& handler = QorCardinalityHandler::Instance();
+    const QorIdentifier first = part(QorLibraryPart::BusinessProcess);
+    const auto& errors = handler.getDefinitionErrors();
+    if (std::any_of(errors.begin(), errors.end(), [first](const auto& error) { return error.library == first; }))
+        (void)handler.readFurtherLibrary(part(QorLibraryPart::WorkingEnvironment));  // told by its definition errors
 }
 
 void Workspace::collectRuleErrors(QorErrorCode loaded) {

@@ -72,6 +72,7 @@ public:
 
 private:
     [[nodiscard]] bool readLibrary();
+    void readRulesLeftOut();
     void collectRuleErrors(QorErrorCode loaded);
 
     QorEmbeddedPlatform _platform;

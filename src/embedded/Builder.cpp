@@ -72,7 +72,11 @@ QorBuildResult Builder::removeApplicationLibrary(QorIdentifier applicationLibrar
 
 QorBuildResult Builder::addModel(QorIdentifier modelType, std::string_view name, std::string_view version) {
     const QorBuildResult result = built([&] { return _repository.models().addModel(modelType, name, version); });
-    if (result.ok()) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelCreated, result.id));
+    if (!result.ok()) return result;
+    const ModelStore& models = _repository.models();
+    const bool isFurther = models.thread(models.model(result.id)->thread)->versions.size() > 1;
+    Qor_RaiseEvent(QorModelEvent(QorEventType::ModelCreated, result.id));
+    if (isFurther) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelVersionsChanged, result.id));
     return result;
 }
 

@@ -22,6 +22,8 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
+bool isForced() { return isSet("CLICOLOR_FORCE") && std::string_view(std::getenv("CLICOLOR_FORCE")) != "0"; }
+
 bool isDumb() {
     const char* const kind = std::getenv("TERM");
     return kind == nullptr || std::string_view(kind) == "dumb";
@@ -52,7 +54,7 @@ std::string printable(std::string_view text, bool manyLines) {
 
 ConsoleWindows::ConsoleWindows()
     : _terminal(::isatty(STDERR_FILENO) == 1 && !isDumb()),
-      _colour((_terminal && !isSet("NO_COLOR")) || isSet("CLICOLOR_FORCE")) {}
+      _colour(!isSet("NO_COLOR") && (_terminal || isForced())) {}
 
 ConsoleWindows::~ConsoleWindows() { clearProgressLine(); }
 

@@ -58,10 +58,10 @@ QorErrorCode ModelingManager::LoadApplicationLibrary(long library, bool lockIt) 
                 return code;
         const LibraryRow* const row = _repository.meta().library(id);
         if (row == nullptr) return QorErrorCode::NotFound;
+        _repository.models().layOut();  // before the locks are taken: memory may run out
         if (lockIt)
             if (const QorErrorCode code = lockAll({id, row->parts[0], row->parts[1]}); code != QorErrorCode::Ok)
                 return code;
-        _repository.models().layOut();
         _session.library = id;
         _session.businessProcess = row->parts[0];
         _session.workingEnvironment = row->parts[1];

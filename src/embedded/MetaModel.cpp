@@ -285,7 +285,7 @@ void MetaModel::forgetPart(PartRow& part) noexcept {
     }
     _store.texts.release(part.name);
     _store.things.remove(part.id);
-    part = {};
+    part.id = QorNoIdentifier;
 }
 
 void MetaModel::removeApplicationLibrary(QorIdentifier id) noexcept {
@@ -297,6 +297,12 @@ void MetaModel::removeApplicationLibrary(QorIdentifier id) noexcept {
     }
     for (const QorIdentifier partId : library.parts) forgetPart(_parts[_store.things.at(partId).index]);
     forget({kAnywhere, nameTag::kLibrary}, editLibrary(id).id, library.name);
+    closeGaps(_store.things, _libraries);
+    closeGaps(_store.things, _parts);
+    closeGaps(_store.things, _classes);
+    closeGaps(_store.things, _relationClasses);
+    closeGaps(_store.things, _attributes);
+    closeGaps(_store.things, _modelTypes);
 }
 
 }  // namespace qor::embedded

@@ -9,39 +9,35 @@ namespace {
 
 constexpr const char* kLibraryClassNames[] = {"Business process library", "Working environment library"};
 
-template <class Row>
-const Row* rowOf(const Store& store, const std::vector<Row>& rows, QorIdentifier id, QorThingKind kind) {
-    const ThingPlace place = store.things.at(id);
-    return place.kind == kind ? &rows[place.index] : nullptr;
-}
-
 }  // namespace
 
 const LibraryRow* MetaModel::library(QorIdentifier id) const {
-    return rowOf(_store, _libraries, id, QorThingKind::ApplicationLibrary);
+    return rowOf(_store.things, _libraries, id, QorThingKind::ApplicationLibrary);
 }
 
-const PartRow* MetaModel::part(QorIdentifier id) const { return rowOf(_store, _parts, id, QorThingKind::LibraryPart); }
+const PartRow* MetaModel::part(QorIdentifier id) const {
+    return rowOf(_store.things, _parts, id, QorThingKind::LibraryPart);
+}
 
 const ClassRow* MetaModel::objectClass(QorIdentifier id) const {
-    return rowOf(_store, _classes, id, QorThingKind::Class);
+    return rowOf(_store.things, _classes, id, QorThingKind::Class);
 }
 
 const ClassRow* MetaModel::anyClass(QorIdentifier id) const {
     const ClassRow* row = objectClass(id);
-    return row ? row : rowOf(_store, _classes, id, QorThingKind::RecordClass);
+    return row ? row : rowOf(_store.things, _classes, id, QorThingKind::RecordClass);
 }
 
 const RelationClassRow* MetaModel::relationClass(QorIdentifier id) const {
-    return rowOf(_store, _relationClasses, id, QorThingKind::RelationClass);
+    return rowOf(_store.things, _relationClasses, id, QorThingKind::RelationClass);
 }
 
 const AttributeRow* MetaModel::attribute(QorIdentifier id) const {
-    return rowOf(_store, _attributes, id, QorThingKind::Attribute);
+    return rowOf(_store.things, _attributes, id, QorThingKind::Attribute);
 }
 
 const ModelTypeRow* MetaModel::modelType(QorIdentifier id) const {
-    return rowOf(_store, _modelTypes, id, QorThingKind::ModelType);
+    return rowOf(_store.things, _modelTypes, id, QorThingKind::ModelType);
 }
 
 std::vector<QorIdentifier> MetaModel::libraries() const {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a repository keeps about method libraries. A removed row keeps its place and has no identifier any more.
+// What a repository keeps about method libraries. A removed row has no identifier any more, and is swept.
 #pragma once
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a repository keeps about models, apart from their objects and relations (InstanceTables.h). A removed row keeps
-// its place and has no identifier any more.
+// What a repository keeps about models, apart from their objects and relations (InstanceTables.h). A removed row has no
+// identifier any more, and is swept later.
 #pragma once
 #include <vector>
 

@@ -178,6 +178,7 @@ QorBuildResult ModelStore::removeModel(QorIdentifier id) {
     _store.texts.release(row.version);
     editModel(id).id = QorNoIdentifier;
     _store.things.remove(id);
+    ++_gone.models;
     _meta.editLibrary(library).models.noteRemoval(_store.things);
     thread.versions.noteRemoval(_store.things);
     if (thread.versions.empty()) forgetThread(row.thread);
@@ -192,7 +193,7 @@ void ModelStore::forgetRelation(QorIdentifier id) noexcept {
     --_meta.editRelationClass(row.relationClass).instances;
     row.id = QorNoIdentifier;
     _store.things.remove(id);
-    ++_goneRelations;
+    ++_gone.relations;
 }
 
 void ModelStore::forgetObject(QorIdentifier id) noexcept {
@@ -204,7 +205,7 @@ void ModelStore::forgetObject(QorIdentifier id) noexcept {
     _store.texts.release(row.name);
     row.id = QorNoIdentifier;
     _store.things.remove(id);
-    ++_goneObjects;
+    ++_gone.objects;
 }
 
 void ModelStore::forgetThread(QorIdentifier id) noexcept {
@@ -213,6 +214,7 @@ void ModelStore::forgetThread(QorIdentifier id) noexcept {
     _store.texts.release(row.name);
     row = {};
     _store.things.remove(id);
+    ++_gone.threads;
 }
 
 void ModelStore::reserve(std::size_t objects, std::size_t relations) {
@@ -223,27 +225,25 @@ void ModelStore::reserve(std::size_t objects, std::size_t relations) {
 }
 
 void ModelStore::layOut() {
-    if (_goneObjects + _goneRelations + _goneRows > 0) sweep();
+    if (_gone.objects + _gone.relations > 0) sweep();
     _adjacency.foldIn();
 }
 
 void ModelStore::sweepWhenHalfIsGone() noexcept {
-    if (_goneObjects * 2 > _tables.objects.size() || _goneRelations * 2 > _tables.relations.size() ||
-        _goneRows * 2 > _rows.size())
+    const auto halfOf = [](std::size_t gone, const auto& rows) { return gone * 2 > rows.size(); };
+    if (halfOf(_gone.objects, _tables.objects) || halfOf(_gone.relations, _tables.relations) ||
+        halfOf(_gone.rows, _rows) || halfOf(_gone.models, _models) || halfOf(_gone.threads, _threads))
         sweep();
 }
 
-// Closes the gaps that deleted rows left.
 void ModelStore::sweep() noexcept {
-    const auto closeGaps = [&](auto& rows, QorThingKind kind) {
-        std::erase_if(rows, [](const auto& row) { return row.id == QorNoIdentifier; });
-        for (std::size_t at = 0; at < rows.size(); ++at) _store.things.place(rows[at].id, kind, at);
-    };
-    closeGaps(_tables.objects, QorThingKind::Object);
-    closeGaps(_tables.relations, QorThingKind::Relation);
-    closeGaps(_rows, QorThingKind::RecordRow);
-    _goneObjects = _goneRelations = _goneRows = 0;
-    _adjacency.forget();
+    if (_gone.objects + _gone.relations > 0) _adjacency.forget();
+    closeGaps(_store.things, _tables.objects);
+    closeGaps(_store.things, _tables.relations);
+    closeGaps(_store.things, _rows);
+    closeGaps(_store.things, _models);
+    closeGaps(_store.things, _threads);
+    _gone = {};
 }
 
 }  // namespace qor::embedded

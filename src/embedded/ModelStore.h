@@ -66,6 +66,14 @@ public:
     [[nodiscard]] std::size_t bytes() const;
 
 private:
+    // Rows without an identifier, to be swept.
+    struct Gone {
+        std::size_t objects = 0;
+        std::size_t relations = 0;
+        std::size_t rows = 0;
+        std::size_t models = 0;
+        std::size_t threads = 0;
+    };
     using RowKey = std::pair<QorIdentifier, QorIdentifier>;  // owner, attribute
 
     [[nodiscard]] std::string_view text(TextRef ref) const { return _store.texts.view(ref); }
@@ -89,9 +97,7 @@ private:
     std::vector<ThreadRow> _threads;
     std::vector<ModelRow> _models;
     InstanceTables _tables;
-    std::size_t _goneObjects = 0;
-    std::size_t _goneRelations = 0;
-    std::size_t _goneRows = 0;
+    Gone _gone;
     std::vector<RecordRow> _rows;
     std::map<RowKey, std::vector<QorIdentifier>> _rowsOf;
     Adjacency _adjacency{_store.things, _tables};

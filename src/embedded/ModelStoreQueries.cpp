@@ -5,31 +5,25 @@
 
 namespace qor::embedded {
 
-namespace {
-
-template <class Row>
-const Row* rowOf(const Store& store, const std::vector<Row>& rows, QorIdentifier id, QorThingKind kind) {
-    const ThingPlace place = store.things.at(id);
-    return place.kind == kind ? &rows[place.index] : nullptr;
-}
-
-}  // namespace
-
 const ThreadRow* ModelStore::thread(QorIdentifier id) const {
-    return rowOf(_store, _threads, id, QorThingKind::ModelThread);
+    return rowOf(_store.things, _threads, id, QorThingKind::ModelThread);
 }
 
-const ModelRow* ModelStore::model(QorIdentifier id) const { return rowOf(_store, _models, id, QorThingKind::Model); }
+const ModelRow* ModelStore::model(QorIdentifier id) const {
+    return rowOf(_store.things, _models, id, QorThingKind::Model);
+}
 
 const ObjectRow* ModelStore::object(QorIdentifier id) const {
-    return rowOf(_store, _tables.objects, id, QorThingKind::Object);
+    return rowOf(_store.things, _tables.objects, id, QorThingKind::Object);
 }
 
 const RelationRow* ModelStore::relation(QorIdentifier id) const {
-    return rowOf(_store, _tables.relations, id, QorThingKind::Relation);
+    return rowOf(_store.things, _tables.relations, id, QorThingKind::Relation);
 }
 
-const RecordRow* ModelStore::row(QorIdentifier id) const { return rowOf(_store, _rows, id, QorThingKind::RecordRow); }
+const RecordRow* ModelStore::row(QorIdentifier id) const {
+    return rowOf(_store.things, _rows, id, QorThingKind::RecordRow);
+}
 
 QorIdentifier ModelStore::classOfInstance(QorIdentifier id) const {
     const ThingPlace place = _store.things.at(id);
@@ -108,7 +102,8 @@ std::size_t ModelStore::bytes() const {
         for (const ObjectsOfClass& bucket : row.byClass) lists += bucket.objects.bytes();
     }
     return _tables.objects.capacity() * sizeof(ObjectRow) + _tables.relations.capacity() * sizeof(RelationRow) +
-           _adjacency.bytes() + lists;
+           _rows.capacity() * sizeof(RecordRow) + _models.capacity() * sizeof(ModelRow) +
+           _threads.capacity() * sizeof(ThreadRow) + _adjacency.bytes() + lists;
 }
 
 }  // namespace qor::embedded

@@ -45,7 +45,7 @@ void ModelStore::forgetRow(QorIdentifier id) noexcept {
     --_meta.editClass(gone.recordClass).instances;
     gone = {};
     _store.things.remove(id);
-    ++_goneRows;
+    ++_gone.rows;
 }
 
 // All rows of all record attributes of the owner.

@@ -11,6 +11,7 @@
 #include "embedded/Repository.h"
 #include "embedded/Settings.h"
 #include "embedded/Users.h"
+#include "platform/QorGuard.h"
 
 using namespace qor::embedded;
 
@@ -50,7 +51,9 @@ QorEmbeddedPlatform::~QorEmbeddedPlatform() = default;
 const QorHost& QorEmbeddedPlatform::host() const { return _impl->host; }
 QorRepositoryBuilder& QorEmbeddedPlatform::builder() { return _impl->builder; }
 const QorRepositoryReader& QorEmbeddedPlatform::reader() const { return _impl->reader; }
-void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) { _impl->users.setCurrentUser(logonName); }
+void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
+    Qor_Guarded("embedded", [&] { _impl->users.setCurrentUser(logonName); });
+}
 const QorShownWindows& QorEmbeddedPlatform::shown() const { return _impl->recording.shown(); }
 void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }

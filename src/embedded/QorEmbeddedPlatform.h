@@ -32,7 +32,7 @@ public:
     /// Goes on as another user, who comes into being by being named. Locks stay with those who took them.
     void setCurrentUser(std::string_view logonName);
 
-    /// What was shown so far; stays empty with a console.
+    /// The last things that were shown, at least 10,000 of them; stays empty with a console.
     [[nodiscard]] const QorShownWindows& shown() const;
     void forgetShown();
 

@@ -77,7 +77,8 @@ struct QorRelationInfo {
 };
 
 /// Everything that export and listings need and the contracts do not offer. Texts are views that hold until the
-/// repository next changes; lists come in order of adding. Unknown identifiers give empty results.
+/// repository next changes; lists come in order of adding. Unknown identifiers give empty results; so does a lack of
+/// memory, after an internal error was shown.
 class QOR_API QorRepositoryReader {
 public:
     virtual ~QorRepositoryReader();

@@ -1,7 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/Reader.h"
 
+#include "platform/QorGuard.h"
+
 namespace qor::embedded {
+
+namespace {
+
+// Runs a query that fills a list; without memory for it the list is empty.
+template <class Query>
+auto listed(Query query) noexcept {
+    return Qor_Guarded("embedded", decltype(query())(), query);
+}
+
+}  // namespace
 
 Reader::~Reader() = default;
 
@@ -11,7 +23,9 @@ std::string_view Reader::nameOf(QorIdentifier id) const { return _repository.nam
 
 // ---- Method libraries ----
 
-std::vector<QorIdentifier> Reader::applicationLibraries() const { return _repository.meta().libraries(); }
+std::vector<QorIdentifier> Reader::applicationLibraries() const {
+    return listed([&] { return _repository.meta().libraries(); });
+}
 
 QorIdentifier Reader::applicationLibraryOf(QorIdentifier id) const { return _repository.applicationLibraryOf(id); }
 
@@ -28,10 +42,12 @@ QorClassInfo Reader::classInfo(QorIdentifier cls) const {
 }
 
 std::vector<QorClassInfo> Reader::classesOf(QorIdentifier part) const {
-    std::vector<QorClassInfo> classes;
-    if (const PartRow* row = _repository.meta().part(part))
-        for (const QorIdentifier id : row->classes) classes.push_back(classInfo(id));
-    return classes;
+    return listed([&] {
+        std::vector<QorClassInfo> classes;
+        if (const PartRow* row = _repository.meta().part(part))
+            for (const QorIdentifier id : row->classes) classes.push_back(classInfo(id));
+        return classes;
+    });
 }
 
 QorRelationClassInfo Reader::relationClassInfo(QorIdentifier relationClass) const {
@@ -41,35 +57,42 @@ QorRelationClassInfo Reader::relationClassInfo(QorIdentifier relationClass) cons
 }
 
 std::vector<QorRelationClassInfo> Reader::relationClassesOf(QorIdentifier part) const {
-    std::vector<QorRelationClassInfo> classes;
-    if (const PartRow* row = _repository.meta().part(part))
-        for (const QorIdentifier id : row->relationClasses) classes.push_back(relationClassInfo(id));
-    return classes;
+    return listed([&] {
+        std::vector<QorRelationClassInfo> classes;
+        if (const PartRow* row = _repository.meta().part(part))
+            for (const QorIdentifier id : row->relationClasses) classes.push_back(relationClassInfo(id));
+        return classes;
+    });
 }
 
 QorAttributeInfo Reader::attributeInfo(QorIdentifier attribute) const {
-    QorAttributeInfo info;
-    const AttributeRow* const row = _repository.meta().attribute(attribute);
-    if (row == nullptr) return info;
-    info.id = row->id;
-    info.owner = row->owner;
-    info.type = row->type;
-    info.level = row->level;
-    info.name = _repository.text(row->name);
-    info.defaultText = _repository.text(row->defaultText);
-    for (const TextRef value : row->enumeration) info.enumeration.push_back(_repository.text(value));
-    info.target = row->target;
-    info.refersToModels = row->refersToModels;
-    return info;
+    return listed([&] {
+        QorAttributeInfo info;
+        const AttributeRow* const row = _repository.meta().attribute(attribute);
+        if (row == nullptr) return info;
+        info.id = row->id;
+        info.owner = row->owner;
+        info.type = row->type;
+        info.level = row->level;
+        info.name = _repository.text(row->name);
+        info.defaultText = _repository.text(row->defaultText);
+        for (const TextRef value : row->enumeration) info.enumeration.push_back(_repository.text(value));
+        info.target = row->target;
+        info.refersToModels = row->refersToModels;
+        return info;
+    });
 }
 
 std::vector<QorAttributeInfo> Reader::attributesOf(QorIdentifier owner) const {
-    std::vector<QorAttributeInfo> infos;
-    const ClassRow* const cls = _repository.meta().anyClass(owner);
-    const RelationClassRow* const relationClass = _repository.meta().relationClass(owner);
-    if (cls == nullptr && relationClass == nullptr) return infos;
-    for (const QorIdentifier id : cls ? cls->attributes : relationClass->attributes) infos.push_back(attributeInfo(id));
-    return infos;
+    return listed([&] {
+        std::vector<QorAttributeInfo> infos;
+        const ClassRow* const cls = _repository.meta().anyClass(owner);
+        const RelationClassRow* const relationClass = _repository.meta().relationClass(owner);
+        if (cls == nullptr && relationClass == nullptr) return infos;
+        for (const QorIdentifier id : cls ? cls->attributes : relationClass->attributes)
+            infos.push_back(attributeInfo(id));
+        return infos;
+    });
 }
 
 QorIdentifier Reader::findAttribute(QorIdentifier owner, std::string_view name) const {
@@ -102,16 +125,20 @@ std::string_view Reader::libraryValue(QorIdentifier library, QorIdentifier attri
 }
 
 std::vector<QorModelTypeInfo> Reader::modelTypesOf(QorIdentifier applicationLibrary) const {
-    std::vector<QorModelTypeInfo> types;
-    if (const LibraryRow* library = _repository.meta().library(applicationLibrary))
-        for (const QorIdentifier id : library->modelTypes)
-            types.push_back({id, _repository.meta().partOf(id), _repository.nameOf(id)});
-    return types;
+    return listed([&] {
+        std::vector<QorModelTypeInfo> types;
+        if (const LibraryRow* library = _repository.meta().library(applicationLibrary))
+            for (const QorIdentifier id : library->modelTypes)
+                types.push_back({id, _repository.meta().partOf(id), _repository.nameOf(id)});
+        return types;
+    });
 }
 
 std::vector<QorIdentifier> Reader::visibleClasses(QorIdentifier modelType) const {
-    const ModelTypeRow* const row = _repository.meta().modelType(modelType);
-    return row ? row->classes : std::vector<QorIdentifier>();
+    return listed([&] {
+        const ModelTypeRow* const row = _repository.meta().modelType(modelType);
+        return row ? row->classes : std::vector<QorIdentifier>();
+    });
 }
 
 // ---- Models ----
@@ -124,10 +151,12 @@ QorModelInfo Reader::modelInfo(QorIdentifier model) const {
 }
 
 std::vector<QorModelInfo> Reader::modelsOf(QorIdentifier applicationLibrary) const {
-    std::vector<QorModelInfo> models;
-    if (const LibraryRow* library = _repository.meta().library(applicationLibrary))
-        library->models.forEach(_repository.things(), [&](QorIdentifier id) { models.push_back(modelInfo(id)); });
-    return models;
+    return listed([&] {
+        std::vector<QorModelInfo> models;
+        if (const LibraryRow* library = _repository.meta().library(applicationLibrary))
+            library->models.forEach(_repository.things(), [&](QorIdentifier id) { models.push_back(modelInfo(id)); });
+        return models;
+    });
 }
 
 QorIdentifier Reader::modelOf(QorIdentifier objectOrRelation) const {
@@ -135,8 +164,10 @@ QorIdentifier Reader::modelOf(QorIdentifier objectOrRelation) const {
 }
 
 std::vector<QorIdentifier> Reader::objectsOf(QorIdentifier model) const {
-    const ModelRow* const row = _repository.models().model(model);
-    return row ? row->objects.copy<QorIdentifier>(_repository.things()) : std::vector<QorIdentifier>();
+    return listed([&] {
+        const ModelRow* const row = _repository.models().model(model);
+        return row ? row->objects.copy<QorIdentifier>(_repository.things()) : std::vector<QorIdentifier>();
+    });
 }
 
 QorIdentifier Reader::classOfObject(QorIdentifier object) const {
@@ -150,12 +181,14 @@ QorRelationInfo Reader::relationInfo(QorIdentifier relation) const {
 }
 
 std::vector<QorRelationInfo> Reader::relationsOf(QorIdentifier model) const {
-    std::vector<QorRelationInfo> relations;
-    const ModelRow* const row = _repository.models().model(model);
-    if (row == nullptr) return relations;
-    relations.reserve(row->relations.size());
-    row->relations.forEach(_repository.things(), [&](QorIdentifier id) { relations.push_back(relationInfo(id)); });
-    return relations;
+    return listed([&] {
+        std::vector<QorRelationInfo> relations;
+        const ModelRow* const row = _repository.models().model(model);
+        if (row == nullptr) return relations;
+        relations.reserve(row->relations.size());
+        row->relations.forEach(_repository.things(), [&](QorIdentifier id) { relations.push_back(relationInfo(id)); });
+        return relations;
+    });
 }
 
 std::string_view Reader::valueOf(QorIdentifier instance, QorIdentifier attribute) const {

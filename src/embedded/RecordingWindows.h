@@ -7,7 +7,8 @@
 
 namespace qor::embedded {
 
-// Shows nothing and remembers everything; questions are answered with no, dialogs cancelled.
+// Shows nothing and remembers what it would have shown, the last 10,000 things at least. Questions are answered with
+// no, dialogs cancelled.
 class RecordingWindows final : public QorWindows {
 public:
     ~RecordingWindows() override;
@@ -27,6 +28,10 @@ public:
     QorErrorCode refreshLibraryList() override;
 
 private:
+    static constexpr std::size_t kKept = 10000;
+
+    void note(QorShownKind kind, unsigned long style = 0, std::string text = {});
+
     QorShownWindows _shown;
     std::map<long, std::string> _progress;
     long _lastProgress = 0;

@@ -79,4 +79,19 @@ private:
     std::vector<std::uint32_t> _entries;
 };
 
+// The row behind an identifier; null when the identifier is of another kind.
+template <class Row>
+[[nodiscard]] const Row* rowOf(const ThingTable& things, const std::vector<Row>& rows, QorIdentifier id,
+                               QorThingKind kind) {
+    const ThingPlace place = things.at(id);
+    return place.kind == kind ? &rows[place.index] : nullptr;
+}
+
+// Takes out the rows that have no identifier any more and tells the things that stay their new places.
+template <class Row>
+void closeGaps(ThingTable& things, std::vector<Row>& rows) noexcept {
+    std::erase_if(rows, [](const Row& row) { return row.id == QorNoIdentifier; });
+    for (std::size_t at = 0; at < rows.size(); ++at) things.place(rows[at].id, things.kindOf(rows[at].id), at);
+}
+
 }  // namespace qor::embedded

@@ -66,7 +66,10 @@ void Values::clear(QorIdentifier thing, const AttributeRow& attribute) noexcept 
 }
 
 void Values::clearAll(QorIdentifier thing, QorIdentifier owner) noexcept {
-    for (const FixedAttribute& fixed : fixedAttributes()) clear(thing, *_meta.attribute(fixed.id));
+    const bool isInstance = thing != owner;
+    for (const FixedAttribute& fixed : fixedAttributes())
+        if (!isInstance || levelOf(fixed.owner) == QorAttributeLevel::Instance)
+            clear(thing, *_meta.attribute(fixed.id));
     const auto clearOwned = [&](const std::vector<QorIdentifier>& attributes) {
         for (const QorIdentifier id : attributes) clear(thing, *_meta.attribute(id));
     };

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] std::optional<std::string_view> own(QorIdentifier thing, QorIdentifier attribute) const;
 
     void clear(QorIdentifier thing, const AttributeRow& attribute) noexcept;
-    // All values of an instance, class or library; `owner` says whose attributes they are.
+    // All values of an instance, or of a class or library; `owner` says whose attributes they are.
     void clearAll(QorIdentifier thing, QorIdentifier owner) noexcept;
 
 private:

@@ -44,7 +44,7 @@ LockState checkLock(const LoadContext& context, long library) {
     (void)QorUserManager::allUmansGetCurrentUserID(user);  // an unknown user holds no lock
     QorUserID holder;
     if (!repository().isLibraryLocked(library, holder)) return LockState::Free;
-    if (holder == user) return LockState::HeldByCurrentUser;
+    if (!user.isNone() && holder == user) return LockState::HeldByCurrentUser;
 
     if (!context.isSilent())
         context.showError(Qor_Message(message::libraryLocked,

@@ -5,7 +5,7 @@
 
 namespace {
 constexpr QorEventPriority kPriority = 600;
-const QorLibLoadManWatcher g_watcher;
+QorLibLoadManWatcher g_watcher;
 }  // namespace
 
 QorLibLoadManWatcher::QorLibLoadManWatcher() {
@@ -19,8 +19,8 @@ QorLibLoadManWatcher::~QorLibLoadManWatcher() = default;
 void QorLibLoadManWatcher::onLibraryLoaded(const QorLibraryEvent&) {
     if (_isOwner) return;
     if (QorGrObjAttrHandler::IsToolkitMode() || QorGrObjAttrHandler::GetGlobal() != nullptr) return;
-    _isOwner = true;
     _handler = new QorGrObjAttrHandler(true, false);
+    _isOwner = true;
     QorGrObjAttrHandler::SetGlobal(_handler);
 }
 

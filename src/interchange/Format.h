@@ -89,7 +89,7 @@ inline constexpr std::array kAttributeTypes = {
     return nullptr;
 }
 
-/// Longest line of a YAML file in bytes.
-inline constexpr std::size_t kMaxYamlLine = std::size_t{16} << 20;
+/// Longest line of a YAML file, and longest text, in bytes.
+inline constexpr std::size_t kMaxStretch = std::size_t{16} << 20;
 
 }  // namespace qor::interchange

@@ -3,6 +3,7 @@
 
 #include "interchange/Document.h"
 #include "interchange/Format.h"
+#include "interchange/SourceText.h"
 #include "interchange/Wording.h"
 
 namespace qor::interchange {
@@ -11,12 +12,11 @@ namespace {
 constexpr std::size_t kBeginning = std::size_t{1} << 16;
 constexpr std::size_t kStep = std::size_t{1} << 20;
 
-bool isHopeless(std::string_view text, Notation notation, std::size_t step) {
-    const std::size_t from = text.size() - step;
-    if (text.find('\0', from) != std::string_view::npos) return true;
-    if (notation != Notation::Yaml || text.size() <= kMaxYamlLine) return false;
-    const std::size_t feed = text.rfind('\n');
-    return text.size() - (feed == std::string_view::npos ? 0 : feed) > kMaxYamlLine + 1;
+// The last step brought a zero byte, or ends in the midst of a line or text that is too long already.
+bool isHopeless(std::string_view text, TextForm form, std::size_t step) {
+    if (text.find('\0', text.size() - step) != std::string_view::npos) return true;
+    const std::size_t mark = text.rfind(stretchEnd(form));
+    return text.size() - (mark == std::string_view::npos ? 0 : mark) > kMaxStretch + 1;
 }
 
 Input openAnew(const std::string& path) {
@@ -37,14 +37,14 @@ bool Input::readAll() {
         return false;
     }
     text.reserve(file->size() + kStep);
-    const Notation notation = notationOf(text);
-    bool hopeless = isHopeless(text, notation, text.size());
+    const TextForm form = notationOf(text) == Notation::Json ? TextForm::Json : TextForm::Yaml;
+    bool hopeless = isHopeless(text, form, text.size());
     while (!hopeless && problem.empty()) {
         const std::size_t before = text.size();
         if (!readMore(*file, kStep, text)) problem = file->problem();
         if (text.size() == before) break;
         if (text.size() > kMaxDocument) problem = tooLarge;
-        hopeless = isHopeless(text, notation, text.size() - before);
+        hopeless = isHopeless(text, form, text.size() - before);
     }
     return problem.empty();
 }

@@ -261,6 +261,8 @@ void LibraryReader::setClassValues(const Class& cls) {
             const QorBuildResult set = _building.builder.setClassValue(cls.id, attribute, _tree.text(node));
             if (!set.ok()) _building.error(node, _building.whyNotTaken(set, attribute, _tree.text(node)));
             _building.reading.findings.places().addText(cls.id, attribute, textPlaceOf(_tree, node));
+            if (kClassTexts[i].isKeywordText && cls.fields.flag(kAbstract))
+                _building.warn(node, "these rules are not read: the class is abstract and has no objects");
         }
     }
     setValues(cls.id, cls.fields[kValues], cls.doubtful);

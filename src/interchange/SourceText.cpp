@@ -46,6 +46,17 @@ std::string faultAt(std::string_view text, std::size_t offset, const Character& 
     return {};
 }
 
+// Where a stretch begins that does not end in time; npos when there is none.
+std::size_t endlessStretch(std::string_view text, TextForm form) {
+    std::size_t begin = 0;
+    while (text.size() - begin > kMaxStretch) {
+        const std::size_t end = text.find(stretchEnd(form), begin);
+        if (end == std::string_view::npos || end - begin > kMaxStretch) return begin;
+        begin = end + 1;
+    }
+    return std::string_view::npos;
+}
+
 }  // namespace
 
 Character characterAt(std::string_view text, std::size_t offset) {
@@ -83,7 +94,6 @@ bool isReadableText(std::string_view text, TextForm form, Findings& findings) {
         findings.error(LineCursor(text).at(zero), "a zero byte: this is no text file");
         return false;
     }
-    std::size_t lineStart = 0;
     for (std::size_t offset = 0; offset < text.size();) {
         const unsigned char byte = byteAt(text, offset);
         if (byte >= 0x20 && byte < 0x7F) {
@@ -96,17 +106,12 @@ bool isReadableText(std::string_view text, TextForm form, Findings& findings) {
             return false;
         }
         offset += c.length;
-        if (c.value == '\n') {
-            if (form == TextForm::Yaml && offset - lineStart > kMaxYamlLine) break;
-            lineStart = offset;
-        }
     }
-    const std::size_t lineEnd = std::min(text.find('\n', lineStart), text.size());
-    if (form == TextForm::Yaml && lineEnd - lineStart > kMaxYamlLine) {
-        findings.error(LineCursor(text).at(lineStart), "a line of more than 16 MiB");
-        return false;
-    }
-    return true;
+    const std::size_t stretch = endlessStretch(text, form);
+    if (stretch == std::string_view::npos) return true;
+    findings.error(LineCursor(text).at(stretch),
+                   form == TextForm::Yaml ? "a line of more than 16 MiB" : "a text of more than 16 MiB");
+    return false;
 }
 
 std::string_view withoutByteOrderMark(std::string_view text) {
@@ -114,12 +119,11 @@ std::string_view withoutByteOrderMark(std::string_view text) {
 }
 
 Mark LineCursor::at(std::size_t offset) {
-    while (true) {
-        const void* found = std::memchr(_text.data() + _lineStart, '\n', offset - _lineStart);
-        if (found == nullptr) break;
-        _lineStart = static_cast<std::size_t>(static_cast<const char*>(found) - _text.data()) + 1;
+    while (const void* const feed = std::memchr(_text.data() + _searched, '\n', offset - _searched)) {
+        _lineStart = _searched = static_cast<std::size_t>(static_cast<const char*>(feed) - _text.data()) + 1;
         ++_line;
     }
+    _searched = offset;
     return {_line, static_cast<std::uint32_t>(offset - _lineStart + 1)};
 }
 

@@ -28,6 +28,10 @@ enum class TextForm { Yaml, Json };
 /// reported.
 [[nodiscard]] bool isReadableText(std::string_view text, TextForm form, Findings& findings);
 
+/// What ends a stretch that must not become longer than kMaxStretch: the line feed of a line of YAML, the quotation
+/// mark of a text in JSON.
+[[nodiscard]] constexpr char stretchEnd(TextForm form) { return form == TextForm::Yaml ? '\n' : '"'; }
+
 /// The byte order mark of UTF-8 taken away.
 [[nodiscard]] std::string_view withoutByteOrderMark(std::string_view text);
 
@@ -40,6 +44,7 @@ public:
 private:
     std::string_view _text;
     std::size_t _lineStart = 0;
+    std::size_t _searched = 0;  // no line feed between the line's start and here
     std::uint32_t _line = 1;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/TextArena.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -13,21 +14,23 @@ TextArena::Ref TextArena::addChunk(std::size_t size) {
     return static_cast<Ref>((_chunks.size() - 1) << kChunkBits);
 }
 
+// Small at first: most files are.
+void TextArena::beginSharedChunk() {
+    constexpr std::size_t kFirstSize = 4096;
+    _sharedSize = std::clamp(_sharedSize * 2, kFirstSize, kChunkSize);
+    _next = addChunk(_sharedSize);
+    _room = _sharedSize;
+}
+
 TextArena::Ref TextArena::add(std::string_view text) {
-    if (_chunks.empty()) {
-        _next = addChunk(kChunkSize);
-        _room = kChunkSize;
-    }
-    Ref ref = _next;
-    if (text.size() > kChunkSize / 4) {
+    Ref ref = 0;
+    if (text.size() > std::max(_sharedSize, kChunkSize / 8) / 4) {
         // Large texts get a chunk to themselves, so that little room is lost at the end of the shared ones.
         ref = addChunk(text.size());
     } else {
         // A text may fill a chunk but not begin behind its end: that would be the next chunk's number.
-        if (text.size() >= _room) {
-            ref = _next = addChunk(kChunkSize);
-            _room = kChunkSize;
-        }
+        while (text.size() >= _room) beginSharedChunk();
+        ref = _next;
         _next += static_cast<Ref>(text.size());
         _room -= text.size();
     }

@@ -25,10 +25,12 @@ private:
     static constexpr Ref kOffsetMask = kChunkSize - 1;
 
     Ref addChunk(std::size_t size);
+    void beginSharedChunk();
 
     std::vector<std::unique_ptr<char[]>> _chunks;
     Ref _next = 0;          // where the next small text goes
     std::size_t _room = 0;  // bytes left behind it
+    std::size_t _sharedSize = 0;
 };
 
 }  // namespace qor::interchange

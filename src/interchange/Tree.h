@@ -67,7 +67,7 @@ private:
         NodeId node;
         std::uint32_t indent;
     };
-    static constexpr unsigned kChunkBits = 12;
+    static constexpr unsigned kChunkBits = 8;
     static constexpr std::uint32_t kChunkMask = (1U << kChunkBits) - 1;
 
     [[nodiscard]] const Node& at(NodeId node) const { return _chunks[node >> kChunkBits][node & kChunkMask]; }

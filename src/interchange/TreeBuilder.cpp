@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "interchange/Format.h"
 #include "interchange/Wording.h"
 
 namespace qor::interchange {
@@ -43,7 +44,7 @@ void TreeBuilder::seal(const Level& level) {
 }
 
 bool TreeBuilder::text(NodeKind kind, std::string_view text, Mark mark, std::uint32_t indent) {
-    if (text.size() > kMaxText) {
+    if (text.size() > kMaxStretch) {
         _findings.error(mark, "a text of more than 16 MiB");
         return false;
     }

@@ -31,7 +31,6 @@ private:
         bool withinKey;  // already complained about
     };
     static constexpr std::size_t kMaxDepth = 64;
-    static constexpr std::size_t kMaxText = std::size_t{16} << 20;
 
     NodeId add(NodeKind kind, Mark mark);
     [[nodiscard]] bool atKey() const;

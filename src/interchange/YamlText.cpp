@@ -10,8 +10,8 @@
 namespace qor::interchange {
 namespace {
 
-constexpr std::size_t kMaxOneLine = kMaxYamlLine / 8;  // an escape takes at most six bytes
-constexpr std::size_t kMaxBlock = kMaxYamlLine - 4096;
+constexpr std::size_t kMaxOneLine = kMaxStretch / 8;  // an escape takes at most six bytes
+constexpr std::size_t kMaxBlock = kMaxStretch - 4096;
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 
 bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }

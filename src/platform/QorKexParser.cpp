@@ -206,6 +206,13 @@ const SV::String& QorKexParser::GetErrorText() const {
     return _impl ? _impl->error : outOfMemory;
 }
 
+SV::String QorKexParser::GetErrorReason() const {
+    constexpr std::string_view kBehindPosition = ": ";
+    const std::string_view error = GetErrorText().view();
+    if (GetErrorPosition().line == 0) return error;
+    return error.substr(error.find(kBehindPosition) + kBehindPosition.size());
+}
+
 QorKexPosition QorKexParser::GetErrorPosition() const { return _impl ? _impl->errorPosition : QorKexPosition(); }
 
 void QorKexParser::MakeErrorText(SV::String& text) const {

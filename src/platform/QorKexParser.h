@@ -79,6 +79,8 @@ public:
 
     /// Error of the last Parse, with its line and column; empty after success, never empty after a failure.
     [[nodiscard]] const SV::String& GetErrorText() const;
+    /// That error without its line and column, for who tells the place in another way.
+    [[nodiscard]] SV::String GetErrorReason() const;
     /// Where that error stands.
     [[nodiscard]] QorKexPosition GetErrorPosition() const;
     /// Appends to `text`: after a failed Parse the source names and its error ("Cardinality (Task, Orders): line 3,

@@ -74,11 +74,10 @@ int ClassesRecord::readSide(const ClassSide& side, ISortedSet<long>& classes) {
 
     std::vector<long> members;
     NumberedKey key(side.prefix);
-    for (; _parser.IsContained(key.view()); key.next()) {
-        const auto name = _parser.GetStrValue(key.view());
-        const auto cls = frame::findClass(part, name);
+    for (auto name = valueOf(_parser, key.view()); name; key.next(), name = valueOf(_parser, key.view())) {
+        const auto cls = frame::findClass(part, *name);
         if (!cls) {
-            const int code = _errors.unknown(_parser.GetKeyPosition(key.view()), name.view());
+            const int code = _errors.unknown(_parser.GetKeyPosition(key.view()), name->view());
             if (_tolerance.isStoppedBy(code)) return code;
         } else if (!collectWithSubclasses(*cls, possible, members)) {
             reportInternalError(side.subclassesLine);

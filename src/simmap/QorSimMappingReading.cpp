@@ -81,6 +81,8 @@ int QorSimMappingHandler::readText(const SV::String& text, bool continueOnError)
         const int code = readElement(parser, optionCount, hasClasses, continueOnError);
         if (tolerance.isStoppedBy(code)) return code;
     }
+    // Lays the actions out, so that queries need no memory.
+    for (const auto& option : _options) (void)option->actions.begin();
     if (const int code = setDefaultSettings(_defined ? 0 : 1, hasClasses ? 0 : 1); code != QorSimCode::Ok) return code;
     _parsed = true;
     return tolerance.result();

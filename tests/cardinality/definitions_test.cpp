@@ -177,8 +177,9 @@ TEST(RuleText, WithASyntaxErrorLeavesTheRulesAndTellsWhere) {
     EXPECT_EQ(error.position.line, 2u);
     EXPECT_EQ(error.cls, desk["Task"]);
     EXPECT_EQ(error.attribute, QorAttributeId::Cardinality);
-    EXPECT_EQ(error.text, desk.handler.getErrorText());
-    EXPECT_EQ(error.text.view().back(), '\n');
+    EXPECT_TRUE(desk.handler.getErrorText().view().starts_with("line 2, column "));
+    EXPECT_EQ(error.text.view().find("line 2"), std::string_view::npos) << error.text.view();
+    EXPECT_NE(error.text.view().find("\"Task\""), std::string_view::npos) << error.text.view();
 }
 
 TEST(RuleText, OfAnIdentifierBeyond32BitsIsNobodys) {

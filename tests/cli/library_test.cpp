@@ -43,6 +43,17 @@ business_process:
     - {name: Process, classes: [Task, Other]}
 )";
 
+constexpr std::string_view kParts = R"(format: qor.library/1
+name: Parts
+business_process:
+  classes:
+    - {name: Task, cardinalities: 'CARDINALITIES max-objects: "'}
+working_environment:
+  classes:
+    - {name: Actor, cardinalities: 'CARDINALITIES RELATION "gone"'}
+    - {name: Role, cardinalities: 'CARDINALITIES max-objects: 7'}
+)";
+
 TEST(CliLibrary, ShowsTheTreeOfClassesWithTheirAttributes) {
     CommandRunner qor;
     qor.write("tree.yaml", kTree);
@@ -72,6 +83,7 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
     qor.write("tree.yaml", kTree);
     qor.write("workshop.yaml", qor::test::kWorkshop);
     qor.write("clean.yaml", qor::test::kClean);
+    qor.write("parts.yaml", kParts);
     struct Row {
         const char* arguments;
         int exit;
@@ -85,6 +97,9 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
         {"rules --class Task tree.yaml", 1, "Cardinalities for Task:\n", ""},
         {"rules --class Other tree.yaml", 0, "", "tree.yaml: there are no rules"},
         {"rules --class Tsak tree.yaml", 2, "", "no class is named \"Tsak\"; did you mean Task?"},
+        {"rules parts.yaml", 1, "parts.yaml:5:63: error: Cardinalities of class \"Task\"", ""},
+        {"rules parts.yaml", 1, "parts.yaml:8:51: error: ", ""},
+        {"rules parts.yaml", 1, "Cardinalities for Role:\nmaxObjects: 7\n", ""},
         {"rules workshop.yaml", 0, "Cardinalities for Store:\n", ""},
         {"rules --language de tree.yaml", 1, "Cardinalities for Task:\n", ""},
         {"rules - < workshop.yaml", 0, "Cardinalities for Store:\n", ""},

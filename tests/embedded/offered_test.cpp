@@ -4,10 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <regex>
-#include <sstream>
 
 namespace {
 
@@ -15,28 +14,58 @@ namespace fs = std::filesystem;
 using Operations = std::map<std::string, std::multiset<std::string>>;  // by class
 
 std::string withoutComments(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file).rdbuf();
-    return std::regex_replace(text.str(), std::regex("//[^\n]*"), "");
+    std::ifstream lines(file);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) text += line.substr(0, line.find("//")) + "\n";
+    return text;
 }
 
-// Classes of a folder's headers with the text of their bodies and bases.
-void forEachClass(const char* folder,
-                  const std::function<void(std::string name, std::string bases, std::string body)>& take) {
-    static const std::regex kClass(R"(\nclass\s+(?:QOR_API\s+)?(\w+)(?:\s+final)?\s*(:[^{;]*)?\{([\s\S]*?)\n\};)");
+bool isWordCharacter(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; }
+
+// The word that ends directly before the position.
+std::string wordBefore(const std::string& text, std::size_t at) {
+    std::size_t first = at;
+    while (first > 0 && isWordCharacter(text[first - 1])) --first;
+    return text.substr(first, at - first);
+}
+
+struct ClassText {
+    std::string name;
+    std::string bases;
+    std::string body;
+};
+
+// The classes of a folder's headers.
+std::vector<ClassText> classesIn(const char* folder) {
+    std::vector<ClassText> found;
     for (const auto& entry : fs::directory_iterator(fs::path(QOR_SOURCE_DIR) / "src" / folder)) {
         if (entry.path().extension() != ".h") continue;
         const std::string text = withoutComments(entry.path());
-        for (std::sregex_iterator at(text.begin(), text.end(), kClass), end; at != end; ++at)
-            take((*at)[1], (*at)[2], (*at)[3]);
+        for (std::size_t at = text.find("\nclass "); at != std::string::npos; at = text.find("\nclass ", at + 1)) {
+            const std::size_t begin = text.find_first_of("{;", at);
+            if (text[begin] == ';') continue;
+            const std::string head = text.substr(at, begin - at);
+            const std::size_t colon = std::min(head.find(" : "), head.size());
+            std::size_t nameEnd = head.find_last_not_of(" \n", colon - 1) + 1;
+            if (wordBefore(head, nameEnd) == "final") nameEnd -= std::string_view(" final").size();
+            found.push_back(
+                {wordBefore(head, nameEnd), head.substr(colon), text.substr(begin, text.find("\n};", begin) - begin)});
+        }
     }
+    return found;
 }
 
-std::multiset<std::string> operations(const std::string& body, const char* pattern) {
-    std::multiset<std::string> found;
-    const std::regex operation(pattern);
-    for (std::sregex_iterator at(body.begin(), body.end(), operation), end; at != end; ++at) found.insert((*at)[1]);
-    return found;
+// The operations whose declarations hold the word ("virtual", "override"); destructors are left out.
+std::multiset<std::string> operations(const std::string& body, std::string_view word) {
+    std::multiset<std::string> names;
+    for (std::size_t at = body.find(word); at != std::string::npos; at = body.find(word, at + 1)) {
+        std::size_t begin = body.find_last_of(";{}", at) + 1;
+        const std::size_t label = body.find(":\n", begin);  // "public:"
+        if (label < at) begin = label + 1;
+        const std::size_t open = body.find('(', begin);
+        if (body[open - wordBefore(body, open).size() - 1] != '~') names.insert(wordBefore(body, open));
+    }
+    return names;
 }
 
 TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
@@ -44,17 +73,19 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
     const std::set<std::string> helpers{"QorEvent",           "QorEventListener", "QorObject",
                                         "QorRandomGenerator", "Window",           "QorGrObjAttrHandler"};
     Operations wanted;
-    forEachClass("platform", [&](const std::string& name, const std::string&, const std::string& body) {
-        if (helpers.count(name) != 0) return;
-        auto found = operations(body, R"(virtual\s+[^~;()]*?[&*\s](\w+)\()");
-        if (!found.empty()) wanted[name].merge(found);
-    });
+    for (const ClassText& its : classesIn("platform")) {
+        auto names = operations(its.body, "virtual ");
+        if (helpers.count(its.name) == 0 && !names.empty()) wanted[its.name] = std::move(names);
+    }
     Operations offered;
-    forEachClass("embedded", [&](const std::string&, const std::string& bases, const std::string& body) {
-        const auto own = operations(body, R"((\w+)\([^;{}]*\)(?:\s+const)?\s+override)");
-        static const std::regex kBase(R"(public\s+(Qor\w+))");
-        for (std::sregex_iterator at(bases.begin(), bases.end(), kBase), end; at != end; ++at) offered[(*at)[1]] = own;
-    });
+    for (const ClassText& its : classesIn("embedded")) {
+        constexpr std::string_view kPublic = "public ";
+        for (std::size_t at = its.bases.find(kPublic); at != std::string::npos; at = its.bases.find(kPublic, at + 1)) {
+            const std::size_t base = at + kPublic.size();
+            const auto end = its.bases.find_first_of(", \n", base);
+            offered[its.bases.substr(base, end - base)] = operations(its.body, " override");
+        }
+    }
     for (const char* part : {"QorCoreMM_Basic", "QorCoreMM_Enhanced", "QorCoreMM_LoadSave", "QorCoreMM_InterRef"})
         offered[part] = offered.at("QorCoreModelingManager");
 

@@ -2,7 +2,9 @@
 #include "interchange/BpmnDesk.h"
 
 #include <algorithm>
+#include <fstream>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 
 #include "cardinality/QorCardinalityCompleteCheck.h"
@@ -20,10 +22,22 @@ std::string bpmnFile(std::string_view contents) {
            std::string(contents) + "</definitions>";
 }
 
-BpmnDesk::BpmnDesk() : importer(platform.builder(), platform.reader()), _installation(platform.host()) {
-    const QorImportResult library = importer.readFile(QOR_SOURCE_DIR "/libraries/bpmn.yaml", QorNoIdentifier);
-    if (library.hasErrors()) throw std::runtime_error("bpmn.yaml: " + library.diagnostics.front().text);
-    _library = library.library;
+std::string textOfFile(const std::string& path) {
+    std::ifstream file(path);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string shippedLibrary() { return textOfFile(QOR_SOURCE_DIR "/libraries/bpmn.yaml"); }
+
+BpmnDesk::BpmnDesk() : BpmnDesk(shippedLibrary()) {}
+
+BpmnDesk::BpmnDesk(std::string_view library)
+    : importer(platform.builder(), platform.reader()), _installation(platform.host()) {
+    const QorImportResult result = importer.readText("bpmn.yaml", library, QorNoIdentifier);
+    if (result.hasErrors()) throw std::runtime_error("bpmn.yaml: " + result.diagnostics.front().text);
+    _library = result.library;
 }
 
 BpmnDesk::~BpmnDesk() {

@@ -13,6 +13,8 @@
 class BpmnDesk {
 public:
     BpmnDesk();
+    /// With another library instead of the shipped one.
+    explicit BpmnDesk(std::string_view library);
     BpmnDesk(const BpmnDesk&) = delete;
     BpmnDesk& operator=(const BpmnDesk&) = delete;
     ~BpmnDesk();
@@ -53,5 +55,8 @@ private:
     bool _isLoaded = false;
 };
 
+[[nodiscard]] std::string textOfFile(const std::string& path);
+/// The text of libraries/bpmn.yaml.
+[[nodiscard]] std::string shippedLibrary();
 /// A BPMN file around these contents of <definitions>.
 [[nodiscard]] std::string bpmnFile(std::string_view contents);

@@ -5,9 +5,15 @@
 #include "interchange/BpmnDesk.h"
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
 namespace {
+
+void remove(std::string& text, std::string_view part) {
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at))
+        text.erase(at, part.size());
+}
 
 struct ElementCase {
     const char* element;  // as it stands in the process, with the identifier "x"
@@ -155,14 +161,29 @@ TEST(BpmnDetails, NamesOfMessagesErrorsAndResourcesStandForTheirReferences) {
         "<process id='p'><startEvent id='s'><messageEventDefinition messageRef='m'/></startEvent>"
         "<startEvent id='t'><eventDefinitionRef>weekly</eventDefinitionRef></startEvent>"
         "<endEvent id='n'><errorEventDefinition errorRef='e'/></endEvent><sendTask id='a' messageRef='m'>"
-        "<performer><resourceRef>r</resourceRef></performer></sendTask><group id='g' categoryValueRef='k'/></process>");
-    EXPECT_THAT(desk.diagnostics(), ElementsAre());
+        "<performer><resourceRef>r</resourceRef></performer><performer><resourceRef>Boss</resourceRef></performer></"
+        "sendTask><group id='g' categoryValueRef='k'/></process>");
+    EXPECT_THAT(desk.diagnostics(), ElementsAre(HasSubstr("nothing in this file is its resourceRef \"Boss\"")));
     EXPECT_EQ(desk.value("s", "Trigger detail"), "message: Order");
     EXPECT_EQ(desk.value("t", "Trigger"), "timer");
     EXPECT_EQ(desk.value("n", "Trigger detail"), "error: No stock");
     EXPECT_EQ(desk.value("a", "Message"), "Order");
-    EXPECT_EQ(desk.value("a", "Performers"), "Clerk");
+    EXPECT_EQ(desk.value("a", "Performers"), "Clerk, Boss");
     EXPECT_EQ(desk.value("g", "Category"), "Phase 1");
+}
+
+TEST(BpmnDetails, GoToTheFurtherOnesWhenTheLibraryHasNoAttributeForThem) {
+    const char* const process =
+        "<process id='p'><task id='a'><potentialOwner><resourceRef>me</resourceRef></potentialOwner></task></process>";
+    std::string text = shippedLibrary();
+    remove(text, "        - {name: Performers, type: text}\n");
+    BpmnDesk without(text);
+    EXPECT_EQ(without.readDefinitions(process).value("a", "Further details"), "Performers = me");
+
+    remove(text, "        - {name: Further details, type: long text}\n");
+    BpmnDesk withoutBoth(text);
+    EXPECT_THAT(withoutBoth.readDefinitions(process).diagnostics(),
+                testing::Contains(HasSubstr("<task> \"a\": its \"Further details\" could not be kept")));
 }
 
 TEST(BpmnDetails, PlacesAreKeptFromTheDiagramAndTheFile) {

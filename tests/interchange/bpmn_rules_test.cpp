@@ -2,21 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "interchange/BpmnDesk.h"
 
 using testing::ElementsAre;
 
 namespace {
 
-std::string example(const char* name) {
-    std::ifstream file(std::string(QOR_SOURCE_DIR "/examples/bpmn/") + name);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
+std::string example(const char* name) { return textOfFile(std::string(QOR_SOURCE_DIR "/examples/bpmn/") + name); }
 
 TEST(BpmnRules, FindWhatTheExamplesBreakAndNothingElse) {
     BpmnDesk desk;

@@ -94,8 +94,9 @@ TEST(BpmnWarnings, ACrowdOfOneKindIsCountedAndHidesNoOther) {
 
 TEST(BpmnWarnings, AFileWithoutProcessesSaysSo) {
     BpmnDesk desk;
-    desk.readDefinitions("<choreography id='c'/>");
+    desk.readDefinitions("<documentation>x</documentation><choreography id='c'/>");
     EXPECT_FALSE(desk.hasErrors());
+    EXPECT_THAT(desk.diagnostics(), testing::Contains(HasSubstr("<documentation> (1)")));
     EXPECT_THAT(desk.diagnostics(), testing::Contains(HasSubstr("no process and no collaboration")));
 }
 

@@ -153,8 +153,8 @@ texts: {simulation_mapping: "SIMOPTION"}
 working_environment:
   name: Staff
   classes:
-    - {name: Manager, extends: Actor}
-    - {name: Actor, abstract: true, cardinalities: CARDINALITIES, hierarchy_attribute: Sub}
+    - {name: Manager, extends: Actor, cardinalities: CARDINALITIES}
+    - {name: Actor, abstract: true, hierarchy_attribute: Sub}
     - {name: Client, extends: {part: business_process, name: Actor}}
   relation_classes:
     - {name: does, from: Manager, to: Task}
@@ -181,7 +181,7 @@ business_process:
     EXPECT_EQ(reader.relationClassInfo(reader.findRelationClass(staff, "does")).toClass, task);
     EXPECT_EQ(reader.attributesOf(task).at(0).target, manager);
     EXPECT_EQ(reader.visibleClasses(reader.findModelType(library, "All")).size(), 4U);
-    EXPECT_EQ(reader.classValue(staffActor, QorAttributeId::WorkingEnvironmentCardinality), "CARDINALITIES");
+    EXPECT_EQ(reader.classValue(manager, QorAttributeId::WorkingEnvironmentCardinality), "CARDINALITIES");
     EXPECT_EQ(reader.classValue(staffActor, QorAttributeId::WorkingEnvironmentHierarchyAttribute), "Sub");
     EXPECT_EQ(reader.libraryValue(library, QorAttributeId::SimulationMapping), "SIMOPTION");
     EXPECT_EQ(reader.libraryValue(process, QorAttributeId::AutomaticChecks), "CHECK_CARDINALITIES before-save: 1");
@@ -194,6 +194,15 @@ TEST(LibraryFile, CannotTakeTheNameOfALibraryThatIsThere) {
         files.read("format: qor.library/1\nname: Small\nbusiness_process:\n  classes: [{name: A, extends: B}]\n");
     expectDiagnostics(again.diagnostics, {"2:7 \"Small\" is taken by the library", "4:32 no class \"B\""});
     EXPECT_EQ(files.content(), "Small ()");
+}
+
+TEST(LibraryFile, WarnsOfRulesThatNobodyReads) {
+    Files files;
+    const QorImportResult result = files.read(
+        "format: qor.library/1\nname: L\nbusiness_process:\n  classes:\n"
+        "    - {name: A, abstract: \"true\", cardinalities: CARDINALITIES}\n    - {name: B, cardinalities: X}\n");
+    EXPECT_FALSE(result.hasErrors());
+    expectDiagnostics(result.diagnostics, {"5:50 abstract"});
 }
 
 // Long enough to overflow the stack of a reader that follows them by calls.
