@@ -122,6 +122,12 @@ std::optional<std::string> parameterOfShort(std::string_view text) {
     return parameter;
 }
 
+std::string shortUniform(const UniformBounds& bounds) {
+    return std::string("U").append(bounds.lower).append(";").append(bounds.upper);
+}
+
+std::string shortExponential(std::string_view parameter) { return std::string("E").append(parameter); }
+
 std::string longUniform(const UniformBounds& bounds, std::string_view keyword) {
     std::string text;
     text.reserve(keyword.size() + bounds.lower.size() + bounds.upper.size() + 6);
@@ -140,6 +146,12 @@ std::optional<std::string> validLongOfShort(std::string_view shortText, const Di
     if (const auto bounds = boundsOfShort(shortText))
         return inOrder(*bounds) ? std::optional(longUniform(*bounds, keywords.uniform)) : std::nullopt;
     if (const auto parameter = parameterOfShort(shortText)) return longExponential(*parameter, keywords.exponential);
+    return std::nullopt;
+}
+
+std::optional<std::string> shortOfLong(std::string_view longText, const DistributionKeywords& keywords) {
+    if (const auto bounds = boundsOfLong(longText, keywords.uniform)) return shortUniform(*bounds);
+    if (const auto parameter = parameterOfLong(longText, keywords.exponential)) return shortExponential(*parameter);
     return std::nullopt;
 }
 

@@ -43,11 +43,16 @@ bool inOrder(const UniformBounds& bounds);
 std::optional<std::string> parameterOfLong(std::string_view text, std::string_view keyword);
 std::optional<std::string> parameterOfShort(std::string_view text);
 
+std::string shortUniform(const UniformBounds& bounds);
+std::string shortExponential(std::string_view parameter);
 std::string longUniform(const UniformBounds& bounds, std::string_view keyword);
 std::string longExponential(std::string_view parameter, std::string_view keyword);
 
 // The long form of a short one that is valid in itself, bounds in order; nothing otherwise.
 std::optional<std::string> validLongOfShort(std::string_view shortText, const DistributionKeywords& keywords);
+
+// The short form of a valid long one; nothing otherwise.
+std::optional<std::string> shortOfLong(std::string_view longText, const DistributionKeywords& keywords);
 
 // The nearest double of a bound or parameter; nothing when it is beyond the range of doubles.
 std::optional<double> toDouble(std::string_view number);

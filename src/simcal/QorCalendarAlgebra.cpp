@@ -33,11 +33,9 @@ std::string propertyOf(const QorDayIntervalWithProperty& interval) {
         int flag = 0;
         return interval.getFlag(flag) == Code::Ok && flag == 1 ? "T" : "F";
     }
-    SV::String text;
     QorDistribution* distribution = nullptr;
-    if (interval.getDistribution(distribution) == Code::Ok && distribution != nullptr)
-        (void)distribution->getDistributionString(text);
-    return text.str();
+    const bool has = interval.getDistribution(distribution) == Code::Ok && distribution != nullptr;
+    return has ? distribution->getText().str() : std::string();
 }
 
 Pieces piecesOf(const QorDayProfile& profile) {
@@ -153,6 +151,7 @@ Code QorCalendarAlgebra::combine(const QorCalendar& first, const QorCalendar& se
             if (const Code code = freeIdentifier(built, identifier); code != Code::Ok) return code;
             const SV::String name = pair.first->getName() + operation.sign + pair.second->getName();
             QorDayProfile profile(QorCalendarPropertyType::Flag, identifier, name);
+            if (profile.getName().IsEmpty()) return Code::Broken;
             if (const Code code = fill(profile, pair, operation.combine); code != Code::Ok) return code;
             const bool isFirst = built.getProfiles().isEmpty();
             const Code added = isFirst ? built.initializeCalendarWithProfile(profile) : built.addProfile(profile);

@@ -11,7 +11,6 @@
 #include "simcal/CalendarReader.h"
 #include "simcal/IntervalCollector.h"
 #include "simcal/QorCalendar.h"
-#include "simcal/QorDistribution.h"
 
 using Code = QorCalendarErrorCode;
 
@@ -23,24 +22,7 @@ void appendNumber(std::string& text, std::int32_t number) {
     text.append(std::begin(digits), end);
 }
 
-Code appendProperty(std::string& text, const QorDayIntervalWithProperty& interval, QorCalendarPropertyType type) {
-    if (type == QorCalendarPropertyType::Flag) {
-        int flag = 0;
-        const Code code = interval.getFlag(flag);
-        text += flag == 1 ? "T" : "F";
-        return code;
-    }
-    QorDistribution* distribution = nullptr;
-    if (const Code code = interval.getDistribution(distribution); code != Code::Ok) return code;
-    SV::String longText;
-    SV::String shortText;
-    if (distribution == nullptr || distribution->getDistributionString(longText) == 0) return Code::NoDistributionText;
-    if (QorDistribution::getShortDistributionString(longText, shortText) == 0) return Code::NoShortDistribution;
-    text += shortText;
-    return Code::Ok;
-}
-
-Code appendInterval(std::string& text, const QorDayIntervalWithProperty& interval, QorCalendarPropertyType type) {
+Code appendTimes(std::string& text, const QorDayIntervalWithProperty& interval) {
     SV::Time start;
     SV::Time end;
     if (const Code code = interval.getStartTime(start); code != Code::Ok) return code;
@@ -50,7 +32,7 @@ Code appendInterval(std::string& text, const QorDayIntervalWithProperty& interva
     text += '-';
     appendNumber(text, QorTimeFunctions::getTimeInSeconds(end));
     text += '@';
-    return appendProperty(text, interval, type);
+    return Code::Ok;
 }
 
 }  // namespace
@@ -104,6 +86,7 @@ Code QorCalendar::setDays(std::string_view identifiers) {
 Code QorCalendar::getCalendarAsString(SV::String& text) const noexcept {
     if (!daysAreComplete()) return Code::CalendarInconsistent;
     return Qor_Guarded("calendar", Code::Broken, [&] {
+        const qor::simcal::DistributionKeywords keywords;
         std::string written = _type == QorCalendarPropertyType::Flag ? "B" : "D";
         for (const QorDayProfile* profile : _profiles) {
             if (profile->_type != _type) return Code::CalendarInconsistent;
@@ -113,7 +96,8 @@ Code QorCalendar::getCalendarAsString(SV::String& text) const noexcept {
             written += profile->_identifier;
             if (profile->_intervals.empty()) written += "@@";
             for (const auto& interval : profile->_intervals) {
-                if (const Code code = appendInterval(written, *interval, _type); code != Code::Ok) return code;
+                if (const Code code = appendTimes(written, *interval); code != Code::Ok) return code;
+                if (const Code code = interval->appendProperty(written, keywords); code != Code::Ok) return code;
             }
         }
         written += "@$";

@@ -50,6 +50,19 @@ std::unique_ptr<QorDayIntervalWithProperty> QorDayIntervalWithProperty::fromShor
     return interval;
 }
 
+Code QorDayIntervalWithProperty::appendProperty(std::string& text,
+                                                const qor::simcal::DistributionKeywords& keywords) const {
+    if (_type == QorCalendarPropertyType::Flag) {
+        text += _flag == 1 ? "T" : "F";
+        return Code::Ok;
+    }
+    if (!_distribution || _distribution->_text.IsEmpty()) return Code::NoDistributionText;
+    const auto shortText = qor::simcal::shortOfLong(_distribution->_text, keywords);
+    if (!shortText) return Code::NoShortDistribution;
+    text += *shortText;
+    return Code::Ok;
+}
+
 Code QorDayIntervalWithProperty::checkIntervalConsistency() const noexcept {
     return _start < _end ? Code::Ok : Code::IntervalInconsistent;
 }

@@ -2,6 +2,7 @@
 #pragma once
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "platform/QorExport.h"
@@ -57,6 +58,9 @@ private:
     static std::unique_ptr<QorDayIntervalWithProperty> fromShortText(SV::Time start, SV::Time end,
                                                                      std::string_view shortText,
                                                                      const qor::simcal::DistributionKeywords& keywords);
+
+    /// Appends the property as it stands in a calendar's text. NoDistributionText, NoShortDistribution.
+    QorCalendarErrorCode appendProperty(std::string& text, const qor::simcal::DistributionKeywords& keywords) const;
 
     SV::Time _start;
     SV::Time _end;

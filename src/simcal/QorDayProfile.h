@@ -19,7 +19,8 @@ class CalendarReader;
 /// intervals; each keeps its address while others come and go.
 class QOR_API QorDayProfile {
 public:
-    /// A profile without intervals. Name and identifier are checked when it is added to a calendar.
+    /// A profile without intervals. Name and identifier are checked when it is added to a calendar. The name is empty
+    /// when memory runs out.
     QorDayProfile(QorCalendarPropertyType type, char identifier, const SV::String& name) noexcept;
     QorDayProfile(const QorDayProfile& other) noexcept;
     QorDayProfile& operator=(const QorDayProfile&) = delete;

@@ -112,7 +112,7 @@ int QorDistribution::getShortDistributionString(const SV::String& longText, SV::
 int QorDistribution::getShortUniformDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
     return guarded([&] {
         const auto bounds = qor::simcal::boundsOfLong(longText, DistributionKeywords().uniform);
-        if (bounds) shortText = std::string("U").append(bounds->lower).append(";").append(bounds->upper);
+        if (bounds) shortText = qor::simcal::shortUniform(*bounds);
         return bounds.has_value();
     });
 }
@@ -120,7 +120,7 @@ int QorDistribution::getShortUniformDistributionString(const SV::String& longTex
 int QorDistribution::getShortExponentialDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
     return guarded([&] {
         const auto parameter = qor::simcal::parameterOfLong(longText, DistributionKeywords().exponential);
-        if (parameter) shortText = "E" + *parameter;
+        if (parameter) shortText = qor::simcal::shortExponential(*parameter);
         return parameter.has_value();
     });
 }

@@ -31,6 +31,8 @@ public:
     int getDistributionString(SV::String& text) const noexcept;
     /// Stores a valid long form as it is. 0 when it is none, or a text was set before: that happens only once.
     int setDistributionString(const SV::String& text) noexcept;
+    /// The same without a copy; empty when none was set.
+    [[nodiscard]] const SV::String& getText() const noexcept { return _text; }
     int getDistributionStringInUIRep(SV::String& text) const noexcept;
     int getRandomGenerator(QorRandomGenerator*& generator) const noexcept;
     /// Takes ownership. 0 (and the caller keeps it) when it is null or a generator was set before.
