@@ -19,6 +19,7 @@ public:
 
     /// The business-process and the working-environment library attached to an application library.
     virtual QorErrorCode getAttachedLibraries(long library, long& first, long& second);
+    /// NotFound when the identifier is no application library.
     virtual QorErrorCode getAppLibraryName(long library, char*& name);
     /// Of the current application library; NotFound when none is loaded.
     virtual QorErrorCode getAppLibraryName(char*& name);
@@ -29,6 +30,7 @@ public:
     /// Unloads the library with its attached libraries, releases the user's locks on them, clears the core variables
     /// and raises the discard event.
     virtual QorErrorCode discardCompleteLibrary(long library);
+    /// Brings what the repository derives from its content (its facets) up to date. O(content).
     virtual QorErrorCode updateFacets();
     /// Creates the library-wide handlers that are missing or in error: asks the registry (QorLibraryHandlers.h) and
     /// raises their load events again. Returns the failure code of the first handler that is still in error;
@@ -59,15 +61,21 @@ public:
     virtual QorErrorCode getAllToRelationsRecursive(long cls, ISortedSet<long>& relationClasses);
     /// Classes below the class at any depth, without itself.
     virtual QorErrorCode getAllSubClasses(long cls, ISortedSet<long>& subclasses);
+    /// The library part that holds the class or relation class; NotFound for anything else.
     virtual QorErrorCode getLibraryOfClass(long cls, long& library);
     /// Attribute of a class or relation class, inherited ones included. NotFound for an unknown name.
     virtual QorErrorCode getAttributeIDFromAttributeName(long cls, const char* name, long& attribute);
+    /// The class of a record attribute's rows; NotFound when the attribute is no record.
     virtual QorErrorCode getRecordClassIDFromAttributeID(long attribute, long& recordClass);
 
     // ---- Models and objects ----
 
+    /// Every object of the model, relation instances not among them. NotFound when the identifier is no model.
+    /// O(result).
     virtual QorErrorCode getAllInstancesInModel(long model, ISortedSet<long>& objects);
+    /// The class of the model itself; NotFound when the identifier is no model.
     virtual QorErrorCode getModelClass(long model, long& cls);
+    /// The class of an object; NotFound when the identifier is no object.
     virtual QorErrorCode GetClassOfInstance(long object, long& cls);
     /// NotFound when the model has no object of that class (subclasses not counted) and name.
     virtual QorErrorCode getInstanceIDFromInstanceName(long model, long cls, const char* name, long& object);
@@ -84,12 +92,15 @@ public:
 
     // ---- Relations ----
 
+    // The relation class, both ends, the target of a relation instance; NotFound when the identifier is none.
     virtual QorErrorCode relationOf(long relation, long& relationClass);
     virtual QorErrorCode getEndpointsOfRelationInstance(long relation, long& from, long& to);
     virtual QorErrorCode getToInstanceViaRelnInstance(long relation, long& to);
     /// Outgoing (incoming) relation instances of the object, ascending. O(result).
     virtual QorErrorCode getFromRelationInstances(long object, ISortedSet<long>& relations);
     virtual QorErrorCode getToRelationInstances(long object, ISortedSet<long>& relations);
+    /// Hangs the source (target) of the relation onto another object of the same model, whose class must fit the
+    /// relation class. After a failure the relation stays as it was.
     virtual QorErrorCode moveFromEndpoint(long relation, long object);
     virtual QorErrorCode moveToEndpoint(long relation, long object);
 

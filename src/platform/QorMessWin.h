@@ -4,7 +4,8 @@
 #include "platform/SvString.h"
 #include "platform/SvWindow.h"
 
-/// A modeless window that tells what is being done; it closes when the object ends.
+/// A modeless window that tells what is being done; it closes when the object ends. How it looks is the host's choice:
+/// style and position are taken for the callers' sake and not handed on.
 class QOR_API QorMessWin {
 public:
     QorMessWin(SV::Window* parent, SV::String text, unsigned long style, bool centred);

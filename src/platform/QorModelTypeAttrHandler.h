@@ -14,11 +14,14 @@ public:
     /// The loaded library's handler; an object whose operations all refuse while there is none. Never null.
     static QorModelTypeAttrHandler* GetGlobal() noexcept;
 
+    /// Whether making the handler met an error, and its text for the user; false and empty by default.
     [[nodiscard]] virtual bool isError() const;
     [[nodiscard]] virtual SV::String getErrorText() const;
 
     // Model types are numbered from 0 within the loaded library. After a failure the number is ~0ul, the set empty.
+    /// NotFound when the identifier is no model of the loaded library.
     virtual QorErrorCode GetModelTypeIndexOfModel(long model, unsigned long& modelType);
+    /// By name; NotFound when there is none of that name.
     virtual QorErrorCode GetModelTypeIndex(const SV::String& name, unsigned long& modelType);
     /// Classes that models of the type may hold.
     virtual QorErrorCode GetModelTypeVisibleClasses(unsigned long modelType, ISortedSet<long>& classes);

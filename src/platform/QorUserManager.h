@@ -56,7 +56,8 @@ public:
     virtual QorErrorCode singleSignOnMode(long& mode);
 };
 
-/// The platform's user management, across all its user managers ("allUmans") or in the selected one.
+/// The platform's user management, across all its user managers ("allUmans") or in the selected one. Each operation
+/// hands on to the service's operation of that meaning, with its outputs and codes.
 class QOR_API QorUserManager {
 public:
     static QorErrorCode allUmansGetCurrentUserID(QorUserID& user) noexcept;

@@ -38,6 +38,7 @@ class QOR_API QorWindows {
 public:
     virtual ~QorWindows();
 
+    // Owned by the host and alive as long as it shows them; null where there is none.
     virtual SV::Window* appWindow();
     virtual SV::Window* topWindow();
     virtual bool isWaitCursor();
