@@ -274,6 +274,37 @@ struct MappingHandler {
     ~MappingHandler() { QorSimMappingHandler::FreeGlobal(); }
 };
 
+TEST(LibraryLoad, AFailureOnTheWayIsHandedThroughAndLeavesNothingOpen) {
+    const Calls facets{"cursor on", "open: facets", "facets", "close", "cursor off"};
+    const Calls loading{"cursor on", "attached", "name", "open: loading %s2 Works", "load", "close", "cursor off"};
+    const Calls initialising{"open: initialising", "init", "close", "name", "box: one in %s2 Works: code 4711"};
+    const auto joined = [](std::initializer_list<Calls> parts) {
+        Calls all;
+        for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
+        return all;
+    };
+    const struct {
+        unsigned wishes;
+        const char* failing;
+        long loaded, holder;
+        QorErrorCode expected;
+        Calls calls;
+    } cases[] = {
+        {kInit | kShown, "init", -1, -1, kFailure, joined({loading, initialising})},
+        {kFacets | kShown, "facets", -1, -1, QorErrorCode::Ok, joined({facets, loading})},
+        {kExclusive, "lock", kLibrary, -1, kFailure, {"attached", "locked?", "lock"}},
+        {kExclusive, "", -1, kColleague, QorErrorCode::LockedByOther, {"locked?"}},
+    };
+    for (const auto& row : cases) {
+        Stage stage;
+        stage.loaded = row.loaded;
+        stage.holder = row.holder;
+        stage.codes = {{row.failing, kFailure}};
+        EXPECT_EQ(load(kLibrary, row.wishes), row.expected) << row.failing;
+        EXPECT_EQ(stage.calls, row.calls) << row.failing;
+    }
+}
+
 TEST(LibraryLoad, ReloadingTheLoadedLibraryOnlyInitialisesAndLocks) {
     const struct {
         const char* what;
