@@ -69,9 +69,12 @@ std::string Building::whyNotMade(const QorBuildResult& result, std::string_view 
     }
 }
 
-QorIdentifier Building::findAttribute(QorIdentifier owner, std::string_view name) {
-    const auto [place, isNew] = _attributes[owner].try_emplace(name, QorNoIdentifier);
-    if (isNew) place->second = reader.findAttribute(owner, name);
+const Building::Attribute& Building::findAttribute(QorIdentifier owner, std::string_view name) {
+    const auto [place, isNew] = _attributes[owner].try_emplace(name);
+    if (isNew) {
+        const QorAttributeInfo info = reader.attributeInfo(reader.findAttribute(owner, name));
+        place->second = {info.id, info.type, info.level, info.target};
+    }
     return place->second;
 }
 

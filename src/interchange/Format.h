@@ -75,7 +75,7 @@ inline constexpr std::array kAttributeTypes = {
                      "references such as OBJECT \"name\" class: \"...\" model: \"...\" type: \"...\", or "
                      "MODEL \"name\" type: \"...\" to models",
                      "refers_to"},
-    AttributeTypeRow{"expression", QorCoreAttributeType::Expression},
+    AttributeTypeRow{"expression", QorCoreAttributeType::Expression, "an expression"},
     AttributeTypeRow{"record", QorCoreAttributeType::Record, "rows, which a file cannot hold", "record_class", true},
     AttributeTypeRow{"attribute profile", QorCoreAttributeType::AttributeProfile, "the name of a profile",
                      "profile_class", true},

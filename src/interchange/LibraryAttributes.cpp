@@ -3,6 +3,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "interchange/InstanceValues.h"
 #include "interchange/LibraryReader.h"
 
 namespace qor::interchange {
@@ -123,7 +124,10 @@ bool LibraryReader::makeAttribute(QorIdentifier owner, NodeId node, std::size_t 
         if (spec.target == QorNoIdentifier) return false;
     }
 
+    const bool hasExpression = spec.type == QorCoreAttributeType::Expression && fields.has(kDefault);
+    if (hasExpression && !checkExpression(_building, fields[kDefault])) return false;
     const QorBuildResult made = _building.builder.addAttribute(owner, spec);
+    if (made.ok() && hasExpression) _defaultExpressions.emplace_back(owner, fields[kDefault]);
     if (made.ok()) return true;
     if (made.error != QorBuildError::ValueRefused)
         _building.error(fields[kName], _building.whyNotMade(made, spec.name));

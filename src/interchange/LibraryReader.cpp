@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "interchange/InstanceValues.h"
 #include "interchange/Places.h"
 
 namespace qor::interchange {
@@ -67,6 +68,7 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     setTexts(_library, fields[kTexts]);
     for (const Part& part : _parts)
         if (part.fields) setTexts(part.id, (*part.fields)[kPartTexts]);
+    for (const auto& [owner, expression] : _defaultExpressions) warnOfUnknownAttributes(_building, owner, expression);
 }
 
 bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameNode) {
@@ -91,7 +93,7 @@ bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameN
 }
 
 // A name that nobody writes, for what cannot have the one that was written.
-std::string LibraryReader::spareName() { return concat({"\x1A", std::to_string(++_spareNames)}); }
+std::string LibraryReader::spareName() { return concat({kSpareMark, std::to_string(++_spareNames)}); }
 
 void LibraryReader::declareClasses(std::size_t part) {
     const auto& fields = _parts[part].fields;
@@ -271,7 +273,8 @@ void LibraryReader::setClassValues(const Class& cls) {
 void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful) {
     forEachPair(_tree, values, [&](NodeId key, NodeId value) {
         const std::string_view name = _tree.text(key);
-        const QorIdentifier attribute = _building.findAttribute(owner, name);
+        const Building::Attribute& found = _building.findAttribute(owner, name);
+        const QorIdentifier attribute = found.id;
         if (attribute == QorNoIdentifier) {
             if (!doubtful && !_failedAttributes.contains(name))
                 _building.error(key, _building.unknownAttribute(owner, name));
@@ -283,10 +286,11 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
                 return;
             }
         // The repository keeps such a value, but whoever writes one may well mean a default.
-        if (_building.reader.attributeInfo(attribute).level == QorAttributeLevel::Instance)
+        if (found.level == QorAttributeLevel::Instance)
             _building.warn(key, concat({inQuotes(name),
                                         " has a value for each object; this one is the class's own, and no "
                                         "default for its objects"}));
+        if (found.type == QorCoreAttributeType::Expression && !checkExpression(_building, value)) return;
         const auto text = _building.valueText(value, attribute);
         if (!text) return;
         const QorBuildResult set = _building.builder.setClassValue(owner, attribute, *text);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "interchange/Building.h"
@@ -85,7 +86,8 @@ private:
     std::vector<Class> _classes;
     std::vector<std::uint32_t> _makingOrder;  // no class before the one that it extends
     std::vector<std::string_view> _classNames;
-    std::unordered_set<std::string_view> _failedAttributes;  // names
+    std::unordered_set<std::string_view> _failedAttributes;             // names
+    std::vector<std::pair<QorIdentifier, NodeId>> _defaultExpressions;  // whose attribute, and the default
     unsigned _spareNames = 0;
 };
 

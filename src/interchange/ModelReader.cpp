@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/ModelReader.h"
 
-#include <algorithm>
+#include "interchange/InstanceValues.h"
 
 namespace qor::interchange {
 namespace {
@@ -91,8 +91,8 @@ QorIdentifier ModelReader::makeModel(NodeId node, NodeId name, NodeId type, std:
     }
     for (int tries = 0; !made.ok() && tries < 100; ++tries)
         made = _building.builder.addModel(
-            typeId, "\x1A",
-            concat({"\x1A", std::to_string(_tree.mark(node).line), ".", std::to_string(++_spareVersions)}));
+            typeId, kSpareMark,
+            concat({kSpareMark, std::to_string(_tree.mark(node).line), ".", std::to_string(++_spareVersions)}));
     return made.id;
 }
 
@@ -110,7 +110,7 @@ void ModelReader::readObject(NodeId node) {
         if (made.ok()) {
             const Mark mark = _tree.mark(node);
             _building.reading.findings.madeThing(made.id, mark.line, mark.column, fields.text(kIdentifier));
-            setValues(made.id, object.cls, fields[kValues]);
+            setInstanceValues(_building, made.id, object.cls, fields[kValues]);
         } else if (made.error == QorBuildError::DuplicateName) {
             const std::uint32_t holder = _objects.find(object.cls, name);
             object.id = QorNoIdentifier;
@@ -158,7 +158,7 @@ void ModelReader::readRelation(NodeId node) {
     }
     const Mark mark = _tree.mark(node);
     _building.reading.findings.madeThing(made.id, mark.line, mark.column, {});
-    setValues(made.id, cls, fields[kRelationValues]);
+    setInstanceValues(_building, made.id, cls, fields[kRelationValues]);
 }
 
 std::string ModelReader::whyNotRelated(const QorBuildResult& result, QorIdentifier relationClass, std::uint32_t from,
@@ -172,20 +172,6 @@ std::string ModelReader::whyNotRelated(const QorBuildResult& result, QorIdentifi
     return concat({"relations of class ", inQuotes(info.name), leaves ? " leave" : " arrive at", " objects of class ",
                    inQuotes(expected), ", and ", inQuotes(_tree.text(_objects[object].name)), " is of class ",
                    inQuotes(_building.reader.nameOf(_objects[object].cls))});
-}
-
-void ModelReader::setValues(QorIdentifier instance, QorIdentifier cls, NodeId values) {
-    forEachPair(_tree, values, [&](NodeId key, NodeId value) {
-        const QorIdentifier attribute = _building.findAttribute(cls, _tree.text(key));
-        if (attribute == QorNoIdentifier) {
-            _building.error(key, _building.unknownAttribute(cls, _tree.text(key)));
-            return;
-        }
-        const auto text = _building.valueText(value, attribute);
-        if (!text) return;
-        const QorBuildResult set = _building.builder.setValue(instance, attribute, *text);
-        if (!set.ok()) _building.error(value, _building.whyNotTaken(set, attribute, *text));
-    });
 }
 
 QorIdentifier ModelReader::findClass(const Reference& reference, bool wantRelationClass) {

@@ -29,7 +29,6 @@ private:
     QorIdentifier makeModel(NodeId node, NodeId name, NodeId type, std::string_view version);
     void readObject(NodeId node);
     void readRelation(NodeId node);
-    void setValues(QorIdentifier instance, QorIdentifier cls, NodeId values);
 
     QorIdentifier classAt(NodeId node, std::string_view what, bool wantRelationClass);
     QorIdentifier findClass(const Reference& reference, bool wantRelationClass);
