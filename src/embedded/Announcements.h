@@ -7,8 +7,8 @@
 
 namespace qor::embedded {
 
-// Tells the platform's listeners what has changed (docs/events.md). Each is called when the change is complete and kept:
-// a listener may ask whatever it likes, change things in turn, or fail.
+// Tells the platform's listeners what has changed (docs/events.md). Each is called when the change is complete and
+// kept: a listener may ask whatever it likes, change things in turn, or fail.
 class Announcements {
 public:
     // A model came into being, as the first of its thread or as a further version.
