@@ -39,6 +39,8 @@ public:
     virtual QorErrorCode userGroupName(const QorUserGroupID& group, SV::String& name);
     virtual bool isAdministrator(const QorUserID& user);
     virtual bool isSubAdministrator(const QorUserID& user);
+    /// The text of one entry of the user's profile. The host numbers the entries; NotFound for a user or an entry that
+    /// it does not have.
     virtual QorErrorCode userProfile(const QorUserID& user, long entry, SV::String& value);
 
     /// Selects a user manager until `pop`; selections nest.
