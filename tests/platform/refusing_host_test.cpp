@@ -192,6 +192,9 @@ void expectServicesRefuse() {
 
     QorGrObjPattern pattern;
     EXPECT_EQ(QorGrObjAttrHandler(true, false).FindPattern("a", true, pattern), kRefused);
+    std::vector<QorGrObjPattern> patterns(1);
+    EXPECT_EQ(QorGrObjAttrHandler(true, false).GetPatterns(true, patterns), kRefused);
+    EXPECT_TRUE(patterns.empty());
     EXPECT_FALSE(QorModelTypeAttrHandler::ExistsGlobal());
     auto* modelTypes = QorModelTypeAttrHandler::GetGlobal();
     unsigned long modelType = 7;
