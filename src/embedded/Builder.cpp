@@ -24,7 +24,9 @@ Builder::~Builder() = default;
 
 QorBuildResult Builder::addApplicationLibrary(std::string_view name, std::string_view businessProcessName,
                                               std::string_view workingEnvironmentName) {
-    return built(_repository, [&] { return _repository.meta().addApplicationLibrary(name, businessProcessName, workingEnvironmentName); });
+    return built(_repository, [&] {
+        return _repository.meta().addApplicationLibrary(name, businessProcessName, workingEnvironmentName);
+    });
 }
 
 QorIdentifier Builder::libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const {
@@ -71,7 +73,8 @@ QorBuildResult Builder::removeApplicationLibrary(QorIdentifier applicationLibrar
 }
 
 QorBuildResult Builder::addModel(QorIdentifier modelType, std::string_view name, std::string_view version) {
-    const QorBuildResult result = built(_repository, [&] { return _repository.models().addModel(modelType, name, version); });
+    const QorBuildResult result =
+        built(_repository, [&] { return _repository.models().addModel(modelType, name, version); });
     if (!result.ok()) return result;
     const ModelStore& models = _repository.models();
     const bool isFurther = models.thread(models.model(result.id)->thread)->versions.size() > 1;
@@ -89,7 +92,8 @@ QorBuildResult Builder::addRelation(QorIdentifier relationClass, QorIdentifier f
 }
 
 QorBuildResult Builder::setValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) {
-    const QorBuildResult result = built(_repository, [&] { return _repository.setInstanceValue(instance, attribute, text); });
+    const QorBuildResult result =
+        built(_repository, [&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (result.ok() && _repository.meta().attribute(attribute)->type == QorCoreAttributeType::InterReference)
         Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, _repository.models().modelOf(instance)));
     return result;

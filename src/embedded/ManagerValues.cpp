@@ -192,8 +192,7 @@ QorErrorCode ModelingManager::deleteRecordInstance(long model, long object, long
             _repository.models().modelOf(found->owner) != narrow(model))
             return QorErrorCode::NotFound;
         const bool losesReferences = holdsReferences(_repository, found->id);
-        const QorBuildResult result =
-            _repository.change([&] { return _repository.models().removeRow(narrow(row)); });
+        const QorBuildResult result = _repository.change([&] { return _repository.models().removeRow(narrow(row)); });
         if (!result.ok()) return codeOf(result.error);
         if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
         return QorErrorCode::Ok;

@@ -35,7 +35,8 @@ bool MetaModel::adopt(const StoredRow& stored) {
             return true;
         }
         case StoredTable::Parts: {
-            if (library(numbers[1]) == nullptr || !isOneOf(numbers[2], QorLibraryPart::WorkingEnvironment)) return false;
+            if (library(numbers[1]) == nullptr || !isOneOf(numbers[2], QorLibraryPart::WorkingEnvironment))
+                return false;
             PartRow row;
             row.id = id;
             row.library = numbers[1];
@@ -140,7 +141,8 @@ void MetaModel::forEachStored(QorThingKind kind, QorIdentifier id, std::size_t r
             return take({StoredTable::Libraries, {id}, {text(_libraries[row].name)}});
         case QorThingKind::LibraryPart: {
             const PartRow& its = _parts[row];
-            return take({StoredTable::Parts, {id, its.library, static_cast<QorIdentifier>(its.part)}, {text(its.name)}});
+            return take(
+                {StoredTable::Parts, {id, its.library, static_cast<QorIdentifier>(its.part)}, {text(its.name)}});
         }
         case QorThingKind::Class:
         case QorThingKind::RecordClass: {
@@ -160,7 +162,9 @@ void MetaModel::forEachStored(QorThingKind kind, QorIdentifier id, std::size_t r
                    its.refersToModels ? 1 : 0, its.target},
                   {text(its.name), text(its.defaultText)}});
             for (std::size_t at = 0; at < its.enumeration.size(); ++at)
-                take({StoredTable::EnumerationValues, {id, static_cast<QorIdentifier>(at)}, {text(its.enumeration[at])}});
+                take({StoredTable::EnumerationValues,
+                      {id, static_cast<QorIdentifier>(at)},
+                      {text(its.enumeration[at])}});
             return;
         }
         case QorThingKind::ModelType: {

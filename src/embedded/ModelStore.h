@@ -12,8 +12,8 @@
 #include "embedded/ModelRows.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/Store.h"
-#include "embedded/store/StoredRow.h"
 #include "embedded/Values.h"
+#include "embedded/store/StoredRow.h"
 
 namespace qor::embedded {
 

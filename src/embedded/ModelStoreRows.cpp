@@ -58,10 +58,8 @@ void ModelStore::forgetRow(QorIdentifier id, std::size_t position) {
 void ModelStore::forgetRows(QorIdentifier owner) {
     auto list = _rowsOf.lower_bound({owner, 0});
     while (list != _rowsOf.end() && list->first.first == owner) {
-        const auto next = std::next(list);
         for (std::size_t left = list->second.size(); left > 0; --left) forgetRow(list->second[left - 1], left - 1);
-        if (!_store.journal.isOn()) _rowsOf.erase(list);
-        list = next;
+        list = _store.journal.isOn() ? std::next(list) : _rowsOf.erase(list);
     }
 }
 

@@ -90,7 +90,8 @@ bool ModelStore::adopt(const StoredRow& stored) {
 
 void ModelStore::orderRows(std::vector<StoredRow>& rows) {
     std::sort(rows.begin(), rows.end(), [](const StoredRow& a, const StoredRow& b) {
-        return std::array{a.numbers[2], a.numbers[3], a.numbers[4]} < std::array{b.numbers[2], b.numbers[3], b.numbers[4]};
+        return std::array{a.numbers[2], a.numbers[3], a.numbers[4]} <
+               std::array{b.numbers[2], b.numbers[3], b.numbers[4]};
     });
     for (const StoredRow& row : rows) _rowsOf[{row.numbers[2], row.numbers[3]}].push_back(row.numbers[0]);
 }

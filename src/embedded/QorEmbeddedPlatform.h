@@ -43,8 +43,8 @@ public:
     // ---- Repository files ----
 
     /// Opens a repository file; everything in it is then answered from memory, and every change is in the file before
-    /// the operation that makes it returns. The platform must be empty (AlreadyOpen). A file that must not be written is
-    /// opened for reading. Damaged: what is sound has been opened, for reading only, and `findings` names the rest.
+    /// the operation that makes it returns. The platform must be empty (AlreadyOpen). A file that must not be written
+    /// is opened for reading. Damaged: what is sound has been opened, for reading only, and `findings` names the rest.
     /// After any other failure the platform is as it was. O(content).
     QorRepositoryResult openRepository(const std::string& path,
                                        QorRepositoryAccess access = QorRepositoryAccess::ReadWrite);

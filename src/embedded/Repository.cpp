@@ -90,7 +90,8 @@ const AttributeRow* Repository::attributeOf(QorIdentifier thing, QorIdentifier a
         case QorThingKind::Object:
         case QorThingKind::Relation:
         case QorThingKind::RecordRow:
-            return row->level == QorAttributeLevel::Instance && meta().hasAttribute(models().classOfInstance(thing), *row)
+            return row->level == QorAttributeLevel::Instance &&
+                           meta().hasAttribute(models().classOfInstance(thing), *row)
                        ? row
                        : nullptr;
         case QorThingKind::Model:
@@ -116,8 +117,8 @@ std::optional<std::string_view> Repository::value(QorIdentifier thing, const Att
 }
 
 std::size_t Repository::bytes() const {
-    return _content->store.things.bytes() + _content->store.texts.bytes() + _content->store.names.bytes() + _content->store.values.bytes() +
-           models().bytes();
+    return _content->store.things.bytes() + _content->store.texts.bytes() + _content->store.names.bytes() +
+           _content->store.values.bytes() + models().bytes();
 }
 
 }  // namespace qor::embedded

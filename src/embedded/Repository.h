@@ -27,8 +27,8 @@ public:
     [[nodiscard]] const ModelStore& models() const { return _content->models; }
     [[nodiscard]] const ThingTable& things() const { return _content->store.things; }
 
-    // Runs an operation that changes something. With a file, what it did is written as one transaction, or with the unit
-    // of work that is open. What fails, to be done or to be written, has changed nothing.
+    // Runs an operation that changes something. With a file, what it did is written as one transaction, or with the
+    // unit of work that is open. What fails, to be done or to be written, has changed nothing.
     template <class Operation>
     QorBuildResult change(Operation operation) {
         if (!mayChange()) return refused(QorBuildError::NotStored);

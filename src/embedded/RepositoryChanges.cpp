@@ -122,7 +122,8 @@ void Repository::writeThings() {
     std::vector<const Step*> touched;
     for (const Step& step : journal().steps())
         if (step.kind != StepKind::ValueSet && step.thing != QorThingKind::RecordRow) touched.push_back(&step);
-    std::stable_sort(touched.begin(), touched.end(), [](const Step* a, const Step* b) { return a->id < b->id; });
+    std::sort(touched.begin(), touched.end(),
+              [](const Step* a, const Step* b) { return std::tie(a->id, a) < std::tie(b->id, b); });
     for (std::size_t at = 0; at < touched.size(); ++at)
         if (at + 1 == touched.size() || touched[at + 1]->id != touched[at]->id) writeThing(*touched[at]);
 }
@@ -175,9 +176,8 @@ void Repository::writeValues() {
     std::vector<const Step*> touched;
     for (const Step& step : journal().steps())
         if (step.kind == StepKind::ValueSet) touched.push_back(&step);
-    std::stable_sort(touched.begin(), touched.end(), [](const Step* a, const Step* b) {
-        return std::tie(a->id, a->other) < std::tie(b->id, b->other);
-    });
+    std::sort(touched.begin(), touched.end(),
+              [](const Step* a, const Step* b) { return std::tie(a->id, a->other, a) < std::tie(b->id, b->other, b); });
     const Step* first = nullptr;  // of the same value; it tells whether the file has one
     for (const Step* step : touched) {
         if (first != nullptr && first->id == step->id && first->other == step->other) continue;

@@ -49,8 +49,8 @@ struct Refusal {
 };
 
 QorBuildResult newAttribute(QorRepositoryBuilder& builder, QorIdentifier owner, const char* name, Type type,
-                           const char* defaultText = "", std::vector<std::string_view> values = {},
-                           QorIdentifier target = QorNoIdentifier) {
+                            const char* defaultText = "", std::vector<std::string_view> values = {},
+                            QorIdentifier target = QorNoIdentifier) {
     QorAttributeSpec spec;
     spec.name = name;
     spec.type = type;

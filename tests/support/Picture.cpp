@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "embedded/QorEmbeddedPlatform.h"
-#include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreBulkView.h"
+#include "platform/QorCoreModelingManager.h"
 
 namespace {
 
@@ -15,20 +15,21 @@ constexpr QorIdentifier kFirstOwnAttribute = 1000;
 struct Painter {
     const QorRepositoryReader& reader;
     QorCoreModelingManager& repository;
+    std::vector<QorIdentifier> fixed;  // attributes
     std::ostringstream out;
 
+    void value(QorIdentifier thing, QorIdentifier attribute) {
+        if (reader.hasValue(thing, attribute))
+            out << " [" << attribute << '=' << reader.valueOf(thing, attribute) << ']';
+    }
+    // `cls` has the attributes, and so have the classes above it.
     void values(QorIdentifier thing, QorIdentifier cls) {
-        std::vector<QorIdentifier> ids;
-        for (QorIdentifier id = 1; id < kFirstOwnAttribute; ++id)
-            if (reader.kindOf(id) == QorThingKind::Attribute) ids.push_back(id);
+        for (const QorIdentifier id : fixed) value(thing, id);
         for (QorIdentifier owner = cls; owner != QorNoIdentifier; owner = reader.classInfo(owner).superclass)
-            for (const auto& attribute : reader.attributesOf(owner)) ids.push_back(attribute.id);
-        for (const QorIdentifier id : ids) {
-            if (reader.hasValue(thing, id)) out << " [" << id << "=" << reader.valueOf(thing, id) << "]";
-            if (const auto text = reader.classValue(thing, id); !text.empty()) out << " {" << id << "=" << text << "}";
-            if (const auto text = reader.libraryValue(thing, id); !text.empty()) out << " (" << id << "=" << text << ")";
-            if (reader.attributeInfo(id).type == QorCoreAttributeType::Record) rows(thing, id);
-        }
+            for (const auto& attribute : reader.attributesOf(owner)) {
+                value(thing, attribute.id);
+                if (attribute.type == QorCoreAttributeType::Record) rows(thing, attribute.id);
+            }
         out << '\n';
     }
     void rows(QorIdentifier owner, QorIdentifier attribute) {
@@ -56,8 +57,8 @@ struct Painter {
         out << " part " << part << ' ' << reader.nameOf(part);
         values(part, QorNoIdentifier);
         for (const auto& its : reader.classesOf(part)) {
-            out << " class " << its.id << ' ' << its.superclass << its.isAbstract << its.isRecordClass << ' ' << its.name
-                << (reader.findClass(part, its.name) == its.id ? "" : " LOST");
+            out << " class " << its.id << ' ' << its.superclass << its.isAbstract << its.isRecordClass << ' '
+                << its.name << (reader.findClass(part, its.name) == its.id ? "" : " LOST");
             ISortedSet<long> found;
             if (repository.getAllSubClasses(its.id, found) == QorErrorCode::Ok) ids(" below", found);
             if (repository.getAllFromRelationsRecursive(its.id, found) == QorErrorCode::Ok) ids(" from", found);
@@ -75,7 +76,8 @@ struct Painter {
         const QorIdentifier cls = reader.classOfObject(id);
         long found = -1;
         const std::string name(reader.nameOf(id));
-        const bool isFound = repository.getInstanceIDFromInstanceName(model, cls, name.c_str(), found) == QorErrorCode::Ok;
+        const bool isFound =
+            repository.getInstanceIDFromInstanceName(model, cls, name.c_str(), found) == QorErrorCode::Ok;
         out << " object " << id << ' ' << cls << ' ' << name << (isFound && found == id ? "" : " LOST");
         ISortedSet<long> relations;
         if (repository.getFromRelationInstances(id, relations) == QorErrorCode::Ok) ids(" out", relations);
@@ -122,7 +124,9 @@ struct Painter {
 }  // namespace
 
 std::string pictureOf(QorEmbeddedPlatform& platform) {
-    Painter painter{platform.reader(), *platform.host().repository, {}};
+    Painter painter{platform.reader(), *platform.host().repository, {}, {}};
+    for (QorIdentifier id = 1; id < kFirstOwnAttribute; ++id)
+        if (platform.reader().kindOf(id) == QorThingKind::Attribute) painter.fixed.push_back(id);
     for (const QorIdentifier id : platform.reader().applicationLibraries()) painter.library(id);
     return painter.out.str();
 }

@@ -4,5 +4,6 @@
 
 class QorEmbeddedPlatform;
 
-/// Everything that can be seen of a repository, with its identifiers, as text: two of them are alike when it is the same.
+/// Everything that can be seen of a repository, with its identifiers, as text: two of them are alike when it is the
+/// same.
 std::string pictureOf(QorEmbeddedPlatform& platform);

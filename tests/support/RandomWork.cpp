@@ -49,10 +49,10 @@ QorIdentifier RandomWork::model(const QorRepositoryReader& reader, QorIdentifier
 
 QorErrorCode RandomWork::step(QorEmbeddedPlatform& platform) {
     const auto libraries = platform.reader().applicationLibraries();
-    const auto furnished = std::find_if(libraries.begin(), libraries.end(), [&](QorIdentifier id) {
-        return platform.reader().nameOf(id) == kFurnished;
-    });
-    const QorIdentifier library = pick(5) == 0 || furnished == libraries.end() ? libraries[pick(libraries.size())] : *furnished;
+    const auto furnished = std::find_if(libraries.begin(), libraries.end(),
+                                        [&](QorIdentifier id) { return platform.reader().nameOf(id) == kFurnished; });
+    const QorIdentifier library =
+        pick(5) == 0 || furnished == libraries.end() ? libraries[pick(libraries.size())] : *furnished;
     return pick(8) == 0 ? onLibrary(platform, library) : onModel(platform, library);
 }
 
@@ -108,7 +108,8 @@ QorErrorCode RandomWork::onModel(QorEmbeddedPlatform& platform, QorIdentifier li
     const auto record = reader.findAttribute(cls, "Rows");
     ISequence<long> rows;
     (void)repository.getRecordInstances(object, record, rows);
-    const long row = rows.numberOfElements() == 0 ? -1 : *(rows.begin() + static_cast<long>(pick(rows.numberOfElements())));
+    const long row =
+        rows.numberOfElements() == 0 ? -1 : *(rows.begin() + static_cast<long>(pick(rows.numberOfElements())));
     long made = -1;
     switch (pick(14)) {
         case 0:
@@ -135,9 +136,9 @@ QorErrorCode RandomWork::onModel(QorEmbeddedPlatform& platform, QorIdentifier li
             return repository.createRecordInstance(its, object, record, made, pick(2) == 0 ? 0 : -1);
         case 11:
             return pick(2) == 0 ? repository.deleteRecordInstance(its, object, record, row)
-                                : codeOf(builder.setValue(static_cast<QorIdentifier>(row),
-                                                          reader.findAttribute(reader.attributeInfo(record).target, "Cell"),
-                                                          text()));
+                                : codeOf(builder.setValue(
+                                      static_cast<QorIdentifier>(row),
+                                      reader.findAttribute(reader.attributeInfo(record).target, "Cell"), text()));
         case 12:
             return codeOf(builder.setValue(object, reader.findAttribute(cls, "Kind"), pick(3) == 0 ? "" : "manual"));
         default:

@@ -5,8 +5,8 @@
 
 namespace qor::embedded {
 
-// Room on the disk that is kept beside a repository. On a full disk nothing can be freed from inside the repository, not
-// even by deleting; giving up this file lets small writes, such as giving a lock back, still find room.
+// Room on the disk that is kept beside a repository. On a full disk nothing can be freed from inside the repository,
+// not even by deleting; giving up this file lets small writes, such as giving a lock back, still find room.
 class ReserveFile {
 public:
     static constexpr std::size_t kBytes = std::size_t{1} << 20;

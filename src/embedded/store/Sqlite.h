@@ -56,12 +56,8 @@ public:
     [[nodiscard]] bool isNumber(int column) const noexcept {
         return sqlite3_column_type(_handle, column) == SQLITE_INTEGER;
     }
-    [[nodiscard]] bool isNull(int column) const noexcept {
-        return sqlite3_column_type(_handle, column) == SQLITE_NULL;
-    }
-    [[nodiscard]] bool isText(int column) const noexcept {
-        return sqlite3_column_type(_handle, column) == SQLITE_TEXT;
-    }
+    [[nodiscard]] bool isNull(int column) const noexcept { return sqlite3_column_type(_handle, column) == SQLITE_NULL; }
+    [[nodiscard]] bool isText(int column) const noexcept { return sqlite3_column_type(_handle, column) == SQLITE_TEXT; }
     // Holds until the next step.
     [[nodiscard]] std::string_view text(int column) const noexcept;
     [[nodiscard]] std::string_view bytes(int column) const noexcept;

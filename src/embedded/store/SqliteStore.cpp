@@ -92,7 +92,8 @@ SqliteStore::~SqliteStore() {
     if (_connection.handle() == nullptr) return;
     rollBack();
     // What cannot be carried over now stays in the log and is found by the next one to open.
-    if (!_isReadOnly) (void)sqlite3_wal_checkpoint_v2(_connection.handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    if (!_isReadOnly)
+        (void)sqlite3_wal_checkpoint_v2(_connection.handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
 }
 
 int SqliteStore::connect(int flags) {
@@ -259,8 +260,9 @@ QorRepositoryResult SqliteStore::backUp(const std::string& target) {
         syncFolderOf(target);
         return {};
     }
-    const QorRepositoryResult result = code == SQLITE_OK ? failure(QorRepositoryStatus::NoPermission, std::strerror(errno))
-                                                         : failure(statusOf(code), sqlite3_errstr(code));
+    const QorRepositoryResult result = code == SQLITE_OK
+                                           ? failure(QorRepositoryStatus::NoPermission, std::strerror(errno))
+                                           : failure(statusOf(code), sqlite3_errstr(code));
     if (isMade) (void)::unlink(unfinished.c_str());
     return result;
 }

@@ -29,7 +29,8 @@ QorRepositoryResult SqliteStore::load(StoredRowSink& sink) {
     sink.expect(_headIsSound ? _head.next : 0);
     _sums.clear();
     // All tables as of the same commit.
-    if (const int code = _connection.run("BEGIN"); code != SQLITE_OK) return failure(statusOf(code), sqlite3_errstr(code));
+    if (const int code = _connection.run("BEGIN"); code != SQLITE_OK)
+        return failure(statusOf(code), sqlite3_errstr(code));
     int failed = SQLITE_OK;
     try {
         for (std::size_t at = 0; at < kStoredTables && failed == SQLITE_OK; ++at) {
@@ -110,7 +111,8 @@ int SqliteStore::compareSums(QorRepositoryResult& result) {
     while ((code = query.step()) == SQLITE_ROW) {
         const std::int64_t scope = query.number(0);
         const RowSum stored{query.number(1), static_cast<std::uint64_t>(query.number(2))};
-        const bool isSound = fitsIdentifier(scope) && _hash.of({scope, query.number(1), query.number(2)}) == query.number(3);
+        const bool isSound =
+            fitsIdentifier(scope) && _hash.of({scope, query.number(1), query.number(2)}) == query.number(3);
         const auto found = isSound ? _sums.find(static_cast<QorIdentifier>(scope)) : _sums.end();
         if (found == _sums.end() || !(found->second == stored))
             find(result, "the content of " + std::to_string(scope) + " is not complete, or more than was written");
@@ -157,7 +159,8 @@ void SqliteStore::bindRow(SqliteStatement& statement, const StoredRow& row, std:
 }
 
 void SqliteStore::bindKey(SqliteStatement& statement, const StoredRow& row) const {
-    for (std::size_t at = 0; at < layoutOf(row.table).keys; ++at) statement.bind(static_cast<int>(at) + 1, row.numbers[at]);
+    for (std::size_t at = 0; at < layoutOf(row.table).keys; ++at)
+        statement.bind(static_cast<int>(at) + 1, row.numbers[at]);
 }
 
 bool SqliteStore::takeStoredHash(const StoredRow& key, RowSum& sum) {
@@ -209,8 +212,9 @@ int SqliteStore::writeSum(QorIdentifier scope, const RowSum& change) {
     sum.total += change.total;
     SqliteStatement write;
     const bool isEmpty = sum.rows == 0;
-    int code = write.prepare(_connection, isEmpty ? "DELETE FROM sums WHERE scope = ?"
-                                                  : "REPLACE INTO sums (scope, row_count, total, hash) VALUES (?, ?, ?, ?)");
+    int code =
+        write.prepare(_connection, isEmpty ? "DELETE FROM sums WHERE scope = ?"
+                                           : "REPLACE INTO sums (scope, row_count, total, hash) VALUES (?, ?, ?, ?)");
     if (code != SQLITE_OK) return code;
     write.bind(1, scope);
     if (!isEmpty) {
