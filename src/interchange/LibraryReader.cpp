@@ -19,6 +19,7 @@ constexpr std::array kPartKeys = {Key{"name"},
                                   Key{"record_classes", Shape::List},
                                   Key{"classes", Shape::List},
                                   Key{"relation_classes", Shape::List},
+                                  Key{"unmoved_relation_class"},
                                   Key{"model_types", Shape::List}};
 
 constexpr std::array kClassKeys = {Key{"name", Shape::Text, true}, Key{"extends", Shape::Reference},
@@ -62,6 +63,7 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     }
     for (const Class& cls : _classes) makeAttributes(cls.id, cls.fields[kAttributes], cls.part);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeRelationClasses(p);
+    for (const Part& part : _parts) setUnmovedRelationClass(part);
     for (const Class& cls : _classes) setClassValues(cls);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeModelTypes(p);
 
@@ -251,6 +253,17 @@ void LibraryReader::makeRelationClass(std::size_t part, NodeId node) {
     _building.wrote(made.id, node);
     makeAttributes(made.id, fields[kRelationAttributes], part);
     setValues(made.id, fields[kRelationValues], doubtful);
+}
+
+void LibraryReader::setUnmovedRelationClass(const Part& part) {
+    if (!part.fields || !part.fields->has(kUnmoved)) return;
+    const std::string_view name = part.fields->text(kUnmoved);
+    const NodeId node = (*part.fields)[kUnmoved];
+    if (_building.builder.setUnmovedRelationClass(part.id, name).ok()) return;
+    std::vector<std::string_view> names;
+    for (const QorRelationClassInfo& known : _building.reader.relationClassesOf(part.id)) names.push_back(known.name);
+    _building.error(node, concat({"this part has no relation class ", inQuotes(name),
+                                  _building.reading.guesser.hint(name, names)}));
 }
 
 void LibraryReader::setClassValues(const Class& cls) {

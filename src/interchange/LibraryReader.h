@@ -27,7 +27,16 @@ public:
     void read(NodeId root, QorIdentifier& library);
 
 private:
-    enum PartKey { kPartName, kPartTexts, kRecordClasses, kClasses, kRelationClasses, kModelTypes, kPartKeyCount };
+    enum PartKey {
+        kPartName,
+        kPartTexts,
+        kRecordClasses,
+        kClasses,
+        kRelationClasses,
+        kUnmoved,
+        kModelTypes,
+        kPartKeyCount
+    };
     enum ClassKey { kClassName, kExtends, kAbstract, kAttributes, kValues, kFirstClassText };
     static constexpr std::size_t kClassKeyCount = kFirstClassText + kClassTexts.size();
 
@@ -68,6 +77,7 @@ private:
     bool makeAttribute(QorIdentifier owner, NodeId node, std::size_t part);
     void makeRelationClasses(std::size_t part);
     void makeRelationClass(std::size_t part, NodeId node);
+    void setUnmovedRelationClass(const Part& part);
     void setClassValues(const Class& cls);
     void setValues(QorIdentifier owner, NodeId values, bool doubtful);
     void setTexts(QorIdentifier library, NodeId texts);

@@ -6,12 +6,14 @@
 namespace qor::interchange {
 namespace {
 
-enum RootKey { kFormat, kLibrary, kModels };
-constexpr std::array kRootKeys = {Key{"format", Shape::Text, true}, Key{"library"}, Key{"models", Shape::List}};
+enum RootKey { kFormat, kLibrary, kGroups, kModels };
+constexpr std::array kRootKeys = {Key{"format", Shape::Text, true}, Key{"library"}, Key{"groups", Shape::List},
+                                  Key{"models", Shape::List}};
 
-enum ModelKey { kModelName, kModelType, kVersion, kObjects, kRelations };
-constexpr std::array kModelKeys = {Key{"name", Shape::Text, true}, Key{"type", Shape::Text, true}, Key{"version"},
-                                   Key{"objects", Shape::List}, Key{"relations", Shape::List}};
+enum ModelKey { kModelName, kModelType, kVersion, kGroup, kObjects, kRelations };
+constexpr std::array kModelKeys = {
+    Key{"name", Shape::Text, true}, Key{"type", Shape::Text, true}, Key{"version"},
+    Key{"group", Shape::Way},       Key{"objects", Shape::List},    Key{"relations", Shape::List}};
 
 enum ObjectKey { kIdentifier, kClass, kName, kValues };
 constexpr std::array kObjectKeys = {Key{"id"}, Key{"class", Shape::Reference, true}, Key{"name", Shape::Text, true},
@@ -27,12 +29,17 @@ constexpr std::array kEndKeys = {Key{"class", Shape::Reference, true}, Key{"name
 }  // namespace
 
 ModelReader::ModelReader(Building& building, QorIdentifier library)
-    : _building(building), _tree(building.tree()), _library(library), _objects(building.tree()) {
+    : _building(building),
+      _tree(building.tree()),
+      _library(library),
+      _groups(building, library),
+      _objects(building.tree()) {
     for (std::size_t i = 0; i < kParts.size(); ++i) _parts[i] = building.builder.libraryPart(library, kParts[i].part);
 }
 
 void ModelReader::read(NodeId root) {
     const Fields fields(_building.reading, root, "a model file", kRootKeys);
+    _groups.makeGroups(fields[kGroups]);
     if (fields.has(kModels)) reserve(fields[kModels]);
     forEachItem(_tree, fields[kModels], [this](NodeId node) { readModel(node); });
 }
@@ -57,6 +64,7 @@ void ModelReader::readModel(NodeId node) {
     if (_model == QorNoIdentifier) return;
     _building.reading.findings.madeModel(_model);
     _building.wrote(_model, node);
+    if (fields.has(kGroup)) _groups.placeModel(_model, fields[kGroup]);
     forEachItem(_tree, fields[kObjects], [this](NodeId item) { readObject(item); });
     forEachItem(_tree, fields[kRelations], [this](NodeId item) { readRelation(item); });
 }

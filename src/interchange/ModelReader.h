@@ -9,6 +9,7 @@
 
 #include "interchange/Building.h"
 #include "interchange/Format.h"
+#include "interchange/GroupPaths.h"
 #include "interchange/ObjectNames.h"
 
 namespace qor::interchange {
@@ -45,6 +46,7 @@ private:
     Building& _building;
     const Tree& _tree;
     QorIdentifier _library;
+    GroupPaths _groups;
     QorIdentifier _parts[kParts.size()]{};
     Cache _classes;
     Cache _relationClasses;

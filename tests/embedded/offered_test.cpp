@@ -101,9 +101,7 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
                            "QorCoreVarService::syntaxChecksLevel",
                            "QorWindows::appWindow",
                            "QorWindows::topWindow",
-                           // There is no clipboard, ...
-                           "QorEditingService::sourceNameOfPastedObject",
-                           // ... no ciphering, no file area, no model groups, and one user manager without groups.
+                           // There is no ciphering, no file area, and one user manager without groups.
                            "QorEncryption::Decrypt",
                            "QorEncryption::Encrypt",
                            "QorFileService::close",
@@ -113,7 +111,6 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
                            "QorFileService::read",
                            "QorFileService::write",
                            "QorModelGroupService::setUserGroupPermission",
-                           "QorModelGroupService::subGroups",
                            "QorUserService::allowedApplicationLibrary",
                            "QorUserService::modelGroupsAccessibleByUserGroup",
                            "QorUserService::pop",
