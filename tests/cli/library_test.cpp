@@ -137,8 +137,8 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
         {"rules --language de tree.yaml", 1, "Cardinalities for Task:\n", ""},
         {"rules - < workshop.yaml", 0, "Cardinalities for Store:\n", ""},
         {"rules bpmn", 0, "Cardinalities for Start event:\n", ""},
-        {"rules clean.yaml", 3, "", "clean.yaml: error: is not a method library"},
-        {"library clean.yaml", 3, "", "clean.yaml: error: is not a method library"},
+        {"rules clean.yaml", 3, "", "clean.yaml: error: this is not a method library"},
+        {"library clean.yaml", 3, "", "clean.yaml: error: this is not a method library"},
         {"library gone.yaml", 3, "", "gone.yaml: error: "},
         {"library bpmn", 0, "Start event", ""},
     };
