@@ -2,7 +2,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <optional>
 
 #include "cardinality/QorCardinalityHandler.h"
 #include "cardinality/QorClassCardinality.h"
