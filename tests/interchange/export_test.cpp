@@ -249,23 +249,28 @@ private:
     void setClassValues(QorIdentifier owner) {
         for (const QorIdentifier attribute : {47, 48, 194, 195})
             (void)_builder.setClassValue(owner, attribute, *anyText());
-        forEachAttribute(owner, [&](QorIdentifier attribute) {
-            (void)_builder.setClassValue(owner, attribute, number(0, 1) == 0 ? *anyText() : "7");
+        forEachAttribute(owner, [&](const QorAttributeInfo& attribute) {
+            (void)_builder.setClassValue(owner, attribute.id, anyValue(attribute.type));
         });
     }
 
     template <class Visit>
     void forEachAttribute(QorIdentifier owner, Visit visit) {
         for (; owner != QorNoIdentifier; owner = _reader.classInfo(owner).superclass)
-            for (const QorAttributeInfo& attribute : _reader.attributesOf(owner)) visit(attribute.id);
+            for (const QorAttributeInfo& attribute : _reader.attributesOf(owner)) visit(attribute);
+    }
+    // Many texts are refused by other types; a file's reader refuses what is no expression as well.
+    static std::string anyValue(QorCoreAttributeType type) {
+        if (number(0, 1) == 0) return "7";
+        return type == QorCoreAttributeType::Expression ? "[A] &\n  if(\"\" = \"#: \", 1, [B])" : *anyText();
     }
 
     void setValues(QorIdentifier thing, QorIdentifier cls) {
         if (number(0, 1) == 0) return;
         for (const QorIdentifier graphic : {QorAttributeId::Graphic, QorAttributeId::WorkingEnvironmentGraphic})
             (void)_builder.setValue(thing, graphic, *anyText());
-        forEachAttribute(cls, [&](QorIdentifier attribute) {
-            if (number(0, 2) != 0) (void)_builder.setValue(thing, attribute, number(0, 1) == 0 ? *anyText() : "7");
+        forEachAttribute(cls, [&](const QorAttributeInfo& attribute) {
+            if (number(0, 2) != 0) (void)_builder.setValue(thing, attribute.id, anyValue(attribute.type));
         });
     }
 
