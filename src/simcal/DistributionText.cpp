@@ -142,17 +142,42 @@ std::string longExponential(std::string_view parameter, std::string_view keyword
     return text;
 }
 
-std::optional<std::string> validLongOfShort(std::string_view shortText, const DistributionKeywords& keywords) {
-    if (const auto bounds = boundsOfShort(shortText))
-        return inOrder(*bounds) ? std::optional(longUniform(*bounds, keywords.uniform)) : std::nullopt;
+std::optional<std::string> longOfShort(std::string_view shortText, const DistributionKeywords& keywords) {
+    if (const auto bounds = boundsOfShort(shortText)) return longUniform(*bounds, keywords.uniform);
     if (const auto parameter = parameterOfShort(shortText)) return longExponential(*parameter, keywords.exponential);
     return std::nullopt;
+}
+
+std::optional<std::string> validLongOfShort(std::string_view shortText, const DistributionKeywords& keywords) {
+    const auto bounds = boundsOfShort(shortText);
+    if (bounds && !inOrder(*bounds)) return std::nullopt;
+    return longOfShort(shortText, keywords);
 }
 
 std::optional<std::string> shortOfLong(std::string_view longText, const DistributionKeywords& keywords) {
     if (const auto bounds = boundsOfLong(longText, keywords.uniform)) return shortUniform(*bounds);
     if (const auto parameter = parameterOfLong(longText, keywords.exponential)) return shortExponential(*parameter);
     return std::nullopt;
+}
+
+std::optional<double> expectationOfUniform(std::string_view longText, std::string_view keyword) {
+    const auto bounds = boundsOfLong(longText, keyword);
+    if (!bounds) return std::nullopt;
+    const auto lower = toDouble(bounds->lower);
+    const auto upper = toDouble(bounds->upper);
+    if (!lower || !upper) return std::nullopt;
+    return *lower / 2 + *upper / 2;  // halved one by one, so that the sum cannot overflow
+}
+
+std::optional<double> expectationOfExponential(std::string_view longText, std::string_view keyword) {
+    const auto parameter = parameterOfLong(longText, keyword);
+    if (!parameter) return std::nullopt;
+    return 1 / toDouble(*parameter).value();
+}
+
+std::optional<double> expectationOfLong(std::string_view longText, const DistributionKeywords& keywords) {
+    if (const auto uniform = expectationOfUniform(longText, keywords.uniform)) return uniform;
+    return expectationOfExponential(longText, keywords.exponential);
 }
 
 std::optional<double> toDouble(std::string_view number) {

@@ -2,6 +2,7 @@
 #include "simcal/QorDayIntervalWithProperty.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "platform/QorGuard.h"
@@ -34,6 +35,8 @@ QorDayIntervalWithProperty::~QorDayIntervalWithProperty() = default;
 
 std::unique_ptr<QorDayIntervalWithProperty> QorDayIntervalWithProperty::exactCopy(
     const QorDayIntervalWithProperty& other) {
+    // What could not be copied before for lack of memory must not pass for the whole.
+    if (other._type == QorCalendarPropertyType::Distribution && !other._distribution) throw std::bad_alloc();
     auto copy = std::make_unique<QorDayIntervalWithProperty>(other._start, other._end, other._flag);
     copy->_type = other._type;
     if (other._distribution) copy->_distribution = QorDistribution::exactCopy(*other._distribution);
@@ -56,7 +59,7 @@ Code QorDayIntervalWithProperty::appendProperty(std::string& text,
         text += _flag == 1 ? "T" : "F";
         return Code::Ok;
     }
-    if (!_distribution || _distribution->_text.IsEmpty()) return Code::NoDistributionText;
+    if (_distribution->_text.IsEmpty()) return Code::NoDistributionText;
     const auto shortText = qor::simcal::shortOfLong(_distribution->_text, keywords);
     if (!shortText) return Code::NoShortDistribution;
     text += *shortText;
@@ -86,6 +89,12 @@ Code QorDayIntervalWithProperty::getIntervalLengthInSeconds(std::int64_t& second
     return code;
 }
 
+std::int64_t QorDayIntervalWithProperty::secondsBetween(SV::Time from, SV::Time to) const noexcept {
+    const std::int64_t start = QorTimeFunctions::getTimeInSeconds(std::max(_start, from));
+    const std::int64_t end = QorTimeFunctions::getTimeInSeconds(std::min(_end, to));
+    return std::max<std::int64_t>(0, end - start);
+}
+
 Code QorDayIntervalWithProperty::getFlag(int& flag) const noexcept {
     if (_type != QorCalendarPropertyType::Flag) return Code::WrongPropertyType;
     flag = _flag;
@@ -94,14 +103,19 @@ Code QorDayIntervalWithProperty::getFlag(int& flag) const noexcept {
 
 Code QorDayIntervalWithProperty::getDistribution(QorDistribution*& distribution) const noexcept {
     distribution = _distribution.get();
-    return _type == QorCalendarPropertyType::Distribution ? Code::Ok : Code::WrongPropertyType;
+    if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
+    return distribution != nullptr ? Code::Ok : Code::Broken;
 }
 
 Code QorDayIntervalWithProperty::getExpectation(double& expectation) const noexcept {
     if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
-    if (!_distribution) return Code::NoDistributionText;
-    return QorDistribution::getExpectation(_distribution->_text, expectation) != 0 ? Code::Ok
-                                                                                   : Code::NoDistributionText;
+    if (!_distribution) return Code::Broken;
+    return Qor_Guarded("calendar", Code::Broken, [&] {
+        const auto found = qor::simcal::expectationOfLong(_distribution->_text, qor::simcal::DistributionKeywords());
+        if (!found) return Code::NoDistributionText;
+        expectation = *found;
+        return Code::Ok;
+    });
 }
 
 Code QorDayIntervalWithProperty::intersectionInterval(const QorDayIntervalWithProperty& first,

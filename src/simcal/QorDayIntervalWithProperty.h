@@ -22,7 +22,8 @@ class QOR_API QorDayIntervalWithProperty {
 public:
     /// A flag interval; 1 means set (working, open).
     QorDayIntervalWithProperty(SV::Time start, SV::Time end, int flag) noexcept;
-    /// A distribution interval with a copy of its own; null counts as an empty distribution.
+    /// A distribution interval with a copy of its own; null counts as an empty distribution. When memory runs out it has
+    /// none, and no profile takes it (Broken).
     QorDayIntervalWithProperty(SV::Time start, SV::Time end, const QorDistribution* distribution) noexcept;
     QorDayIntervalWithProperty(const QorDayIntervalWithProperty& other) noexcept;
     QorDayIntervalWithProperty& operator=(const QorDayIntervalWithProperty&) = delete;
@@ -37,10 +38,11 @@ public:
     [[nodiscard]] QorCalendarPropertyType getPropertyType() const noexcept { return _type; }
     /// WrongPropertyType unless this is a flag interval.
     QorCalendarErrorCode getFlag(int& flag) const noexcept;
-    /// The interval's own distribution, living as long as it; WrongPropertyType unless this is a distribution interval.
+    /// The interval's own distribution, living as long as it; WrongPropertyType unless this is a distribution interval,
+    /// Broken when memory ran out while it was made.
     QorCalendarErrorCode getDistribution(QorDistribution*& distribution) const noexcept;
     /// The expected value of the distribution. WrongPropertyType for a flag interval, NoDistributionText when the
-    /// distribution is empty or its text has no expectation.
+    /// distribution is empty or its text has no expectation, Broken when memory runs out.
     QorCalendarErrorCode getExpectation(double& expectation) const noexcept;
 
     /// The time that two consistent intervals share; NoIntersection when there is none, also when they only touch.
@@ -52,13 +54,16 @@ private:
     friend class QorDayProfile;
     friend class QorCalendar;
 
-    /// These throw when memory runs out, where the public constructors would lose the distribution.
+    /// These throw when memory runs out, where the public constructors would lose the distribution, or has run out
+    /// when the original was made.
     static std::unique_ptr<QorDayIntervalWithProperty> exactCopy(const QorDayIntervalWithProperty& other);
     /// A distribution interval from a short text; null when that is no valid one.
     static std::unique_ptr<QorDayIntervalWithProperty> fromShortText(SV::Time start, SV::Time end,
                                                                      std::string_view shortText,
                                                                      const qor::simcal::DistributionKeywords& keywords);
 
+    /// Seconds of the span between two times, in 64 bits: intervals made by hand can be as long as their numbers.
+    [[nodiscard]] std::int64_t secondsBetween(SV::Time from, SV::Time to) const noexcept;
     /// Appends the property as it stands in a calendar's text. NoDistributionText, NoShortDistribution.
     QorCalendarErrorCode appendProperty(std::string& text, const qor::simcal::DistributionKeywords& keywords) const;
 

@@ -2,26 +2,35 @@
 #include "simcal/QorDayProfile.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "platform/QorGuard.h"
-#include "platform/QorTimeFunctions.h"
+#include "simcal/WeightedMean.h"
 
 using Code = QorCalendarErrorCode;
 
 QorDayProfile::QorDayProfile(QorCalendarPropertyType type, char identifier, const SV::String& name) noexcept
     : _type(type), _identifier(identifier) {
-    Qor_Guarded("calendar", [&] { _name = name; });
+    _isWhole = Qor_Guarded("calendar", false, [&] {
+        _name = name;
+        return true;
+    });
 }
 
 QorDayProfile::QorDayProfile(const QorDayProfile& other) noexcept
     : QorDayProfile(other._type, other._identifier, other._name) {
-    Qor_Guarded("calendar", [&] { _intervals = std::move(exactCopy(other)->_intervals); });
+    _isWhole = _isWhole && Qor_Guarded("calendar", false, [&] {
+        _intervals = std::move(exactCopy(other)->_intervals);
+        return true;
+    });
 }
 
 QorDayProfile::~QorDayProfile() = default;
 
 std::unique_ptr<QorDayProfile> QorDayProfile::exactCopy(const QorDayProfile& other) {
+    // What could not be copied before for lack of memory must not pass for the whole.
+    if (!other._isWhole) throw std::bad_alloc();
     auto copy = std::make_unique<QorDayProfile>(other._type, other._identifier, SV::String());
     copy->_name = other._name;
     copy->_intervals.reserve(other._intervals.size());
@@ -104,26 +113,29 @@ Code QorDayProfile::getIntervalLengthSumInBetween(const SV::Time& from, const SV
                                                   std::int64_t& seconds) const noexcept {
     if (from > to) return Code::FirstAfterSecond;
     std::int64_t sum = 0;
-    for (const auto& interval : _intervals)
-        sum += QorTimeFunctions::getDiffTimeInSeconds(std::max(interval->_start, from), std::min(interval->_end, to));
+    for (const auto& interval : _intervals) sum += interval->secondsBetween(from, to);
     seconds = sum;
+    return Code::Ok;
+}
+
+Code QorDayProfile::weigh(SV::Time from, SV::Time to, qor::simcal::WeightedMean& mean) const noexcept {
+    for (const auto& interval : _intervals) {
+        const auto seconds = static_cast<double>(interval->secondsBetween(from, to));
+        if (seconds == 0) continue;
+        double value = 0;
+        if (const Code code = interval->getExpectation(value); code != Code::Ok) return code;
+        mean.add({value * seconds, seconds});
+    }
     return Code::Ok;
 }
 
 Code QorDayProfile::getExpectation(double& expectation) const noexcept {
     if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
-    double weighted = 0;
-    double weight = 0;
-    for (const auto& interval : _intervals) {
-        double value = 0;
-        std::int64_t seconds = 0;
-        if (const Code code = interval->getExpectation(value); code != Code::Ok) return code;
-        if (const Code code = interval->getIntervalLengthInSeconds(seconds); code != Code::Ok) return code;
-        weighted += value * static_cast<double>(seconds);
-        weight += static_cast<double>(seconds);
-    }
     if (_intervals.empty()) return Code::NoInterval;
-    expectation = weighted / weight;
+    qor::simcal::WeightedMean mean;
+    if (const Code code = weigh(_intervals.front()->_start, _intervals.back()->_end, mean); code != Code::Ok)
+        return code;
+    expectation = mean.sum / mean.seconds;
     return Code::Ok;
 }
 
@@ -131,6 +143,7 @@ Code QorDayProfile::intersection(const QorDayProfile& other, QorDayProfile& resu
     for (const auto* profile : {this, &other, static_cast<const QorDayProfile*>(&result)}) {
         if (profile->_type != QorCalendarPropertyType::Flag) return Code::WrongPropertyType;
     }
+    if (!_isWhole || !other._isWhole) return Code::Broken;
     // Each deletion moves the later intervals down, so every second one stays. Callers rely on the result being
     // emptied only as far as that, and hand in empty ones.
     for (int position = 1; position <= result.getNumberOfIntervals(); ++position)

@@ -12,6 +12,7 @@ namespace simcal_tests {
 
 Language::Language(std::string iso) : _iso(std::move(iso)) {
     _host.texts = this;
+    _host.windows = &_windows;
     _installation.emplace(_host);
 }
 

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+// Lets single allocations of a program fail. Defines its operator new: to be included by one source of the program.
+#pragma once
+#include <cstdlib>
+#include <new>
+
+namespace failing_allocations {
+
+inline long untilFailure = 0;  // 0: none fails
+
+inline void* allocate(std::size_t size) noexcept {
+    const bool fails = untilFailure > 0 && --untilFailure == 0;
+    return fails ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+
+/// Runs `call` once for each of its allocations, which then fails, and at last without a failure. `check` sees each
+/// result and the number of the allocation, 0 for the run without a failure. Returns how many failed.
+template <class Call, class Check>
+long failEach(Call&& call, Check&& check) {
+    for (long number = 1;; ++number) {
+        untilFailure = number;
+        const auto result = call();
+        const bool failed = untilFailure == 0;
+        untilFailure = 0;
+        check(result, failed ? number : 0);
+        if (!failed) return number - 1;
+    }
+}
+
+}  // namespace failing_allocations
+
+void* operator new(std::size_t size) {
+    if (void* const memory = failing_allocations::allocate(size)) return memory;
+    throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return failing_allocations::allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return failing_allocations::allocate(size); }
+// Not inlined, for a compiler that sees free() behind new takes them for a mismatched pair.
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete[](void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
