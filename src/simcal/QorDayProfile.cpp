@@ -6,9 +6,18 @@
 #include <utility>
 
 #include "platform/QorGuard.h"
+#include "simcal/IntervalParts.h"
+#include "simcal/QorDistribution.h"
 #include "simcal/WeightedMean.h"
 
 using Code = QorCalendarErrorCode;
+
+void qor::simcal::ReleaseInterval::operator()(QorDayIntervalWithProperty* interval) const noexcept {
+    if (!interval->_isInBlock)
+        delete interval;
+    else if (interval->_distribution != nullptr)
+        interval->_distribution->clear();
+}
 
 QorDayProfile::QorDayProfile(QorCalendarPropertyType type, char identifier, const SV::String& name) noexcept
     : _type(type), _identifier(identifier) {
@@ -21,9 +30,12 @@ QorDayProfile::QorDayProfile(QorCalendarPropertyType type, char identifier, cons
 QorDayProfile::QorDayProfile(const QorDayProfile& other) noexcept
     : QorDayProfile(other._type, other._identifier, other._name) {
     _isWhole = _isWhole && Qor_Guarded("calendar", false, [&] {
-        _intervals = std::move(exactCopy(other)->_intervals);
-        return true;
-    });
+                   const auto copy = exactCopy(other);
+                   _distributions = std::move(copy->_distributions);
+                   _block = std::move(copy->_block);
+                   _intervals = std::move(copy->_intervals);
+                   return true;
+               });
 }
 
 QorDayProfile::~QorDayProfile() = default;
@@ -33,10 +45,24 @@ std::unique_ptr<QorDayProfile> QorDayProfile::exactCopy(const QorDayProfile& oth
     if (!other._isWhole) throw std::bad_alloc();
     auto copy = std::make_unique<QorDayProfile>(other._type, other._identifier, SV::String());
     copy->_name = other._name;
-    copy->_intervals.reserve(other._intervals.size());
-    for (const auto& interval : other._intervals)
-        copy->_intervals.push_back(QorDayIntervalWithProperty::exactCopy(*interval));
+    copy->makeIntervals(other._intervals.size());
+    for (std::size_t i = 0; i < other._intervals.size(); ++i) copy->_intervals[i]->copyFrom(*other._intervals[i]);
     return copy;
+}
+
+void QorDayProfile::makeIntervals(std::size_t count) {
+    _intervals.reserve(count);
+    if (count == 0) return;
+    _block.reset(new QorDayIntervalWithProperty[count]);
+    for (std::size_t i = 0; i < count; ++i) _intervals.emplace_back(&_block[i]);
+    if (_type != QorCalendarPropertyType::Distribution) return;
+    _distributions.reset(new QorDistribution[count]);
+    for (std::size_t i = 0; i < count; ++i) _block[i]._distribution = &_distributions[i];
+}
+
+void QorDayProfile::takeOver(std::vector<qor::simcal::IntervalParts>& intervals) {
+    makeIntervals(intervals.size());
+    for (std::size_t i = 0; i < intervals.size(); ++i) _intervals[i]->takeOver(std::move(intervals[i]));
 }
 
 void QorDayProfile::changed() noexcept {
@@ -44,11 +70,14 @@ void QorDayProfile::changed() noexcept {
 }
 
 Code QorDayProfile::insertDayIntervalWithProperty(const QorDayIntervalWithProperty& interval) noexcept {
-    return Qor_Guarded("calendar", Code::Broken,
-                       [&] { return insert(QorDayIntervalWithProperty::exactCopy(interval)); });
+    return Qor_Guarded("calendar", Code::Broken, [&] {
+        Interval copy(new QorDayIntervalWithProperty(interval._start, interval._end, 0));
+        copy->copyFrom(interval);
+        return insert(std::move(copy));
+    });
 }
 
-Code QorDayProfile::insert(std::unique_ptr<QorDayIntervalWithProperty> interval) {
+Code QorDayProfile::insert(Interval interval) {
     if (interval->getPropertyType() != _type) return Code::WrongPropertyType;
     SV::Time start;
     SV::Time end;
@@ -162,7 +191,7 @@ Code QorDayProfile::intersection(const QorDayProfile& other, QorDayProfile& resu
             SV::Time end;
             const Code shared = QorDayIntervalWithProperty::intersectionInterval(mine, theirs, start, end);
             if (shared == Code::Ok) {
-                if (const Code code = result.insert(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
+                if (const Code code = result.insert(Interval(new QorDayIntervalWithProperty(start, end, 1)));
                     code != Code::Ok)
                     return code;
             } else if (shared != Code::NoIntersection) {

@@ -13,7 +13,13 @@
 
 namespace qor::simcal {
 class CalendarReader;
+struct IntervalParts;
 struct WeightedMean;
+
+/// Frees an interval, or clears away what it holds when it stands in a block.
+struct ReleaseInterval {
+    void operator()(QorDayIntervalWithProperty* interval) const noexcept;
+};
 }  // namespace qor::simcal
 
 /// The intervals of one kind of day: ordered by start, never overlapping, all of the profile's type. A profile owns its
@@ -67,12 +73,21 @@ private:
     /// Throws when memory runs out, where the copy constructor would lose intervals, or has run out when the original
     /// was made.
     static std::unique_ptr<QorDayProfile> exactCopy(const QorDayProfile& other);
-    QorCalendarErrorCode insert(std::unique_ptr<QorDayIntervalWithProperty> interval);
+    using Interval = std::unique_ptr<QorDayIntervalWithProperty, qor::simcal::ReleaseInterval>;
+
+    /// Gives a profile without intervals so many new ones, which stand side by side in one block.
+    void makeIntervals(std::size_t count);
+    /// Gives a profile without intervals these, which are in order.
+    void takeOver(std::vector<qor::simcal::IntervalParts>& intervals);
+    QorCalendarErrorCode insert(Interval interval);
     /// Adds the expectations of the intervals between two times. NoDistributionText.
     QorCalendarErrorCode weigh(SV::Time from, SV::Time to, qor::simcal::WeightedMean& mean) const noexcept;
     void changed() noexcept;
 
-    std::vector<std::unique_ptr<QorDayIntervalWithProperty>> _intervals;
+    // The intervals that were there from the start, and their distributions where that is the type.
+    std::unique_ptr<QorDistribution[]> _distributions;
+    std::unique_ptr<QorDayIntervalWithProperty[]> _block;
+    std::vector<Interval> _intervals;  // in order, in the block or by themselves
     QorCalendarPropertyType _type;
     char _identifier;
     SV::String _name;

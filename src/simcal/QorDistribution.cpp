@@ -43,18 +43,19 @@ QorDistribution::QorDistribution(const QorDistribution& other) noexcept : _gener
     Qor_Guarded("distribution", [&] { _text = other._text; });
 }
 
-QorDistribution::QorDistribution(std::string checkedText) noexcept : _text(std::move(checkedText)) {}
-
-std::unique_ptr<QorDistribution> QorDistribution::exactCopy(const QorDistribution& other) {
-    auto copy = std::make_unique<QorDistribution>();
-    copy->_text = other._text;
-    copy->_generator = other._generator;
-    return copy;
+void QorDistribution::copyFrom(const QorDistribution& other) {
+    _text = other._text;
+    _generator = other._generator;
 }
 
-QorDistribution::~QorDistribution() {
+void QorDistribution::clear() noexcept {
     if (_ownsGenerator) delete _generator;
+    _generator = nullptr;
+    _ownsGenerator = false;
+    _text = SV::String();
 }
+
+QorDistribution::~QorDistribution() { clear(); }
 
 int QorDistribution::getDistributionString(SV::String& text) const noexcept {
     return copyWhen(_text.IsEmpty() ? 0 : 1, _text, text);
@@ -98,9 +99,8 @@ int QorDistribution::isExponential(const SV::String& text) noexcept {
 }
 
 int QorDistribution::getLongDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
-    return guarded([&] {
-        return storeWhenFound(qor::simcal::longOfShort(shortText, DistributionKeywords()), longText);
-    });
+    return guarded(
+        [&] { return storeWhenFound(qor::simcal::longOfShort(shortText, DistributionKeywords()), longText); });
 }
 
 int QorDistribution::getLongUniformDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
@@ -120,9 +120,8 @@ int QorDistribution::getLongExponentialDistributionString(const SV::String& shor
 }
 
 int QorDistribution::getShortDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
-    return guarded([&] {
-        return storeWhenFound(qor::simcal::shortOfLong(longText, DistributionKeywords()), shortText);
-    });
+    return guarded(
+        [&] { return storeWhenFound(qor::simcal::shortOfLong(longText, DistributionKeywords()), shortText); });
 }
 
 int QorDistribution::getShortUniformDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
@@ -160,9 +159,8 @@ int QorDistribution::convertUIRepInLongUniformDistributionString(const SV::Strin
 }
 
 int QorDistribution::getExpectation(const SV::String& text, double& expectation) noexcept {
-    return guarded([&] {
-        return storeWhenFound(qor::simcal::expectationOfLong(text, DistributionKeywords()), expectation);
-    });
+    return guarded(
+        [&] { return storeWhenFound(qor::simcal::expectationOfLong(text, DistributionKeywords()), expectation); });
 }
 
 int QorDistribution::getExpectationOfUniformDistribution(const SV::String& text, double& expectation) noexcept {

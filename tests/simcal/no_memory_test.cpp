@@ -130,9 +130,8 @@ TEST(NoMemory, AnIntersectionOrACopyThatBreaksOffClaimsNothing) {
         QorCalendar shared(kFlag, 0, 1, 7);
         return scene.week->intersection(*scene.late, shared);
     };
-    failing_allocations::failEach(intersect, [](Code code, long number) {
-        EXPECT_EQ(code, number == 0 ? Code::Ok : Code::Broken) << number;
-    });
+    failing_allocations::failEach(
+        intersect, [](Code code, long number) { EXPECT_EQ(code, number == 0 ? Code::Ok : Code::Broken) << number; });
     const auto copy = [&] { return QorCalendar(*scene.shop).isInitialized(); };
     failing_allocations::failEach(copy, [](bool whole, long number) { EXPECT_EQ(whole, number == 0) << number; });
 }
