@@ -67,7 +67,7 @@ int QorDistribution::setDistributionString(const SV::String& text) noexcept {
 }
 
 int QorDistribution::getDistributionStringInUIRep(SV::String& text) const noexcept {
-    return convertLongDistributionStringInUIRep(_text, text);
+    return getDistributionString(text);
 }
 
 int QorDistribution::getRandomGenerator(QorRandomGenerator*& generator) const noexcept {

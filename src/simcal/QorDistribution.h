@@ -35,6 +35,7 @@ public:
     int setDistributionString(const SV::String& text) noexcept;
     /// The same without a copy; empty when none was set.
     [[nodiscard]] const SV::String& getText() const noexcept { return _text; }
+    /// What the user sees: the text as it was set, also in another language.
     int getDistributionStringInUIRep(SV::String& text) const noexcept;
     int getRandomGenerator(QorRandomGenerator*& generator) const noexcept;
     /// Takes ownership. 0 (and the caller keeps it) when it is null or a generator was set before.
