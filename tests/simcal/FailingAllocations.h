@@ -7,10 +7,12 @@
 namespace failing_allocations {
 
 inline long untilFailure = 0;  // 0: none fails
+inline bool hasFailed = false;
 
-inline void* allocate(std::size_t size) noexcept {
-    const bool fails = untilFailure > 0 && --untilFailure == 0;
-    return fails ? nullptr : std::malloc(size == 0 ? 1 : size);
+[[gnu::noinline]] inline void* allocate(std::size_t size) noexcept {
+    if (untilFailure == 0 || --untilFailure != 0) return std::malloc(size == 0 ? 1 : size);
+    hasFailed = true;
+    return nullptr;
 }
 
 /// Runs `call` once for each of its allocations, which then fails, and at last without a failure. `check` sees each
@@ -19,11 +21,11 @@ template <class Call, class Check>
 long failEach(Call&& call, Check&& check) {
     for (long number = 1;; ++number) {
         untilFailure = number;
+        hasFailed = false;
         const auto result = call();
-        const bool failed = untilFailure == 0;
         untilFailure = 0;
-        check(result, failed ? number : 0);
-        if (!failed) return number - 1;
+        check(result, hasFailed ? number : 0);
+        if (!hasFailed) return number - 1;
     }
 }
 
