@@ -18,50 +18,29 @@ SIMOPTION name: "Another option with a long name" activity: "Check"
 ACTION class: "Task" attribute: "On event" event: finish
 SIMCLASSES bp-1: "Step" we-all
 )";
-constexpr const char* kBusiness =
-    "PROCESSSTART \"Start\" fixedinfo: \"Info\" FROMCLASS \"Task\" fromattribute: \"Costs\" resultattribute: \"Costs\"";
 constexpr const char* kTexts =
     R"(SIMTEXT bp: "A text that stands on the heap" cycletime: "" activity: "" number: "" actor: "" perscost: ""
 resource: "" rescost: "A text that stands there too")";
 
-struct Scene : Shop {
+struct Scene : RunShop {
     Scene() {
         mapping(kMapping);
-        results(kBusiness, "PERSON \"Person\" fixedworkload: \"Workload\"");
         libraryText(library, QorAttributeId::SimulationText, kTexts);
-        process = model("Process", "Order");
-        start = object("Start", "Order comes by telephone or by post");
-        fill();
-        object("Task", "Pack the order for the customer");
-        object("Call", "Call somebody else's process");
-        staff = model("Staff", "People");
-        object("Person", "A performer with a long name");
-        open();
-        models = {process, staff};
         EXPECT_EQ(read.init(false), 0);
         EXPECT_EQ(texts.init(), 1);
     }
-    static constexpr const char* kFilled = "42 orders, which is as many as ever|12.5";
-    void fill() {
-        value(start, "Info", "42 orders, which is as many as ever");
-        value(start, "Costs", "12.5");
+    void begin() {
+        fill();
         names = {SV::String("untouched")};
         classes = {4711};
         text = SV::String("untouched");
     }
-    [[nodiscard]] std::string values() const {
-        const auto valueOf = [this](const char* attribute) {
-            return std::string(reader().valueOf(start, attributeOf(start, attribute)));
-        };
-        return valueOf("Info") + '|' + valueOf("Costs");
-    }
     [[nodiscard]] std::string outputs() const {
         return names.elementAtIndex(0).str() + ' ' + std::to_string(*classes.begin()) + ' ' + text.str();
     }
-    QorIdentifier process = 0, staff = 0, start = 0;
     QorSimMappingHandler read{library};
     QorSimTextHandler texts{library};
-    ISortedSet<long> models;
+    ISortedSet<long> models{process, staff};
     ISequence<SV::String> names;
     ISortedSet<long> classes;
     SV::String text;
@@ -120,7 +99,7 @@ Picture reset(Scene& scene) {
     QorSimResultReset reset;
     const QorSimResultDefinitions results;
     const bool ok = reset.plan(results, scene.models) && reset.apply();
-    return shown(ok, [&] { return scene.values(); });
+    return shown(ok, [&] { return scene.state(); });
 }
 
 // clang-format off
@@ -147,11 +126,12 @@ const struct Operation {
 TEST(NoMemory, WhatIsNotSaidToHaveFailedIsRightAndTheRestChangesNothing) {
     for (const Operation& operation : kOperations) {
         Scene scene;
+        scene.begin();
         const Picture expected = operation.run(scene);
         ASSERT_TRUE(expected) << operation.name;
         const auto run = [&] {
             const long number = std::exchange(failing_allocations::untilFailure, 0);
-            scene.fill();
+            scene.begin();
             failing_allocations::untilFailure = number;
             return operation.run(scene);
         };
@@ -164,7 +144,7 @@ TEST(NoMemory, WhatIsNotSaidToHaveFailedIsRightAndTheRestChangesNothing) {
             ++told;
             EXPECT_GT(number, 0) << operation.name;
             EXPECT_EQ(scene.outputs(), "untouched 4711 untouched") << operation.name << " at " << number;
-            EXPECT_EQ(scene.values(), Scene::kFilled) << operation.name << " at " << number;
+            EXPECT_EQ(scene.state(), kFilled) << operation.name << " at " << number;
         });
         EXPECT_GT(told, 0) << operation.name << " allocates nothing";
     }
@@ -189,7 +169,7 @@ TEST(NoMemory, ResultsAreResetWholeOrRefused) {
             // Unless an error of the texts blocks it, the next one resets everything.
             const int again = QorSimResultAttributes().resetResultAttributes(scene.models, instances);
             EXPECT_EQ(again, 1 - QorSimResultAttributes::Get_Error()) << failures;
-            EXPECT_TRUE(again == 0 || scene.values() == "|0") << failures;
+            EXPECT_TRUE(again == 0 || scene.state() == kReset) << failures;
         });
     }
     EXPECT_GT(failures, 10);
