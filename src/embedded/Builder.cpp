@@ -2,6 +2,7 @@
 #include "embedded/Builder.h"
 
 #include "platform/QorEventListener.h"
+#include "platform/QorGuard.h"
 
 namespace qor::embedded {
 
@@ -9,9 +10,9 @@ namespace {
 
 // Memory is what identifiers are made of.
 template <class Operation>
-QorBuildResult built(Operation operation) noexcept {
+QorBuildResult built(Repository& repository, Operation operation) noexcept {
     try {
-        return operation();
+        return repository.change(operation);
     } catch (...) {
         return refused(QorBuildError::NoIdentifiersLeft);
     }
@@ -23,8 +24,9 @@ Builder::~Builder() = default;
 
 QorBuildResult Builder::addApplicationLibrary(std::string_view name, std::string_view businessProcessName,
                                               std::string_view workingEnvironmentName) {
-    return built(
-        [&] { return _repository.meta().addApplicationLibrary(name, businessProcessName, workingEnvironmentName); });
+    return built(_repository, [&] {
+        return _repository.meta().addApplicationLibrary(name, businessProcessName, workingEnvironmentName);
+    });
 }
 
 QorIdentifier Builder::libraryPart(QorIdentifier applicationLibrary, QorLibraryPart part) const {
@@ -34,44 +36,45 @@ QorIdentifier Builder::libraryPart(QorIdentifier applicationLibrary, QorLibraryP
 }
 
 QorBuildResult Builder::addClass(QorIdentifier part, std::string_view name, QorIdentifier superclass, bool abstract) {
-    return built([&] { return _repository.meta().addClass(part, name, superclass, abstract); });
+    return built(_repository, [&] { return _repository.meta().addClass(part, name, superclass, abstract); });
 }
 
 QorBuildResult Builder::addRecordClass(QorIdentifier part, std::string_view name) {
-    return built([&] { return _repository.meta().addRecordClass(part, name); });
+    return built(_repository, [&] { return _repository.meta().addRecordClass(part, name); });
 }
 
 QorBuildResult Builder::addRelationClass(QorIdentifier part, std::string_view name, QorIdentifier fromClass,
                                          QorIdentifier toClass) {
-    return built([&] { return _repository.meta().addRelationClass(part, name, fromClass, toClass); });
+    return built(_repository, [&] { return _repository.meta().addRelationClass(part, name, fromClass, toClass); });
 }
 
 QorBuildResult Builder::addAttribute(QorIdentifier owner, const QorAttributeSpec& attribute) {
-    return built([&] { return _repository.meta().addAttribute(owner, attribute); });
+    return built(_repository, [&] { return _repository.meta().addAttribute(owner, attribute); });
 }
 
 QorBuildResult Builder::setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text) {
-    return built([&] { return _repository.setClassValue(cls, attribute, text); });
+    return built(_repository, [&] { return _repository.setClassValue(cls, attribute, text); });
 }
 
 QorBuildResult Builder::setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text) {
-    return built([&] { return _repository.setLibraryValue(library, attribute, text); });
+    return built(_repository, [&] { return _repository.setLibraryValue(library, attribute, text); });
 }
 
 QorBuildResult Builder::addModelType(QorIdentifier part, std::string_view name,
                                      std::span<const QorIdentifier> classes) {
-    return built([&] { return _repository.meta().addModelType(part, name, classes); });
+    return built(_repository, [&] { return _repository.meta().addModelType(part, name, classes); });
 }
 
 // What is loaded stays.
 QorBuildResult Builder::removeApplicationLibrary(QorIdentifier applicationLibrary) {
     if (applicationLibrary != QorNoIdentifier && applicationLibrary == _session.library)
         return refused(QorBuildError::HasInstances);
-    return built([&] { return _repository.removeApplicationLibrary(applicationLibrary); });
+    return built(_repository, [&] { return _repository.removeApplicationLibrary(applicationLibrary); });
 }
 
 QorBuildResult Builder::addModel(QorIdentifier modelType, std::string_view name, std::string_view version) {
-    const QorBuildResult result = built([&] { return _repository.models().addModel(modelType, name, version); });
+    const QorBuildResult result =
+        built(_repository, [&] { return _repository.models().addModel(modelType, name, version); });
     if (!result.ok()) return result;
     const ModelStore& models = _repository.models();
     const bool isFurther = models.thread(models.model(result.id)->thread)->versions.size() > 1;
@@ -81,39 +84,34 @@ QorBuildResult Builder::addModel(QorIdentifier modelType, std::string_view name,
 }
 
 QorBuildResult Builder::addObject(QorIdentifier model, QorIdentifier cls, std::string_view name) {
-    return built([&] { return _repository.models().addObject(model, cls, name); });
+    return built(_repository, [&] { return _repository.models().addObject(model, cls, name); });
 }
 
 QorBuildResult Builder::addRelation(QorIdentifier relationClass, QorIdentifier from, QorIdentifier to) {
-    return built([&] { return _repository.models().addRelation(relationClass, from, to); });
+    return built(_repository, [&] { return _repository.models().addRelation(relationClass, from, to); });
 }
 
 QorBuildResult Builder::setValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) {
-    const QorBuildResult result = built([&] { return _repository.setInstanceValue(instance, attribute, text); });
+    const QorBuildResult result =
+        built(_repository, [&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (result.ok() && _repository.meta().attribute(attribute)->type == QorCoreAttributeType::InterReference)
         Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, _repository.models().modelOf(instance)));
     return result;
 }
 
 QorBuildResult Builder::removeModel(QorIdentifier model) {
-    const QorBuildResult result = built([&] { return _repository.models().removeModel(model); });
+    const QorBuildResult result = built(_repository, [&] { return _repository.models().removeModel(model); });
     if (result.ok()) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelDeleted, model));
     return result;
 }
 
 // Room and order are a service: without memory for them, adding and reading say so.
 void Builder::reserve(std::size_t objects, std::size_t relations) {
-    (void)built([&] {
-        _repository.models().reserve(objects, relations);
-        return QorBuildResult{};
-    });
+    Qor_Guarded("embedded", [&] { _repository.models().reserve(objects, relations); });
 }
 
 void Builder::layOut() {
-    (void)built([&] {
-        _repository.models().layOut();
-        return QorBuildResult{};
-    });
+    Qor_Guarded("embedded", [&] { _repository.models().layOut(); });
 }
 
 }  // namespace qor::embedded

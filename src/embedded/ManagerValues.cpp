@@ -60,7 +60,8 @@ QorErrorCode ModelingManager::getAttributeValueAsNewChar(long identifier, long a
 QorErrorCode ModelingManager::writeValue(QorIdentifier model, QorIdentifier instance, QorIdentifier attribute,
                                          std::string_view text, bool raiseEvent) {
     if (model == QorNoIdentifier || _repository.models().modelOf(instance) != model) return QorErrorCode::NotFound;
-    const QorBuildResult result = _repository.setInstanceValue(instance, attribute, text);
+    const QorBuildResult result =
+        _repository.change([&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (!result.ok()) return codeOf(result.error);
     if (raiseEvent) announceValue(model, instance, *_repository.meta().attribute(attribute));
     return QorErrorCode::Ok;
@@ -178,8 +179,8 @@ QorErrorCode ModelingManager::createRecordInstance(long model, long object, long
             return QorErrorCode::NotFound;
         if (position < -1 || position > static_cast<long>(models.rows(owner, narrow(attribute)).size()))
             return QorErrorCode::OutOfRange;
-        const QorBuildResult result =
-            models.addRow(owner, *_repository.attributeOf(owner, narrow(attribute)), position);
+        const QorBuildResult result = _repository.change(
+            [&] { return models.addRow(owner, *_repository.attributeOf(owner, narrow(attribute)), position); });
         return result.ok() ? give(row, result.id) : codeOf(result.error);
     });
 }
@@ -191,8 +192,8 @@ QorErrorCode ModelingManager::deleteRecordInstance(long model, long object, long
             _repository.models().modelOf(found->owner) != narrow(model))
             return QorErrorCode::NotFound;
         const bool losesReferences = holdsReferences(_repository, found->id);
-        if (const QorBuildResult result = _repository.models().removeRow(found->id); !result.ok())
-            return codeOf(result.error);
+        const QorBuildResult result = _repository.change([&] { return _repository.models().removeRow(narrow(row)); });
+        if (!result.ok()) return codeOf(result.error);
         if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
         return QorErrorCode::Ok;
     });

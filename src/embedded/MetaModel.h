@@ -8,6 +8,7 @@
 #include "embedded/MetaRows.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/Store.h"
+#include "embedded/store/StoredRow.h"
 
 namespace qor::embedded {
 
@@ -25,7 +26,21 @@ public:
     QorBuildResult addAttribute(QorIdentifier owner, const QorAttributeSpec& attribute);
     QorBuildResult addModelType(QorIdentifier part, std::string_view name, std::span<const QorIdentifier> classes);
     // The library must exist, without models; values of its classes are cleared before.
-    void removeApplicationLibrary(QorIdentifier library) noexcept;
+    void removeApplicationLibrary(QorIdentifier library);
+
+    // Takes back a step of the journal that concerns the meta-model, as the last one that was taken.
+    void takeBack(const Step& step) noexcept;
+    // Gives up what a step kept for the way back.
+    void bury(const Step& step) noexcept;
+    // Closes the gaps that buried rows left.
+    void sweep() noexcept;
+
+    // Takes in a row of a repository file, in the order of identifiers. False when it refers to what is not there.
+    [[nodiscard]] bool adopt(const StoredRow& row);
+    // The rows that stand for a thing in a repository file; `row` is its place in its table.
+    void forEachStored(QorThingKind kind, QorIdentifier id, std::size_t row, const TakeStored& take) const;
+    // The application library or class whose content a thing of the meta-model is.
+    [[nodiscard]] QorIdentifier scopeOf(QorIdentifier id) const;
 
     // Rows by identifier; null when the identifier is of another kind.
     [[nodiscard]] const LibraryRow* library(QorIdentifier id) const;
@@ -100,9 +115,24 @@ private:
     }
     QorBuildResult addAnyClass(QorIdentifier part, std::string_view name, QorIdentifier superclass, bool isAbstract,
                                bool isRecordClass);
-    void forget(NameScope scope, QorIdentifier& id, TextRef name) noexcept;
-    void forgetAttributes(const std::vector<QorIdentifier>& attributes) noexcept;
-    void forgetPart(PartRow& part) noexcept;
+    // The identifier and name in the row of a thing, and where its name is unique.
+    struct Entry {
+        QorIdentifier* id;
+        TextRef* name;
+        NameScope scope;
+    };
+    static constexpr NameScope kNotIndexed{0, 0};
+    [[nodiscard]] Entry entryOf(QorThingKind kind, std::size_t row) noexcept;
+    void noteAdded(QorThingKind kind, QorIdentifier id, QorIdentifier scope) {
+        Step step;
+        step.thing = kind;
+        step.id = id;
+        step.scope = scope;
+        _store.journal.note(step);
+    }
+    void forget(QorIdentifier id);
+    void takeBackAdded(const Step& step) noexcept;
+    void releaseTexts(QorThingKind kind, std::size_t row) noexcept;
 
     Store& _store;
     std::vector<LibraryRow> _libraries;

@@ -70,6 +70,7 @@ struct AttributeRow {
 struct ModelTypeRow {
     QorIdentifier id = QorNoIdentifier;
     QorIdentifier part = QorNoIdentifier;
+    QorIdentifier library = QorNoIdentifier;
     std::uint32_t index = 0;  // among the library's model types
     TextRef name = 0;
     std::vector<QorIdentifier> classes;  // ascending

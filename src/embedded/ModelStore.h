@@ -13,6 +13,7 @@
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/Store.h"
 #include "embedded/Values.h"
+#include "embedded/store/StoredRow.h"
 
 namespace qor::embedded {
 
@@ -36,6 +37,22 @@ public:
     QorBuildResult addRow(QorIdentifier owner, const AttributeRow& attribute, long position);
     QorBuildResult removeRow(QorIdentifier row);
     [[nodiscard]] std::span<const QorIdentifier> rows(QorIdentifier owner, QorIdentifier attribute) const;
+    // The rows of a file come by identifier: puts them in the order of their positions.
+    void orderRows(std::vector<StoredRow>& rows);
+
+    // Takes back a step of the journal that concerns models, as the last one that was taken. What is read next lays the
+    // relations out anew.
+    void takeBack(const Step& step) noexcept;
+    // Gives up what a step kept for the way back; `tidy` goes over all steps after that.
+    void bury(const Step& step) noexcept;
+    void tidy(const std::vector<Step>& steps) noexcept;
+
+    // Takes in a row of a repository file, in the order of identifiers. False when it refers to what is not there.
+    [[nodiscard]] bool adopt(const StoredRow& row);
+    // The row that stands for a thing in a repository file; `row` is its place in its table. For a record row, the
+    // position among its owner's is to be given.
+    [[nodiscard]] StoredRow stored(QorThingKind kind, QorIdentifier id, std::size_t row,
+                                   std::size_t position = 0) const;
 
     void reserve(std::size_t objects, std::size_t relations);
     void layOut();
@@ -83,11 +100,22 @@ private:
     [[nodiscard]] QorBuildError checkEnds(const RelationClassRow& relationClass, QorIdentifier from,
                                           QorIdentifier to) const;
     ObjectsOfClass& bucketFor(ModelRow& model, QorIdentifier cls);
-    void forgetRelation(QorIdentifier relation) noexcept;
-    void forgetObject(QorIdentifier object) noexcept;
-    void forgetRows(QorIdentifier owner) noexcept;
-    void forgetRow(QorIdentifier row) noexcept;
-    void forgetThread(QorIdentifier thread) noexcept;
+    void noteAdded(QorThingKind kind, QorIdentifier id, QorIdentifier scope, std::size_t position = 0);
+    // Notes the removal of a thing; what it kept is given up by `gone`, now or at the commit.
+    [[nodiscard]] Step noteRemoved(QorIdentifier id, QorIdentifier scope, std::size_t position = 0);
+    void gone(const Step& step) noexcept;
+    void forgetRelation(QorIdentifier relation);
+    void forgetObject(QorIdentifier object);
+    void forgetModel(QorIdentifier model);
+    void forgetRows(QorIdentifier owner);
+    void forgetRow(QorIdentifier row, std::size_t position);
+    void forgetThread(QorIdentifier thread);
+    void tidyLists(QorIdentifier model, QorIdentifier cls) noexcept;
+    void takeBackAdded(const Step& step) noexcept;
+    void takeBackRemoved(const Step& step) noexcept;
+    void takeBackName(const Step& step) noexcept;
+    void takeBackEnd(const Step& step) noexcept;
+    [[nodiscard]] QorIdentifier libraryOfThread(QorIdentifier thread) const;
     void sweepWhenHalfIsGone() noexcept;
     void sweep() noexcept;
 

@@ -5,6 +5,7 @@
 
 #include "embedded/LibrarySession.h"
 #include "embedded/Repository.h"
+#include "embedded/UnitsOfWork.h"
 #include "embedded/Users.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorEvent.h"
@@ -19,6 +20,7 @@ public:
     ~ModelingManager() override;
 
     QorCoreBulkView* bulkView() override { return this; }
+    QorCoreUnitsOfWork* unitsOfWork() override { return &_units; }
     QorModelTypeAttrHandler* modelTypeHandler() override { return _session.modelTypes.get(); }
     QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>& outgoing,
                             std::span<const QorRelationEnd>& incoming) override;
@@ -121,6 +123,7 @@ private:
     Repository& _repository;
     LibrarySession& _session;
     const Users& _users;
+    UnitsOfWork _units{_repository};
 };
 
 }  // namespace qor::embedded

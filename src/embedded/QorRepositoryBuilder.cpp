@@ -40,6 +40,8 @@ const char* Qor_BuildErrorText(QorBuildError error) {
             return "it is in use and cannot be changed any more";
         case QorBuildError::NoIdentifiersLeft:
             return "the repository is full";
+        case QorBuildError::NotStored:
+            return "the repository file could not be written";
     }
     return "unknown error";
 }

@@ -29,6 +29,7 @@ enum class QorBuildError : std::int32_t {
     ValueRefused,            ///< the attribute's type does not take this text
     HasInstances,            ///< cannot be changed any more
     NoIdentifiersLeft,       ///< neither identifiers nor memory
+    NotStored,               ///< the repository file did not take it
 };
 
 /// The identifier of what was added, or why it was not.

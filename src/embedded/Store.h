@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include "embedded/Journal.h"
 #include "embedded/NameIndex.h"
 #include "embedded/TextArena.h"
 #include "embedded/ThingTable.h"
@@ -7,12 +8,14 @@
 
 namespace qor::embedded {
 
-// What all parts of a repository share: one space of identifiers, of texts, of names and of values.
+// What all parts of a repository share: one space of identifiers, of texts, of names and of values, and
+// the journal of what is done to them.
 struct Store {
     ThingTable things;
     TextArena texts;
     NameIndex names;
     ValueTable values;
+    Journal journal;
 };
 
 // A text that is released again unless it is kept.

@@ -101,11 +101,6 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
                            "QorCoreVarService::syntaxChecksLevel",
                            "QorWindows::appWindow",
                            "QorWindows::topWindow",
-                           // What is written in memory is written at once.
-                           "QorCoreModelingManager::unitsOfWork",
-                           "QorCoreUnitsOfWork::begin",
-                           "QorCoreUnitsOfWork::commit",
-                           "QorCoreUnitsOfWork::rollBack",
                            // There is no clipboard, ...
                            "QorEditingService::sourceNameOfPastedObject",
                            // ... no ciphering, no file area, no model groups, and one user manager without groups.
