@@ -2,7 +2,6 @@
 #pragma once
 #include <cstdint>
 
-#include "platform/QorErrorCode.h"
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
 

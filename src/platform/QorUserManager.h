@@ -2,7 +2,6 @@
 #pragma once
 #include <cstdint>
 
-#include "platform/ISequence.h"
 #include "platform/ISortedSet.h"
 #include "platform/QorAccess.h"
 #include "platform/QorErrorCode.h"
