@@ -4,20 +4,12 @@
 #include <memory>
 
 #include "admin/UserLookup.h"
+#include "admin/grants.h"
 #include "admin/internalErrors.h"
 #include "platform/QorGuard.h"
 #include "platform/QorUserManager.h"
 
 using namespace qor::admin;
-
-namespace {
-
-bool givesAccess(const QorAccModelgroup& entry) {
-    return entry.getPermission() == QorModelGroupPermission::Read ||
-           entry.getPermission() == QorModelGroupPermission::Write;
-}
-
-}  // namespace
 
 QorAllModelStructure& QorAllModelStructure::Instance() noexcept {
     static QorAllModelStructure instance;

@@ -88,8 +88,7 @@ TEST_F(AccessStructure, TheContainerIsAddedToWithCopiesOfItsOwn) {
     ASSERT_EQ(QorAllModelStructure::Instance().GetModelGroupsOfUser(ada, container), Ok);
     ASSERT_EQ(QorAllModelStructure::Instance().GetModelGroupsOfUser(ada, container), Ok);
     EXPECT_EQ(container.numberOfElements(), 5U);
-    for (const auto& entry : container)
-        EXPECT_EQ(entry->getName(), entry->getModelGroupID() == 7 ? "own" : "Orders");
+    for (const auto& entry : container) EXPECT_EQ(entry->getName(), entry->getModelGroupID() == 7 ? "own" : "Orders");
 }
 
 TEST_F(AccessStructure, NestedGroupsCountAndCirclesOfGroupsEnd) {
