@@ -2,8 +2,8 @@
 #include "admin/QorModelGroupReach.h"
 
 #include <algorithm>
-#include <unordered_map>
 
+#include "admin/GroupNumbers.h"
 #include "admin/UserLookup.h"
 #include "admin/grants.h"
 #include "admin/internalErrors.h"
@@ -28,9 +28,9 @@ public:
 
     /// Null after a failure, and then `code` says which.
     const List* of(const QorUserGroupID& userGroup, QorErrorCode& code) {
-        const auto [place, isNew] = _lists.try_emplace(userGroup.value());
-        if (isNew) code = read(userGroup, place->second);
-        return code == QorErrorCode::Ok ? &place->second : nullptr;
+        const std::size_t number = _numbers.of(userGroup);
+        if (number == _lists.size()) code = read(userGroup, _lists.emplace_back());
+        return code == QorErrorCode::Ok ? &_lists[number] : nullptr;
     }
 
     SV::String name;
@@ -58,7 +58,8 @@ private:
     }
 
     long _modelGroup;
-    std::unordered_map<long, List> _lists;
+    GroupNumbers _numbers;
+    std::vector<List> _lists;  // by the group's number
 };
 
 /// One look at all users: a model group goes in, who can reach it comes out.
