@@ -141,7 +141,7 @@ QorErrorCode QorPermissionAssignment::plan(QorSubGroupMode mode, const Ask& ask)
     }
     const auto code = Qor_Guarded(kAccessSource, QorErrorCode::Broken, [&] {
         if (!_opened) return QorErrorCode::NotFound;
-        const Ask onTopWindow = askOnTopWindow;
+        const Ask onTopWindow = [](const SV::String& text) { return askOnTopWindow(text); };
         PermissionPlan plan(_opened->table, _opened->wishes, ask ? ask : onTopWindow, _questions);
         plan.work(mode);
         _changes = plan.changes();
