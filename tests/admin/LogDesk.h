@@ -151,9 +151,12 @@ protected:
     static constexpr const char* kSettings = "db:\\qor_admin_log.conf";
 
     LogTest() {
-        desk.administrator(ada);
-        desk.rename(ada, "Ada", "Office");
-        desk.current(ada);
+        auto& user = desk.of(ada);
+        user.first = "Ada";
+        user.second = "Office";
+        user.kind = QorUserLogonNameType::TwoPart;
+        user.isAdministrator = true;
+        desk.current = ada;
     }
 
     /// The text with each "{n}" replaced by message n.
@@ -196,7 +199,7 @@ protected:
     ScriptedWindows windows;
     FixedClock clock;
     QorHostInstallation installation{[this] {
-        QorHost host = desk.host();
+        QorHost host = desk.host;
         host.files = &files;
         host.encryption = &cipher;
         host.windows = &windows;

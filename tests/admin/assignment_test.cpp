@@ -87,7 +87,7 @@ TEST_F(Assignment, WithoutAModeThereIsNoPlan) {
     ASSERT_EQ(open(), Ok);
     ASSERT_EQ(assignment.set({sales}, {staff}, State::Write), Ok);
     EXPECT_EQ(assignment.plan(QorSubGroupMode::None), OutOfRange);
-    EXPECT_EQ(desk.internalErrors(), std::vector<std::string>{"aaccess: No adaption mode active?"});
+    EXPECT_EQ(desk.internalErrors, std::vector<std::string>{"aaccess: No adaption mode active?"});
     EXPECT_EQ(assignment.apply(), NotFound);
 }
 
@@ -158,13 +158,12 @@ TEST_F(Assignment, PlansFollowTheModeAndTheAnswers) {
 TEST_F(Assignment, TheQuestionNamesTheSubGroupOnTheTopWindow) {
     ASSERT_EQ(open(), Ok);
     ASSERT_EQ(assignment.set({sales}, {staff}, State::Read), Ok);
-    desk.answer({true});
+    desk.answers = {true};
     ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly), Ok);
-    EXPECT_EQ(desk.questions(),
-              std::vector<std::string>{Qor_Message(29100, {{"%g", "Orders"}, {"%u", "Staff"}}).str()});
+    EXPECT_EQ(desk.questions, std::vector<std::string>{Qor_Message(29100, {{"%g", "Orders"}, {"%u", "Staff"}}).str()});
     const auto& question = assignment.questions().front();
     EXPECT_TRUE(question.goOn);
-    EXPECT_EQ(question.text.str(), desk.questions().front());
+    EXPECT_EQ(question.text.str(), desk.questions.front());
     EXPECT_EQ(std::pair(question.lowering.before, question.lowering.after), std::pair(kWrite, kRead));
     EXPECT_TRUE(!assignment.changes()[0].isRise() && assignment.changes()[1].isRise());
 }
@@ -183,7 +182,7 @@ TEST_F(Assignment, AChosenGroupBelowAChosenOneKeepsItsOwnChoice) {
 }
 
 TEST_F(Assignment, ACircleOfModelGroupsEnds) {
-    desk.nestModelGroup(archive, sales);
+    desk.modelGroups[archive].below.insert(sales);
     ASSERT_EQ(assignment.open({sales, archive}, {bosses}), Ok);
     ASSERT_EQ(assignment.set({sales}, {bosses}, State::Read), Ok);
     ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly, [](const SV::String&) { return true; }), Ok);
@@ -212,7 +211,7 @@ TEST_F(Assignment, AFailureAnywhereChangesNothing) {
             for (const int nth : {1, 2, 3}) {
                 SCOPED_TRACE(std::string(operation) + " " + std::to_string(nth) +
                              (offersUnits ? "" : " without units"));
-                desk.offerUnitsOfWork(offersUnits);
+                desk.offersUnits = offersUnits;
                 ASSERT_EQ(open(), Ok);
                 ASSERT_EQ(assignment.set({sales}, {staff}, State::Write), Ok);
                 ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly), Ok);
@@ -220,7 +219,7 @@ TEST_F(Assignment, AFailureAnywhereChangesNothing) {
                 if (operation[0] == 'b') desk.record.fail("setUserGroupPermission", kUnknownCode, nth);
                 EXPECT_EQ(assignment.apply(), kUnknownCode);
                 EXPECT_EQ(permissions(staff), before);
-                EXPECT_FALSE(desk.isUnitOpen());
+                EXPECT_FALSE(desk.unit.has_value());
                 desk.record.failNothing();
             }
         }

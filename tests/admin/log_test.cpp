@@ -106,31 +106,31 @@ TEST_F(AdminLog, OnlyAdministratorsAndOnlyWhileOn) {
     EXPECT_EQ(newLines(), Lines{});
     EXPECT_TRUE(logger._Log("a", "b")) << "the switch is for events";
     logger.SetLogging(true);
-    desk.current(bob);
+    desk.current = bob;
     userChanged(2, bob);
     EXPECT_FALSE(logger._Log("a", "b"));
     desk.record.fail("currentUser", kUnknownCode);
     EXPECT_FALSE(logger._Log("a", "b"));
     EXPECT_EQ(newLines().size(), 1U);
-    desk.administrator(bob, true);
+    desk.of(bob).isSubAdministrator = true;
     userChanged(2, bob);
     EXPECT_EQ(newLines().size(), 1U) << "a sub-administrator";
 }
 
 TEST_F(AdminLog, PairsOfEventsShareOneRememberedValue) {
     start();
-    desk.current(bob);
+    desk.current = bob;
     userChanged(13, bob);  // remembered although nobody is an administrator
-    desk.current(ada);
-    desk.rename(bob, "Robert", {}, QorUserLogonNameType::Plain);
+    desk.current = ada;
+    desk.of(bob).first = "Robert";
     userChanged(14, bob);
     EXPECT_EQ(newLines(), Lines{text(kStart + "{29017};{29035}Bob;{29036}Robert")});
 
-    desk.profile(bob, 6, "at home");
+    desk.of(bob).profile[6] = "at home";
     userChanged(11, bob);
     userChanged(12, bob);
     EXPECT_EQ(newLines(), Lines{}) << "nothing changed";
-    desk.profile(bob, 6, "a \"b\";\r\nc");
+    desk.of(bob).profile[6] = "a \"b\";\r\nc";
     userChanged(12, bob);
     EXPECT_EQ(newLines(),
               Lines{text(kStart + "{29016};{29030}Robert;{29050};at home;{29051};") + "\"a \"\"b\"\";\nc\""});
@@ -139,7 +139,7 @@ TEST_F(AdminLog, PairsOfEventsShareOneRememberedValue) {
     userChanged(12, bob);
     EXPECT_EQ(newLines().front().find(text("{29050};Robert;")) != std::string::npos, true) << "the later one wins";
     logger.SetLogging(false);
-    desk.profile(bob, 6, "x");
+    desk.of(bob).profile[6] = "x";
     userChanged(11, bob);
     logger.SetLogging(true);
     userChanged(14, bob);

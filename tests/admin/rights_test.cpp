@@ -24,7 +24,7 @@ Sources listed(std::span<const QorPermissionSource> sources) {
 class Rights : public testing::Test {
 protected:
     Rights() {
-        desk.signOnMode(QorSingleSignOnMode::Second);
+        desk.mode = QorSingleSignOnMode::Second;
         desk.join(ada, staff);
         desk.join(ada, bosses);
         desk.join(eve, staff);
@@ -66,9 +66,10 @@ TEST_F(Rights, OfAUserAreMergedToTheHighestWithTheGroupsTheyComeThrough) {
 TEST_F(Rights, ThousandsOfEqualEntriesAreOneReason) {
     const auto last = desk.group("Last");
     desk.join(ada, last);
-    for (int i = 0; i < 5000; ++i) desk.rawEntry(last, archive, "Archive", UserDesk::kLibrary, i == 2500 ? 4 : 2);
-    desk.rawEntry(last, archive, "Archive", UserDesk::kLibrary + 1, 4);
-    desk.rawEntry(last, 77, "odd", UserDesk::kLibrary, 3);
+    for (int i = 0; i < 5000; ++i)
+        desk.rawEntries.insert({last.value(), {archive, "Archive", UserDesk::kLibrary, i == 2500 ? 4 : 2}});
+    desk.rawEntries.insert({last.value(), {archive, "Archive", UserDesk::kLibrary + 1, 4}});
+    desk.rawEntries.insert({last.value(), {77, "odd", UserDesk::kLibrary, 3}});
     QorModelGroupRights rights;
     ASSERT_EQ(rights.read(ada), Ok);
     EXPECT_EQ(rights.find(77), nullptr);
@@ -90,8 +91,8 @@ TEST_F(Rights, OfAModelGroupAreThoseOfTheUsersWhoReachIt) {
     EXPECT_EQ(reach.users()[1].permission, kRead);
     EXPECT_EQ(listed(reach.sources(reach.users()[1])), (Sources{{bosses.value(), kRead}}));
 
-    desk.allow(ada, UserDesk::kLibrary + 1);
-    desk.signOnMode(0);
+    desk.of(ada).library = UserDesk::kLibrary + 1;
+    desk.mode = 0;
     ASSERT_EQ(reach.read(archive), Ok);
     EXPECT_TRUE(reach.users().empty());
 }
@@ -110,7 +111,7 @@ TEST_F(Rights, BothDirectionsAgree) {
     for (int i = 0; i < 12; ++i)
         modelGroups.push_back(desk.modelGroup("m" + std::to_string(i), 0, UserDesk::kLibrary + chance(2)));
     for (const auto& user : users) {
-        desk.allow(user, UserDesk::kLibrary + chance(2));
+        desk.of(user).library = UserDesk::kLibrary + chance(2);
         for (const auto& group : groups)
             if (chance(5) == 0) chance(2) == 0 ? desk.join(user, group) : desk.joinSystem(user, group);
     }
@@ -157,7 +158,7 @@ TEST_F(Rights, AreEmptyAfterAnyFailureAndReadAgainAfterwards) {
             desk.record.fail(operation, kUnknownCode, nth);
             EXPECT_EQ(isForwards ? rights.read(cyd) : reach.read(archive), code);
             EXPECT_TRUE(isForwards ? rights.rights().empty() : reach.users().empty() && reach.name().IsEmpty());
-            EXPECT_EQ(desk.selected(), 0U);
+            EXPECT_EQ(desk.selected.size(), 0U);
             desk.record.failNothing();
             EXPECT_EQ(isForwards ? rights.read(cyd) : reach.read(archive), Ok);
         }

@@ -42,7 +42,7 @@ public:
 class AccessStructure : public testing::Test {
 protected:
     AccessStructure() {
-        desk.signOnMode(QorSingleSignOnMode::First);
+        desk.mode = QorSingleSignOnMode::First;
         desk.join(ada, staff);
         desk.join(ada, bosses);
         desk.joinSystem(bob, guests);
@@ -74,11 +74,11 @@ TEST_F(AccessStructure, OnlyReadAndWriteInTheAllowedLibraryCount) {
     const auto group = desk.group("Odd");
     desk.join(eve, group);
     for (const std::int32_t permission : {-2, 0, 1, 2, 3, 4, 5, 6})
-        desk.rawEntry(group, 100 + permission, nullptr, UserDesk::kLibrary, permission);
-    desk.rawEntry(group, 200, "elsewhere", UserDesk::kLibrary + 1, 4);
-    desk.rawEntry(group, 201, "nowhere", -1, 4);
+        desk.rawEntries.insert({group.value(), {100 + permission, nullptr, UserDesk::kLibrary, permission}});
+    desk.rawEntries.insert({group.value(), {200, "elsewhere", UserDesk::kLibrary + 1, 4}});
+    desk.rawEntries.insert({group.value(), {201, "nowhere", -1, 4}});
     EXPECT_EQ(accessOf(eve).found, (Entries{{102, 2}, {104, 4}}));
-    desk.allow(eve, UserDesk::kLibrary + 1);
+    desk.of(eve).library = UserDesk::kLibrary + 1;
     EXPECT_EQ(accessOf(eve).found, (Entries{{200, 4}}));
 }
 
@@ -93,8 +93,8 @@ TEST_F(AccessStructure, TheContainerIsAddedToWithCopiesOfItsOwn) {
 
 TEST_F(AccessStructure, NestedGroupsCountAndCirclesOfGroupsEnd) {
     const auto all = desk.group("Everybody");
-    desk.nest(all, staff);
-    desk.nest(staff, all);
+    desk.groups[staff.value()].containedIn = {all.value()};
+    desk.groups[all.value()].containedIn = {staff.value()};
     const long archive = desk.modelGroup("Archive");
     desk.permit(all, archive, QorModelGroupPermission::Read);
     EXPECT_EQ(accessOf(ada).found, (Entries{{archive, kRead}, {orders, kRead}, {orders, kWrite}}));
@@ -118,7 +118,7 @@ TEST_F(AccessStructure, TheSignOnModeSaysWhichSecondManagerIsAsked) {
     };
     for (const auto& it : cases) {
         SCOPED_TRACE(it.name);
-        desk.signOnMode(it.mode);
+        desk.mode = it.mode;
         EXPECT_EQ(accessOf(bob).found.size(), it.reachesBob ? 1U : 0U);
         desk.record.forget();
         EXPECT_EQ(accessOf(cyd).found.size(), it.reachesCyd ? 1U : 0U);
@@ -126,7 +126,7 @@ TEST_F(AccessStructure, TheSignOnModeSaysWhichSecondManagerIsAsked) {
         for (const auto& call : desk.record.order())
             if (call.starts_with("push")) pushes.push_back(call);
         EXPECT_EQ(pushes, it.managers);
-        EXPECT_EQ(desk.selected(), 0U);
+        EXPECT_EQ(desk.selected.size(), 0U);
     }
 }
 
@@ -138,7 +138,7 @@ TEST_F(AccessStructure, AnUnknownUserHasNoGroupsAndTheCodeOfTheLastLookup) {
     EXPECT_TRUE(groups.isEmpty());
     EXPECT_EQ(accessOf(nobody).code, NotFound) << "the answer to the question for the library";
     EXPECT_EQ(accessOf(QorUserID()).code, NotFound);
-    EXPECT_EQ(desk.selected(), 0U);
+    EXPECT_EQ(desk.selected.size(), 0U);
 }
 
 struct FailureCase {
@@ -171,18 +171,18 @@ TEST_F(AccessStructure, EachFailingCallHasItsOutcomeAndLeavesNoManagerSelected) 
                                    : it.outcome == FailureCase::NotSelected ? UserManagerNotSelected
                                                                             : Ok);
             EXPECT_EQ(access.found.size(), it.found);
-            EXPECT_EQ(desk.selected(), 0U);
+            EXPECT_EQ(desk.selected.size(), 0U);
             desk.record.failNothing();
         }
 }
 
 TEST_F(AccessStructure, AnUnknownUsersCodeIsThatOfTheLastListing) {
-    desk.signOnMode(0);
+    desk.mode = 0;
     desk.record.fail("allUserIDs 1000", kUnknownCode);
     EXPECT_EQ(accessOf(ada).code, kUnknownCode);
-    desk.signOnMode(QorSingleSignOnMode::First);
+    desk.mode = QorSingleSignOnMode::First;
     desk.record.fail("allUserIDs 1000", kUnknownCode);
-    desk.allow(bob, -1);
+    desk.of(bob).library = -1;
     EXPECT_EQ(accessOf(QorUserID(99)).code, NotFound) << "the second listing succeeded";
 }
 
@@ -194,7 +194,7 @@ TEST_F(AccessStructure, WithoutAUserAdministrationNoManagerCountsAsSelected) {
 }
 
 TEST_F(AccessStructure, AFailingQuestionForTheLibraryDoesNotStopTheRun) {
-    desk.rawEntry(bosses, 300, "without a library", -1, 2);
+    desk.rawEntries.insert({bosses.value(), {300, "without a library", -1, 2}});
     desk.record.fail("allowedApplicationLibrary", kUnknownCode);
     const auto access = accessOf(ada);
     EXPECT_EQ(access.code, Ok) << "that of the last user group";

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <map>
-#include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorCoreModelGroupManager.h"
+#include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
 #include "platform/QorUserManager.h"
 #include "platform/QorWindows.h"
@@ -15,62 +17,113 @@
 
 /// A host with users in several user managers, nested user groups, a tree of model groups and permissions between them,
 /// in memory and installed. Texts are those of the embedded platform. Every call is recorded and can be made to fail.
-class UserDesk {
+class UserDesk final : public QorUserService,
+                       public QorModelGroupService,
+                       public QorCoreUnitsOfWork,
+                       public QorWindows {
 public:
     static constexpr long kLibrary = 500;  ///< the one that users are allowed unless said otherwise
 
-    UserDesk();
-    UserDesk(const UserDesk&) = delete;
-    UserDesk& operator=(const UserDesk&) = delete;
-    ~UserDesk();
+    struct User {
+        std::string first;
+        std::string second;
+        QorUserLogonNameType kind = QorUserLogonNameType::Plain;
+        long manager = QorUserManagerNumber::Ordinary;
+        long library = kLibrary;
+        bool isAdministrator = false;
+        bool isSubAdministrator = false;
+        std::map<long, std::string> profile;
+        std::set<long> groups;
+        std::set<long> systemGroups;
+    };
+    struct UserGroup {
+        std::string name;
+        std::set<long> containedIn;
+    };
+    struct ModelGroup {
+        std::string name;
+        long library = kLibrary;
+        std::set<long> below;
+    };
+    /// An access entry as it comes, beside those that permissions make.
+    struct RawEntry {
+        long modelGroup = 0;
+        const char* name = nullptr;
+        long library = kLibrary;
+        std::int32_t permission = 0;
+    };
+    using Permissions = std::map<std::pair<long, long>, std::int32_t>;  // by user group, then model group
 
-    CallRecord record;
+    UserDesk();
 
     QorUserID user(std::string_view name, long userManager = QorUserManagerNumber::Ordinary);
-    void allow(QorUserID user, long library);
-    void current(QorUserID user);
-    void administrator(QorUserID user, bool isSubAdministrator = false);
-    void rename(QorUserID user, std::string_view first, std::string_view second,
-                QorUserLogonNameType kind = QorUserLogonNameType::TwoPart);
-    void profile(QorUserID user, long entry, std::string_view value);
-    void signOnMode(long mode);
-
+    [[nodiscard]] User& of(QorUserID user) { return users.at(user.value()); }
     QorUserGroupID group(std::string_view name);
-    void join(QorUserID user, QorUserGroupID group);
-    void joinSystem(QorUserID user, QorUserGroupID group);
-    /// Who is in `inner` is in `outer` too; circles are allowed.
-    void nest(QorUserGroupID outer, QorUserGroupID inner);
-
+    void join(QorUserID user, QorUserGroupID group) { of(user).groups.insert(group.value()); }
+    void joinSystem(QorUserID user, QorUserGroupID group) { of(user).systemGroups.insert(group.value()); }
     long modelGroup(std::string_view name, long parent = 0, long library = kLibrary);
-    /// Makes `inner` a sub-group of `outer` as well, as only damaged data has it.
-    void nestModelGroup(long outer, long inner);
     void permit(QorUserGroupID group, long modelGroup, std::int32_t permission);
     [[nodiscard]] std::int32_t permission(QorUserGroupID group, long modelGroup) const;
-    /// An entry as it comes, beside those that `permit` makes.
-    void rawEntry(QorUserGroupID group, long modelGroup, const char* name, long library, std::int32_t permission);
 
-    /// User managers that are selected now.
-    [[nodiscard]] std::size_t selected() const;
+    CallRecord record;
+    std::map<long, User> users;
+    std::map<long, UserGroup> groups;
+    std::map<long, ModelGroup> modelGroups;
+    Permissions permissions;
+    std::multimap<long, RawEntry> rawEntries;  // by user group
+    QorUserID current;
+    long mode = 0;               ///< of single sign-on
+    std::vector<long> selected;  ///< user managers, the one in force last
+    bool offersUnits = true;
+    std::optional<Permissions> unit;  ///< the permissions before the open unit of work
 
-    /// Whether the host has units of work; it has by default.
-    void offerUnitsOfWork(bool offered);
-    [[nodiscard]] bool isUnitOpen() const;
+    std::vector<bool> answers;  ///< to the coming questions; behind the last one every answer is no
+    std::vector<std::string> questions;
+    std::vector<std::string> internalErrors;
 
-    /// Answers to the coming questions, in order; behind the last one every answer is no.
-    void answer(std::vector<bool> answers);
-    [[nodiscard]] const std::vector<std::string>& questions() const;
-    [[nodiscard]] const std::vector<std::string>& internalErrors() const;
-
-    /// To install further services on top of these.
-    [[nodiscard]] const QorHost& host() const;
+    QorHost host;
 
 private:
-    struct Users;
-    struct ModelGroups;
-    struct Units;
-    struct Repository;
-    struct Windows;
-    struct State;
+    struct Repository final : QorCoreModelingManager {
+        explicit Repository(UserDesk& holder) : desk(holder) {}
+        QorCoreUnitsOfWork* unitsOfWork() override { return desk.offersUnits ? &desk : nullptr; }
+        QorErrorCode getAppLibraryName(long library, char*& name) override;
+        using QorCoreModelingManager::getAppLibraryName;
+        UserDesk& desk;
+    };
 
-    std::unique_ptr<State> _state;
+    QorErrorCode currentUser(QorUserID& user) override;
+    QorErrorCode fullDisplayName(const QorUserID& user, SV::String& first, SV::String& second,
+                                 QorUserLogonNameType& kind, bool shortForm) override;
+    QorErrorCode userGroupName(const QorUserGroupID& group, SV::String& name) override;
+    bool isAdministrator(const QorUserID& user) override;
+    bool isSubAdministrator(const QorUserID& user) override;
+    QorErrorCode userProfile(const QorUserID& user, long entry, SV::String& value) override;
+    QorErrorCode push(long manager) override;
+    QorErrorCode pop() override;
+    QorErrorCode allUserIDs(ISortedSet<QorUserID>& found) override;
+    QorErrorCode allowedApplicationLibrary(const QorUserID& user, long& library) override;
+    QorErrorCode modelGroupsAccessibleByUserGroup(const QorUserGroupID& group,
+                                                  QorAccModelgroupContainer& entries) override;
+    QorErrorCode userGroupsOfUser(const QorUserID& user, ISortedSet<QorUserGroupID>& found) override;
+    QorErrorCode systemUserGroupsOfUser(const QorUserID& user, ISortedSet<QorUserGroupID>& found) override;
+    QorErrorCode singleSignOnMode(long& found) override;
+    QorErrorCode subGroups(long modelGroup, ISortedSet<long>& found, bool recursive) override;
+    QorErrorCode setUserGroupPermission(long modelGroup, const QorUserGroupID& group, std::int32_t permission) override;
+    QorErrorCode begin() override;
+    QorErrorCode commit() override;
+    void rollBack() noexcept override;
+    bool query(SV::Window*, const SV::String& text) override;
+    void internalError(const char* source, long, const char* text) override;
+
+    [[nodiscard]] QorErrorCode refusal(const char* operation, bool exists);
+    [[nodiscard]] QorErrorCode refusal(const char* operation, const QorUserID& user) {
+        return refusal(operation, users.contains(user.value()));
+    }
+    QorErrorCode groupsOf(QorErrorCode code, const QorUserID& user, std::set<long> User::*own,
+                          ISortedSet<QorUserGroupID>& found);
+
+    QorEmbeddedPlatform _platform{{.language = "en", .console = false, .user = "ada"}};
+    Repository _repository{*this};
+    std::optional<QorHostInstallation> _installation;
 };
