@@ -78,6 +78,9 @@ TEST_F(Assignment, OnlyWhatWasOpenedCanBeSetAndOnlyToAPermission) {
     EXPECT_EQ(assignment.set({sales}, {staff, QorUserGroupID(4294967296L + staff.value())}, State::Write), NotFound);
     EXPECT_EQ(assignment.state({sales}, {staff}), State::Read);
     EXPECT_EQ(assignment.apply(), NotFound) << "nothing is planned";
+    ASSERT_EQ(assignment.plan(QorSubGroupMode::All), Ok);
+    ASSERT_EQ(assignment.set({sales}, {staff}, State::Read), Ok);
+    EXPECT_EQ(assignment.apply(), NotFound) << "the plan is out of date";
     EXPECT_EQ(assignment.open({99}, {staff}), NotFound);
     EXPECT_EQ(assignment.open({sales}, {QorUserGroupID(99)}), NotFound);
     EXPECT_EQ(assignment.state({sales}, {staff}), State::Undetermined) << "closed by the failure";
@@ -181,13 +184,25 @@ TEST_F(Assignment, AChosenGroupBelowAChosenOneKeepsItsOwnChoice) {
                                       {{"Archive", "Bosses"}, kWrite}}));
 }
 
+TEST_F(Assignment, WhatWasSetIsNotAskedForFromAbove) {
+    desk.permit(staff, claims, kWrite);
+    ASSERT_EQ(assignment.open({claims, sales}, {staff}), Ok);
+    ASSERT_EQ(assignment.set({sales}, {staff}, State::NoAccess), Ok);
+    ASSERT_EQ(assignment.set({claims}, {staff}, State::Read), Ok);
+    ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly, [](const SV::String&) { return true; }), Ok);
+    ASSERT_EQ(assignment.questions().size(), 2U);
+    EXPECT_EQ(assignment.questions()[0].lowering.modelGroup, orders);
+    EXPECT_EQ(assignment.questions()[1].lowering.modelGroup, archive);
+}
+
 TEST_F(Assignment, ACircleOfModelGroupsEnds) {
     desk.modelGroups[archive].below.insert(sales);
+    desk.permit(bosses, archive, kWrite);
     ASSERT_EQ(assignment.open({sales, archive}, {bosses}), Ok);
-    ASSERT_EQ(assignment.set({sales}, {bosses}, State::Read), Ok);
-    ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly, [](const SV::String&) { return true; }), Ok);
-    EXPECT_EQ(assignment.changes().size(), 4U);
-    EXPECT_TRUE(assignment.questions().empty()) << "sales is no sub-group of its own";
+    ASSERT_EQ(assignment.set({sales}, {bosses}, State::NoAccess), Ok);
+    ASSERT_EQ(assignment.plan(QorSubGroupMode::All, [](const SV::String&) { return true; }), Ok);
+    EXPECT_EQ(planned(), (Permissions{{{"Sales", "Bosses"}, kNone}, {{"Archive", "Bosses"}, kNone}}));
+    EXPECT_EQ(assignment.questions().size(), 1U) << "no group is a sub-group of its own";
 }
 
 TEST_F(Assignment, APlanIsCarriedOutOnceAndCountsFromThen) {

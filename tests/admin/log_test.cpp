@@ -316,7 +316,7 @@ TEST_F(AdminLog, MissingEmptyAndDamagedLogs) {
     EXPECT_TRUE(files.content.contains("/out/log.csv")) << "an empty log is a log";
     const auto gap = [](const char* line) { return Qor_Message(29006, {{"%n", line}}).str() + "\n"; };
     EXPECT_EQ(exported("<bar>\n\nforeign\n<gjb>\n<cut"), "one\n" + gap("3") + "two\n" + gap("5"));
-    EXPECT_EQ(exported(std::string("<b\0ar>\n", 7)), gap("1"));
+    EXPECT_EQ(exported(std::string("<bar>\0x\n", 8)), gap("1"));
 }
 
 }  // namespace

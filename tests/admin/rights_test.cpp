@@ -107,13 +107,14 @@ TEST_F(Rights, BothDirectionsAgree) {
     std::vector<QorUserGroupID> groups{staff, bosses, guests};
     std::vector<long> modelGroups{orders, archive};
     for (int i = 0; i < 40; ++i) users.push_back(desk.user("u" + std::to_string(i), chance(4) == 0 ? 1002 : 1000));
-    for (int i = 0; i < 12; ++i) groups.push_back(desk.group("g" + std::to_string(i)));
+    for (int i = 0; i < 60; ++i) groups.push_back(desk.group("g" + std::to_string(i)));
     for (int i = 0; i < 12; ++i)
         modelGroups.push_back(desk.modelGroup("m" + std::to_string(i), 0, UserDesk::kLibrary + chance(2)));
+    desk.of(cyd).managers.insert(QorUserManagerNumber::Ordinary);
     for (const auto& user : users) {
         desk.of(user).library = UserDesk::kLibrary + chance(2);
         for (const auto& group : groups)
-            if (chance(5) == 0) chance(2) == 0 ? desk.join(user, group) : desk.joinSystem(user, group);
+            if (chance(15) == 0) chance(2) == 0 ? desk.join(user, group) : desk.joinSystem(user, group);
     }
     for (const auto& group : groups)
         for (const long modelGroup : modelGroups)
@@ -130,7 +131,9 @@ TEST_F(Rights, BothDirectionsAgree) {
     }
     QorModelGroupReach reach;
     for (const long modelGroup : modelGroups) {
+        desk.record.forget();
         ASSERT_EQ(reach.read(modelGroup), Ok);
+        EXPECT_LE(desk.record.count("modelGroupsAccessibleByUserGroup"), static_cast<int>(groups.size()));
         for (const auto& user : reach.users())
             backwards[{user.user.value(), modelGroup}] = {user.permission, listed(reach.sources(user))};
     }

@@ -17,7 +17,7 @@ UserDesk::UserDesk() {
 QorUserID UserDesk::user(std::string_view name, long userManager) {
     const long id = static_cast<long>(users.size()) + 1;
     users[id].first = name;
-    users[id].manager = userManager;
+    users[id].managers = {userManager};
     return QorUserID(id);
 }
 
@@ -105,7 +105,7 @@ QorErrorCode UserDesk::allUserIDs(ISortedSet<QorUserID>& found) {
     const auto code = record.note("allUserIDs " + std::to_string(manager));
     if (code == Ok)
         for (const auto& [id, user] : users)
-            if (user.manager == manager) found.add(QorUserID(id));
+            if (user.managers.contains(manager)) found.add(QorUserID(id));
     return code;
 }
 

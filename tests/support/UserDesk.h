@@ -28,7 +28,7 @@ public:
         std::string first;
         std::string second;
         QorUserLogonNameType kind = QorUserLogonNameType::Plain;
-        long manager = QorUserManagerNumber::Ordinary;
+        std::set<long> managers;
         long library = kLibrary;
         bool isAdministrator = false;
         bool isSubAdministrator = false;
