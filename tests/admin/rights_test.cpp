@@ -114,7 +114,7 @@ TEST_F(Rights, BothDirectionsAgree) {
     for (const auto& user : users) {
         desk.of(user).library = UserDesk::kLibrary + chance(2);
         for (const auto& group : groups)
-            if (chance(15) == 0) chance(2) == 0 ? desk.join(user, group) : desk.joinSystem(user, group);
+            if (chance(4) == 0) chance(2) == 0 ? desk.join(user, group) : desk.joinSystem(user, group);
     }
     for (const auto& group : groups)
         for (const long modelGroup : modelGroups)
