@@ -10,6 +10,7 @@
 #include "admin/QorAdminLoggerSettingsDlg.h"
 #include "admin/internalErrors.h"
 #include "admin/logFiles.h"
+#include "admin/logLines.h"
 #include "admin/messages.h"
 #include "platform/QorGuard.h"
 #include "platform/QorKexParser.h"
@@ -21,7 +22,6 @@ using namespace qor::admin;
 
 namespace {
 
-constexpr const char* kLogFile = "db:\\qor_admin_log.dat";
 constexpr const char* kSettingsFile = "db:\\qor_admin_log.conf";
 constexpr QorEventPriority kPriority = 400;
 
@@ -40,46 +40,15 @@ SV::String localDateAndTime() {
 std::optional<SV::String> readSettings() {
     if (!QorFileManager::fileExists(kSettingsFile)) return std::nullopt;
     std::string enciphered;
-    if (!readChunks(kSettingsFile, [&](std::string_view chunk) { enciphered += chunk; })) return std::nullopt;
+    if (!readChunks(kSettingsFile, [&](std::string_view chunk) {
+            enciphered += chunk;
+            return true;
+        }))
+        return std::nullopt;
     QorOwnedText plain;
     if (!decipher(SV::String(std::move(enciphered)), plain)) return std::nullopt;
     return SV::String(plain.view());
 }
-
-/// Deciphers lines that come in pieces.
-class LineReader {
-public:
-    void take(std::string_view chunk) {
-        for (auto end = chunk.find('\n'); end != std::string_view::npos; end = chunk.find('\n')) {
-            _line += chunk.substr(0, end);
-            endLine();
-            chunk.remove_prefix(end + 1);
-        }
-        _line += chunk;
-    }
-
-    /// Everything deciphered, the last line included that has no line feed.
-    std::string finish() {
-        endLine();
-        return std::move(_plain);
-    }
-
-private:
-    void endLine() {
-        ++_number;
-        if (_line.empty()) return;
-        QorOwnedText plain;
-        if (decipher(SV::String(std::exchange(_line, {})), plain))
-            _plain += plain.view();
-        else
-            _plain += Qor_Message(message::unreadableLine, {{"%n", std::to_string(_number)}}).view();
-        _plain += '\n';
-    }
-
-    std::string _line;
-    std::string _plain;
-    unsigned long _number = 0;
-};
 
 }  // namespace
 
@@ -162,10 +131,17 @@ bool QorAdminLogger::_WriteLogToDB() noexcept {
 bool QorAdminLogger::_ReadLogFromDB() noexcept {
     return Qor_Guarded(kLogSource, false, [this] {
         _record.Clear();
-        LineReader lines;
-        if (!readChunks(kLogFile, [&](std::string_view chunk) { lines.take(chunk); })) return false;
-        _record = lines.finish();
-        return true;
+        std::string log;
+        const bool wasRead = readLogLines([&](unsigned long line, std::optional<std::string_view> plain) {
+            if (plain)
+                log += *plain;
+            else
+                log += Qor_Message(message::unreadableLine, {{"%n", std::to_string(line)}}).view();
+            log += '\n';
+            return true;
+        });
+        if (wasRead) _record = std::move(log);
+        return wasRead;
     });
 }
 

@@ -30,7 +30,7 @@ private:
     long _handle;
 };
 
-/// Hands a file on chunk by chunk; false when it cannot be opened or read to its end.
+/// Hands a file on chunk by chunk, as long as `take` gives true; false when it cannot be opened or read.
 template <class Take>
 [[nodiscard]] bool readChunks(const SV::String& name, Take take) {
     const OpenFile file(name, QorFileOpenMode::Read);
@@ -39,8 +39,8 @@ template <class Take>
     for (;;) {
         const long size = file.read(chunk.data(), chunk.size());
         if (size < 0) return false;
-        take(std::string_view(chunk.data(), static_cast<std::size_t>(size)));
-        if (static_cast<std::size_t>(size) < chunk.size()) return true;
+        const bool isMoreWanted = take(std::string_view(chunk.data(), static_cast<std::size_t>(size)));
+        if (!isMoreWanted || static_cast<std::size_t>(size) < chunk.size()) return true;
     }
 }
 

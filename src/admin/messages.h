@@ -14,7 +14,7 @@ inline constexpr std::uint16_t detailColumn = 29004;
 inline constexpr std::uint16_t anonymousAdministrator = 29005;
 inline constexpr std::uint16_t unreadableLine = 29006;  ///< %n line of the log
 
-// Actions.
+// Actions, from userCreated to groupLeft without a gap: readers of the log know an action by its text.
 inline constexpr std::uint16_t userCreated = 29010;
 inline constexpr std::uint16_t userDeleted = 29011;
 inline constexpr std::uint16_t passwordSet = 29012;
