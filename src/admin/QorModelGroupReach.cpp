@@ -69,18 +69,7 @@ public:
         : _grants(modelGroup), _users(users), _sources(sources) {}
 
     QorErrorCode run() {
-        const auto ordinary = usersOfManager(QorUserManagerNumber::Ordinary);
-        if (ordinary.code != QorErrorCode::Ok) return ordinary.code;
-        long mode = -1;
-        if (const auto code = QorDataSourceDB::Instance().getSingleSignOnMode(mode); code != QorErrorCode::Ok)
-            return code;
-        if (const auto code = lookAtAll(ordinary.users, UserHome::Ordinary, {}); code != QorErrorCode::Ok) return code;
-
-        const auto further = managerOfSignOnMode(mode);
-        if (!further) return QorErrorCode::Ok;
-        const auto signedOn = usersOfManager(*further);
-        if (signedOn.code != QorErrorCode::Ok) return signedOn.code;
-        const auto code = lookAtAll(signedOn.users, UserHome::SingleSignOn, ordinary.users);
+        const auto code = eachUser([this](const QorUserID& user, UserHome home) { return lookAt(user, home); });
         std::sort(_users.begin(), _users.end(), [](const auto& a, const auto& b) { return a.user < b.user; });
         return code;
     }
@@ -88,15 +77,6 @@ public:
     [[nodiscard]] const SV::String& name() const { return _grants.name; }
 
 private:
-    /// A user of both managers counts as one of the ordinary manager.
-    QorErrorCode lookAtAll(const ISortedSet<QorUserID>& users, UserHome home, const ISortedSet<QorUserID>& but) {
-        for (const auto& user : users) {
-            if (but.contains(user)) continue;
-            if (const auto code = lookAt(user, home); code != QorErrorCode::Ok) return code;
-        }
-        return QorErrorCode::Ok;
-    }
-
     QorErrorCode lookAt(const QorUserID& user, UserHome home) {
         auto code = userGroupsOf(user, home, _groups);
         if (code != QorErrorCode::Ok) return code;

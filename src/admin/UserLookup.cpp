@@ -53,6 +53,25 @@ FoundUser findUser(const QorUserID& user) {
     return {signedOn.users.contains(user) ? UserHome::SingleSignOn : UserHome::Unknown, signedOn.code};
 }
 
+QorErrorCode eachUser(const std::function<QorErrorCode(const QorUserID&, UserHome)>& visit) {
+    const auto ordinary = usersOfManager(QorUserManagerNumber::Ordinary);
+    if (ordinary.code != QorErrorCode::Ok) return ordinary.code;
+    long mode = -1;
+    if (const auto code = QorDataSourceDB::Instance().getSingleSignOnMode(mode); code != QorErrorCode::Ok) return code;
+    for (const auto& user : ordinary.users)
+        if (const auto code = visit(user, UserHome::Ordinary); code != QorErrorCode::Ok) return code;
+
+    const auto further = managerOfSignOnMode(mode);
+    if (!further) return QorErrorCode::Ok;
+    const auto signedOn = usersOfManager(*further);
+    if (signedOn.code != QorErrorCode::Ok) return signedOn.code;
+    for (const auto& user : signedOn.users) {
+        if (ordinary.users.contains(user)) continue;
+        if (const auto code = visit(user, UserHome::SingleSignOn); code != QorErrorCode::Ok) return code;
+    }
+    return QorErrorCode::Ok;
+}
+
 QorErrorCode userGroupsOf(const QorUserID& user, UserHome home, ISortedSet<QorUserGroupID>& groups) {
     const auto code = home == UserHome::SingleSignOn ? QorDBAdministration::getSysUsergroups(user, groups)
                                                      : QorDBAdministration::getUsergroups(user, groups);

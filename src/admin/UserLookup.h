@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <functional>
 #include <optional>
 
 #include "platform/ISortedSet.h"
@@ -28,6 +29,10 @@ struct FoundUser {
     QorErrorCode code = QorErrorCode::Ok;  ///< for an unknown user that of the last call made
 };
 [[nodiscard]] FoundUser findUser(const QorUserID& user);
+
+/// Calls `visit` for each user of the ordinary user manager, then for each one that only the further manager of the
+/// sign-on mode has, both in ascending order. Ends with the first failure, also of a visit.
+QorErrorCode eachUser(const std::function<QorErrorCode(const QorUserID&, UserHome)>& visit);
 
 /// UserManagerNotSelected when no user administration is found for the user.
 QorErrorCode userGroupsOf(const QorUserID& user, UserHome home, ISortedSet<QorUserGroupID>& groups);
