@@ -92,7 +92,10 @@ TEST_F(Impact, IsWhatTheRightsShowAfterwards) {
         for (const auto& group : groups)
             if (chance(4) == 0) chance(3) == 0 ? desk.joinSystem(user, group) : desk.join(user, group);
     }
-    for (int i = 0; i < 3000; ++i) desk.rawEntries.insert({staff.value(), {orders, "Orders", UserDesk::kLibrary, 0}});
+    const long first = roots.elementAtIndex(0);
+    desk.of(ada).library = desk.modelGroups[first].library;
+    for (int i = 0; i < 3000; ++i)
+        desk.rawEntries.insert({witness.value(), {first, "m0", desk.modelGroups[first].library, i == 1500 ? 4 : 2}});
 
     const auto rights = [&] {
         std::map<std::pair<long, long>, std::int32_t> found;
