@@ -4,6 +4,7 @@
 #include <deque>
 #include <vector>
 
+#include "cardinality/ClassScreen.h"
 #include "cardinality/Direction.h"
 #include "cardinality/KeyIndex.h"
 #include "cardinality/RuleReader.h"
@@ -23,6 +24,8 @@ struct ClassPlan {
     };
 
     const QorClassCardinality* rules = nullptr;  ///< null: the class has none
+    std::uint32_t number = 0;                    ///< from 0, in the order in which a run meets the classes
+    ClassScreen screen;
     /// Up to so many relations in a direction break no maximum of a relation class, however they are mixed.
     PerDirection<std::uint32_t> safe;
     std::vector<Relation> relations;  ///< ascending by relation class

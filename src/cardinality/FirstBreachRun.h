@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <vector>
+
 #include "cardinality/IdentifierMarks.h"
 #include "cardinality/ObjectTests.h"
 #include "cardinality/RuleReader.h"
@@ -45,11 +47,13 @@ private:
     void passed(std::span<const QorRelationEnd> outgoing) override;
     void turnsTo(QorIdentifier relationClass) override;
     bool wantsMinimumTowards(QorIdentifier cls) override;
+    void passedMinima(const ClassPlan& plan) override;
 
     const ClassRules& _rules;
     RunResults _results;
     ObjectTests _tests;
     ObjectRelations _object;
+    std::vector<bool> _met;  ///< by number of the plan: all that its minima meet is marked
 };
 
 }  // namespace qor::cardinality

@@ -28,9 +28,7 @@ public:
     }
 
     Outcome checkObject(long object) {
-        if (!_object.open(object)) return Outcome::Failed;
-        const auto maxima = _tests.testMaxima(_object, *this);
-        return maxima == Outcome::Completed ? _tests.testMinima(_object, *this) : maxima;
+        return _object.open(object) ? _tests.test(_object, *this) : Outcome::Failed;
     }
 
 private:

@@ -172,7 +172,7 @@ unsigned long currentRelations(long object, Direction direction, const long* rel
     relations.removeAll();
     return Qor_Guarded(kSource, 0ul, [&] {
         std::vector<QorRelationEnd> ends;
-        if (!readEnds(object, direction, ends)) return 0ul;
+        if (!PlainRelations(repository()).read(object, direction, ends)) return 0ul;
         for (const auto& end : ends)
             if ((relationClass == nullptr || end.relationClass == *relationClass) &&
                 (otherClass == nullptr || end.otherClass == *otherClass))
