@@ -231,7 +231,6 @@ template <class Check>
 void measure(benchmark::State& state, const Check& check) {
     for (auto _ : state)
         if (!check()) state.SkipWithError("the model should have no breach");
-    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 /// Also as a multiple of the bare passes.
@@ -241,6 +240,7 @@ void measureAgainstPasses(benchmark::State& state, const Model& model, const Che
     const auto passed = fastest([&] { arrays.count(); });
     const auto looked = fastest([&] { model.look(); });
     measure(state, check);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
     const auto checked = fastest([&] { (void)check(); });
     state.counters["arrays"] = checked / std::min(passed, fastest([&] { arrays.count(); }));
     state.counters["passes"] = checked / std::min(looked, fastest([&] { model.look(); }));
@@ -281,6 +281,79 @@ void CheckWithoutView(benchmark::State& state) {
     });
 }
 
+/// Many small models and a library with many limits of single relation classes.
+class Collection {
+public:
+    static constexpr int kModels = 977;
+    static constexpr int kObjects = 104'196;
+    static constexpr int kRelations = 136'539;
+    static constexpr int kLimits = 1'386;
+
+    Collection() {
+        auto& builder = _platform.builder();
+        const auto application = builder.addApplicationLibrary("Works", "", "").id;
+        const auto part = builder.libraryPart(application, QorLibraryPart::BusinessProcess);
+        const auto thing = builder.addClass(part, "Thing", QorNoIdentifier, true).id;
+        std::vector<QorIdentifier> classes;
+        std::vector<QorIdentifier> relationClasses;
+        for (int number = 0; number < kSorts; ++number) {
+            classes.push_back(builder.addClass(part, "Thing " + std::to_string(number), thing, false).id);
+            relationClasses.push_back(builder.addRelationClass(part, "R" + std::to_string(number), thing, thing).id);
+        }
+        for (int number = 0; number < kSorts; ++number) {
+            std::string rules = "CARDINALITIES max-relations: 999";
+            for (int limit = number; limit < kLimits; limit += kSorts)
+                rules += " RELATION \"R" + std::to_string(limit / kSorts) + "\" max-outgoing: 99";
+            (void)builder.setClassValue(classes[static_cast<std::size_t>(number)], QorAttributeId::Cardinality, rules);
+        }
+        const auto type = builder.addModelType(part, "Map", classes).id;
+        for (int number = 0; number < kModels; ++number) addModel(type, number, classes, relationClasses);
+        auto& repository = *QorCoreModelingManager::GetGlobal();
+        (void)repository.LoadApplicationLibrary(application, false);
+        (void)repository.initLibraryHandlers(true);
+        builder.layOut();
+    }
+
+    std::vector<long> models;
+
+private:
+    static constexpr int kSorts = 33;
+
+    static int share(int of, int model) { return of / kModels + (model < of % kModels ? 1 : 0); }
+
+    void addModel(QorIdentifier type, int number, const std::vector<QorIdentifier>& classes,
+                  const std::vector<QorIdentifier>& relationClasses) {
+        auto& builder = _platform.builder();
+        const auto model = builder.addModel(type, "Map " + std::to_string(number), "").id;
+        std::vector<QorIdentifier> objects;
+        for (int object = share(kObjects, number); object > 0; --object) {
+            const auto cls = classes[static_cast<std::size_t>(object % kSorts)];
+            objects.push_back(builder.addObject(model, cls, "T" + std::to_string(object)).id);
+        }
+        for (int relation = share(kRelations, number); relation > 0; --relation) {
+            const auto step = static_cast<std::size_t>(relation);
+            (void)builder.addRelation(relationClasses[step % kSorts], objects[step % objects.size()],
+                                      objects[step * 7 % objects.size()]);
+        }
+        models.push_back(model);
+    }
+
+    QorEmbeddedPlatform _platform;
+    QorHostInstallation _installation{_platform.host()};
+};
+
+void CheckCollection(benchmark::State& state) {
+    const Collection collection;
+    measure(state, [&] {
+        QorCardinalityCompleteCheck check(QorCardinalityHandler::Instance());
+        return std::all_of(collection.models.begin(), collection.models.end(), [&check](long model) {
+            bool clean = true;
+            return check.checkModel(model, [&clean](const auto&) { return clean = false; }) && clean;
+        });
+    });
+    state.SetItemsProcessed(state.iterations() * Collection::kObjects);
+}
+
 // The hub alone: the objects around it lack relations that their rules demand.
 void CheckHub(benchmark::State& state) {
     Model model(kHubRules);
@@ -301,6 +374,7 @@ BENCHMARK(CheckModelCompletely)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckTargetLimits)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckWithoutView)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CheckCollection)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckHub)->Arg(10'000)->Arg(90'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -17,8 +17,8 @@ void addAll(ISortedSet<long>& set, std::vector<long> identifiers) {
 
 }  // namespace
 
-FirstBreachRun::FirstBreachRun(const ClassRules& rules, RunResults results)
-    : _rules(rules), _results(results), _tests(rules) {}
+FirstBreachRun::FirstBreachRun(ClassPlans& plans, RunResults results)
+    : _plans(plans), _results(results), _tests(plans) {}
 FirstBreachRun::~FirstBreachRun() = default;
 
 bool FirstBreachRun::checkModel(long model) {
@@ -67,7 +67,7 @@ bool FirstBreachRun::checkRelation(long relation, bool minima, bool maxima) {
 
 bool FirstBreachRun::checkClass(long model, long cls, bool minima, bool maxima) {
     const auto key = Qor_NarrowIdentifier(cls);
-    const auto* rules = key ? _rules.find(*key) : nullptr;
+    const auto* rules = key ? _plans.rules().find(*key) : nullptr;
     if (rules == nullptr) return true;
     const auto sink = [this](const QorCardinalityBreach& breach) {
         record(breach);

@@ -26,7 +26,7 @@ struct RunResults {
 /// met is not met by the minima of later objects, nor is the number of its objects tested.
 class FirstBreachRun final : private TestObserver {
 public:
-    FirstBreachRun(const ClassRules& rules, RunResults results);
+    FirstBreachRun(ClassPlans& plans, RunResults results);
     FirstBreachRun(const FirstBreachRun&) = delete;
     FirstBreachRun& operator=(const FirstBreachRun&) = delete;
     ~FirstBreachRun() override;
@@ -49,7 +49,7 @@ private:
     bool wantsMinimumTowards(QorIdentifier cls) override;
     void passedMinima(const ClassPlan& plan) override;
 
-    const ClassRules& _rules;
+    ClassPlans& _plans;
     RunResults _results;
     ObjectTests _tests;
     ObjectRelations _object;

@@ -49,7 +49,7 @@ enum class Outcome {
 /// go through here, so that they cannot differ in a limit or a count. O(relations of the object + rules of its class).
 class ObjectTests {
 public:
-    explicit ObjectTests(const ClassRules& rules) : _plans(rules) {}
+    explicit ObjectTests(ClassPlans& plans) : _plans(plans) {}
 
     /// All maxima, then all minima, to the end or until the observer stops them.
     Outcome test(ObjectRelations& object, TestObserver& observer);
@@ -62,7 +62,7 @@ private:
     enum class Screening { Holds, Suspicious, Failed };
     static Screening screen(ObjectRelations& object, const ClassPlan& plan, TestObserver& observer);
 
-    ClassPlans _plans;
+    ClassPlans& _plans;
 };
 
 }  // namespace qor::cardinality

@@ -22,7 +22,7 @@ CheckedMarks& QorCardinalityHandler::checked() {
 template <class Check>
 bool QorCardinalityHandler::run(const Check& check) noexcept {
     return Qor_Guarded(kSource, false, [&] {
-        FirstBreachRun run(_classes, {_errorText, checked(), _badObjects, _badRelations});
+        FirstBreachRun run(plans(), {_errorText, checked(), _badObjects, _badRelations});
         return check(run);
     });
 }
