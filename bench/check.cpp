@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Checks of whole models. Each benchmark also reports its time as a multiple of two bare passes over the same relations,
-// measured in the same run: "passes" counts the relations by object, direction and relation class over plain arrays,
-// "looks" only looks at each relation once through the bulk view.
+// Checks of whole models. Each benchmark also reports its time as a multiple of two bare passes over the same
+// relations, measured in the same run: "passes" counts the relations by object, direction and relation class over plain
+// arrays, "looks" only looks at each relation once through the bulk view.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -366,12 +366,7 @@ void CheckHub(benchmark::State& state) {
 }
 
 BENCHMARK(CheckModelToFirstBreach)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(CheckModelCompletely)
-    ->Arg(1'000)
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(CheckModelCompletely)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckTargetLimits)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckWithoutView)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckCollection)->Unit(benchmark::kMillisecond);

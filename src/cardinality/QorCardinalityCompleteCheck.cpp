@@ -27,9 +27,7 @@ public:
         return objects == Outcome::Completed ? checkClasses(model) : objects;
     }
 
-    Outcome checkObject(long object) {
-        return _object.open(object) ? _tests.test(_object, *this) : Outcome::Failed;
-    }
+    Outcome checkObject(long object) { return _object.open(object) ? _tests.test(_object, *this) : Outcome::Failed; }
 
 private:
     Outcome checkObjects(long model) {
@@ -71,14 +69,12 @@ QorCardinalityCompleteCheck::~QorCardinalityCompleteCheck() = default;
 
 bool QorCardinalityCompleteCheck::checkModel(long model, const Sink& sink) {
     const QorWaitCursor wait;
-    return Qor_Guarded(kSource, false, [&] {
-        return CompleteRun(_handler.plans(), sink).checkModel(model) != Outcome::Failed;
-    });
+    return Qor_Guarded(kSource, false,
+                       [&] { return CompleteRun(_handler.plans(), sink).checkModel(model) != Outcome::Failed; });
 }
 
 bool QorCardinalityCompleteCheck::checkObject(long object, const Sink& sink) {
     const QorWaitCursor wait;
-    return Qor_Guarded(kSource, false, [&] {
-        return CompleteRun(_handler.plans(), sink).checkObject(object) != Outcome::Failed;
-    });
+    return Qor_Guarded(kSource, false,
+                       [&] { return CompleteRun(_handler.plans(), sink).checkObject(object) != Outcome::Failed; });
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,14 @@ struct CheckOptions {
     bool first = false;               ///< one breach per model, as when a model is saved
     bool json = false;
     bool quiet = false;
+    std::optional<std::uint64_t> maxBreaches;  ///< to show; none: all
+    std::string group;                         ///< "object" (also when empty), "rule" or "class"
+    std::string sarif;                         ///< file to write; empty: none
+    std::string junit;
+    std::string baseline;       ///< file of known breaches; empty: none
+    std::string writeBaseline;  ///< file to write the breaches to
+    std::string settings;       ///< empty: those beside the models
+    std::string failOn;         ///< "error", "warning" or "never"; empty: as the settings say
     std::string language = "en";
 };
 

@@ -208,6 +208,31 @@ void describeSim(CLI::App& sim, Options& options) {
     reset.add_option("FILE", options.simReset.file, "File with models")->required()->option_text(" ");
 }
 
+void describeCheckReports(CLI::App& check, CLI::Option& json, qor::cli::CheckOptions& options) {
+    const auto oneOf = [](std::vector<std::string> words) { return CLI::IsMember(std::move(words)); };
+    check.add_option("--max-breaches", options.maxBreaches, "Show at most so many; all are counted")
+        ->option_text("NUMBER");
+    check.add_option("--group", options.group, "Show breaches by object, or by rule or class with numbers first")
+        ->check(oneOf({"object", "rule", "class"}))
+        ->option_text("object|rule|class")
+        ->excludes(&json);
+    check.add_option("--sarif", options.sarif, "Also write SARIF 2.1.0; - is standard output")->option_text("FILE");
+    check.add_option("--junit", options.junit, "Also write a JUnit report; - is standard output")->option_text("FILE");
+    check.add_option("--baseline", options.baseline, "Report only what this file does not hold")->option_text("FILE");
+    check
+        .add_option("--write-baseline", options.writeBaseline, "Write the breaches to this file, as known from now on")
+        ->option_text("FILE");
+    check.add_option("--settings", options.settings, "Settings to use instead of qor-check.yaml beside the models")
+        ->option_text("FILE");
+    check.add_option("--fail-on", options.failOn, "What ends with code 1; without, the settings say")
+        ->check(oneOf({"error", "warning", "never"}))
+        ->option_text("error|warning|never");
+    check.callback([&options] {
+        const int onOutput = (options.json ? 1 : 0) + (options.sarif == "-" ? 1 : 0) + (options.junit == "-" ? 1 : 0);
+        if (onOutput > 1) throw CLI::ValidationError("only one report can go to standard output");
+    });
+}
+
 void describe(CLI::App& app, Options& options) {
     app.require_subcommand(1);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND [FILE]");
@@ -223,7 +248,8 @@ void describe(CLI::App& app, Options& options) {
         ->option_text("NAME")
         ->allow_extra_args(false);  // what follows the name is a FILE
     check.add_flag("--first", options.check.first, "End each model's check at its first breach, as on saving it");
-    check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
+    CLI::Option& json = *check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
+    describeCheckReports(check, json, options.check);
     check.add_flag("--quiet", options.check.quiet, "Show breaches and errors only");
     addLanguage(check, options.check.language);
     check.add_option("FILE", options.check.files, "Files to check")->required()->option_text("...");
