@@ -39,10 +39,14 @@ struct RulesOptions {
     std::string cls;  ///< empty: all
     bool json = false;
     std::string language = "en";
+    bool doctor = false;              ///< look for contradictions and for rules without effect
+    std::vector<std::string> models;  ///< files to examine the rules with
+    std::string against;              ///< library to compare with over the models; empty: none
 };
 
 [[nodiscard]] Exit runCheck(const CheckOptions& options, Console& console);
 [[nodiscard]] Exit runLibrary(const LibraryOptions& options, Console& console);
 [[nodiscard]] Exit runRules(const RulesOptions& options, Console& console);
+[[nodiscard]] Exit runDoctor(const RulesOptions& options, Console& console);
 
 }  // namespace qor::cli

@@ -38,7 +38,8 @@ constexpr const char* kLibraryExamples =
 constexpr const char* kRulesExamples =
     "Examples:\n"
     "  qor rules house-rules.yaml\n"
-    "  qor rules --class Task bpmn\n\n"
+    "  qor rules --class Task bpmn\n"
+    "  qor rules --doctor house-rules.yaml --models models/*.yaml --against house-rules-today.yaml\n\n"
     "Errors in rule texts come first, each with its place in the file. FILE is a library file,\n"
     "or the name of a library that comes along (\"bpmn\").\n";
 
@@ -233,6 +234,19 @@ void describeCheckReports(CLI::App& check, CLI::Option& json, qor::cli::CheckOpt
     });
 }
 
+void describeRules(CLI::App& rules, qor::cli::RulesOptions& options) {
+    CLI::Option& cls = *rules.add_option("--class", options.cls, "Only the rules of this class")->option_text("NAME");
+    CLI::Option& doctor =
+        *rules.add_flag("--doctor", options.doctor, "Show contradictions, and rules without effect")->excludes(&cls);
+    CLI::Option& models =
+        *rules.add_option("--models", options.models, "Also show which rules and objects of these files never meet")
+             ->needs(&doctor)
+             ->option_text("FILE...");
+    rules.add_option("--against", options.against, "Also show what changes for these models beside this other library")
+        ->needs(&models)
+        ->option_text("LIB");
+}
+
 void describe(CLI::App& app, Options& options) {
     app.require_subcommand(1);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND [FILE]");
@@ -261,7 +275,7 @@ void describe(CLI::App& app, Options& options) {
     library.footer(kLibraryExamples);
 
     CLI::App& rules = *app.add_subcommand("rules", "Show errors in a library's rule texts, and the rules in force");
-    rules.add_option("--class", options.rules.cls, "Only the rules of this class")->option_text("NAME");
+    describeRules(rules, options.rules);
     rules.add_flag("--json", options.rules.json, "Write one JSON document, qor.rules/1");
     addLanguage(rules, options.rules.language);
     rules.add_option("FILE", options.rules.file, "The library")->required()->option_text(" ");
@@ -345,7 +359,7 @@ Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
-    return runRules(options.rules, console);
+    return options.rules.doctor ? runDoctor(options.rules, console) : runRules(options.rules, console);
 }
 
 Exit run(int argc, char** argv, Console& console) {
