@@ -26,13 +26,17 @@ std::string subjectText(const CheckedModel& model, QorIdentifier subject, bool i
 }
 
 std::string ruleText(const CheckedModel& model, const QorCardinalityRule& rule) {
-    const auto name = [&](long id) { return quoted(model.reader.nameOf(static_cast<QorIdentifier>(id))); };
+    return ruleText(model.reader, model.rulePlaces, rule);
+}
+
+std::string ruleText(const QorRepositoryReader& reader, RulePlaces& places, const QorCardinalityRule& rule) {
+    const auto name = [&](long id) { return quoted(reader.nameOf(static_cast<QorIdentifier>(id))); };
     std::string text = fmt::format("{}: {}", rule.key, rule.limit);
     if (rule.relationClass > 0) text += " for relation " + name(rule.relationClass);
     const bool isIncoming = rule.key.find("incoming") != std::string_view::npos;
     if (rule.otherClass > 0) text += (isIncoming ? " from class " : " to class ") + name(rule.otherClass);
     text += ", in the text of class " + name(rule.cls);
-    const QorFilePlace& place = model.rulePlaces.placeOf(WrittenRule(rule));
+    const QorFilePlace& place = places.placeOf(WrittenRule(rule));
     if (!place.file.empty()) text += fmt::format(" ({})", placeText(place));
     return text;
 }

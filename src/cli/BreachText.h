@@ -19,6 +19,8 @@ namespace qor::cli {
                                       const Colours& colours);
 
 /// "max-outgoing: 1 for relation "then", in the text of class "Task" (workshop.yaml:9:9)".
+[[nodiscard]] std::string ruleText(const QorRepositoryReader& reader, RulePlaces& places,
+                                   const QorCardinalityRule& rule);
 [[nodiscard]] std::string ruleText(const CheckedModel& model, const QorCardinalityRule& rule);
 
 void showDiagnostics(Console& console, const std::vector<QorDiagnostic>& diagnostics, bool onlyErrors);

@@ -44,9 +44,21 @@ struct RulesOptions {
     std::string against;              ///< library to compare with over the models; empty: none
 };
 
+struct ConnectOptions {
+    std::string library;
+    std::string relation;
+    std::string source;  ///< a class, or with a file an object
+    std::string target;
+    std::string file;   ///< holds the model that the objects are in; empty: classes are asked about
+    std::string model;  ///< its name; empty: the file's only one
+    bool json = false;
+    std::string language = "en";
+};
+
 [[nodiscard]] Exit runCheck(const CheckOptions& options, Console& console);
 [[nodiscard]] Exit runLibrary(const LibraryOptions& options, Console& console);
 [[nodiscard]] Exit runRules(const RulesOptions& options, Console& console);
+[[nodiscard]] Exit runMayConnect(const ConnectOptions& options, Console& console);
 [[nodiscard]] Exit runDoctor(const RulesOptions& options, Console& console);
 
 }  // namespace qor::cli

@@ -78,7 +78,15 @@ constexpr SimListingName kSimListings[] = {
     {"results", qor::cli::SimListing::Results, "Show which attributes take results"},
 };
 
+constexpr const char* kConnectExamples =
+    "Examples:\n"
+    "  qor may-connect bpmn \"Sequence flow\" Task \"End event\"\n"
+    "  qor may-connect --in orders.yaml workshop.yaml then Check Pack\n\n"
+    "SOURCE and TARGET are classes. With --in they are objects of a model, by name, by CLASS/NAME or by\n"
+    "identifier in the file; a class then stands for a new object. Ends with code 1 when a rule refuses.\n";
+
 struct Options {
+    qor::cli::ConnectOptions connect;
     qor::cli::SimListOptions simList;
     qor::cli::SimCheckOptions simCheck;
     qor::cli::SimWriteOptions simWrite;
@@ -173,6 +181,20 @@ CLI::App& describeDistribution(CLI::App& app, qor::cli::DistributionOptions& opt
         command.callback([&options, verb = std::string(name)] { options.verb = verb; });
     }
     return distribution;
+}
+
+CLI::App& describeConnect(CLI::App& app, qor::cli::ConnectOptions& options) {
+    CLI::App& connect = *app.add_subcommand("may-connect", "Explain whether the rules allow a relation to be drawn");
+    connect.add_option("--in", options.file, "The file with the model that the objects are in")->option_text("FILE");
+    connect.add_option("--model", options.model, "The model, when the file has several")->option_text("NAME");
+    connect.add_flag("--json", options.json, "Write one JSON document, qor.may-connect/1");
+    addLanguage(connect, options.language);
+    connect.add_option("LIB", options.library, "The library")->required()->option_text(" ");
+    connect.add_option("RELATION", options.relation, "The relation class")->required()->option_text(" ");
+    connect.add_option("SOURCE", options.source, "Where the relation begins")->required()->option_text(" ");
+    connect.add_option("TARGET", options.target, "Where it ends")->required()->option_text(" ");
+    connect.footer(kConnectExamples);
+    return connect;
 }
 
 void describeSim(CLI::App& sim, Options& options) {
@@ -281,12 +303,14 @@ void describe(CLI::App& app, Options& options) {
     rules.add_option("FILE", options.rules.file, "The library")->required()->option_text(" ");
     rules.footer(kRulesExamples);
 
+    CLI::App& connect = describeConnect(app, options.connect);
     CLI::App& calendar = describeCalendar(app, options.calendar);
     CLI::App& distribution = describeDistribution(app, options.distribution);
     CLI::App& sim = *app.add_subcommand("sim", "Show and check what a library says about simulation");
     describeSim(sim, options);
 
-    for (CLI::App* command : {&check, &library, &rules, &calendar, &distribution, &sim}) command->group("Commands");
+    for (CLI::App* command : {&check, &library, &rules, &connect, &calendar, &distribution, &sim})
+        command->group("Commands");
 }
 
 /// The command that was given, or the whole.
@@ -356,6 +380,7 @@ Exit dispatchSim(const CLI::App& sim, const Options& options, Console& console) 
 Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
     if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
+    if (app.got_subcommand("may-connect")) return runMayConnect(options.connect, console);
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
