@@ -12,6 +12,7 @@
 
 #include "cardinality/QorCardinalityCompleteCheck.h"
 #include "cardinality/QorCardinalityHandler.h"
+#include "cardinality/QorCardinalityRecheck.h"
 #include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreModelingManager.h"
@@ -281,6 +282,18 @@ void CheckWithoutView(benchmark::State& state) {
     });
 }
 
+// One object named as changed in a model that has been checked.
+void RecheckAfterAnEdit(benchmark::State& state) {
+    Model model(kRingRules);
+    model.addRing(static_cast<int>(state.range(0)));
+    QorCardinalityRecheck recheck(QorCardinalityHandler::Instance());
+    if (!recheck.checkModel(model.id())) state.SkipWithError("the model cannot be checked");
+    ISortedSet<long> objects;
+    (void)QorCoreModelingManager::GetGlobal()->getAllInstancesInModel(model.id(), objects);
+    const ISortedSet<long> changed{objects.elementAtIndex(objects.numberOfElements() / 2)};
+    measure(state, [&] { return recheck.recheck(changed, {}) && recheck.numberOfBreaches() == 0; });
+}
+
 /// Many small models and a library with many limits of single relation classes.
 class Collection {
 public:
@@ -369,6 +382,7 @@ BENCHMARK(CheckModelToFirstBreach)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark
 BENCHMARK(CheckModelCompletely)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckTargetLimits)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckWithoutView)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(RecheckAfterAnEdit)->Arg(10'000)->Arg(1'000'000);
 BENCHMARK(CheckCollection)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckHub)->Arg(10'000)->Arg(90'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
