@@ -57,6 +57,12 @@ bool PlainRelations::classOf(long object, QorIdentifier& cls) {
     return true;
 }
 
+bool PlainRelations::list(long object, Direction direction, ISortedSet<long>& relations) {
+    return direction == Direction::Outgoing
+               ? succeeded(Request::OutgoingRelations, _repository.getFromRelationInstances(object, relations))
+               : succeeded(Request::IncomingRelations, _repository.getToRelationInstances(object, relations));
+}
+
 bool PlainRelations::readEnd(long relation, Direction direction, QorRelationEnd& end) {
     long relationClass = QorNoIdentifier;
     const auto code = _repository.relationOf(relation, relationClass);
@@ -67,11 +73,7 @@ bool PlainRelations::readEnd(long relation, Direction direction, QorRelationEnd&
 
 bool PlainRelations::read(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
     ends.clear();
-    const bool listed =
-        direction == Direction::Outgoing
-            ? succeeded(Request::OutgoingRelations, _repository.getFromRelationInstances(object, _relations))
-            : succeeded(Request::IncomingRelations, _repository.getToRelationInstances(object, _relations));
-    if (!listed) return false;
+    if (!list(object, direction, _relations)) return false;
     ends.resize(_relations.numberOfElements());
     auto* end = ends.data();
     for (const long relation : _relations)

@@ -20,7 +20,9 @@ public:
     explicit PlainRelations(QorCoreModelingManager& from) : _repository(from) {}
 
     bool classOf(long object, QorIdentifier& cls);
-    /// The ends at one object's relations, ascending by relation.
+    /// One object's relations.
+    bool list(long object, Direction direction, ISortedSet<long>& relations);
+    /// Their ends, ascending by relation.
     bool read(long object, Direction direction, std::vector<QorRelationEnd>& ends);
 
 private:

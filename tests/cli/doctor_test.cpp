@@ -44,8 +44,8 @@ TEST_F(CliDoctor, TellsContradictionsIdleRulesAndTheImpactOfAChange) {
          ""},
         {"workshop.yaml --models orders.yaml gone.yaml", 3, "", "gone.yaml: error: "},
         {"workshop.yaml --models workshop.yaml", 3, "", "workshop.yaml: error: holds a method library and no models"},
-        {"orders.yaml", 3, "", "orders.yaml: error: is not a method library"},
-        {"workshop.yaml --models orders.yaml --against orders.yaml", 3, "", "orders.yaml: error: is not a method"},
+        {"orders.yaml", 3, "", "orders.yaml: error: this is not a method library"},
+        {"workshop.yaml --models orders.yaml --against orders.yaml", 3, "", "orders.yaml: error: this is not a method"},
         {"workshop.yaml --against changed.yaml", 2, "", "--against requires --models"},
         {"workshop.yaml --class Task", 2, "", "--doctor"},
     };
