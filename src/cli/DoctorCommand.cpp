@@ -8,6 +8,7 @@
 #include "cli/InternalErrors.h"
 #include "cli/ModelFiles.h"
 #include "cli/RuleImpact.h"
+#include "cli/RuleOversights.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Workspace.h"
 
@@ -34,7 +35,8 @@ RuleBreakers checkedWith(Workspace& workspace, const std::vector<std::string>& f
     return breakers;
 }
 
-void diagnose(DoctorFindings& findings, InternalErrors& internalErrors) {
+void diagnose(Workspace& workspace, DoctorFindings& findings, InternalErrors& internalErrors) {
+    for (const RuleOversight& oversight : ruleOversights(workspace)) findings.oversights.push_back(oversight.warning);
     const QorCardinalityDoctor doctor(QorCardinalityHandler::Instance());
     const bool isComplete =
         doctor.diagnose([&](const QorCardinalityDiagnosis& diagnosis) { findings.diagnoses.push_back(diagnosis); });
@@ -58,7 +60,7 @@ Exit runDoctor(const RulesOptions& options, Console& console) {
     }
     Workspace& workspace = workspaces.open(resolveLibrary(options.file));
     if (workspace.hasLibrary()) {
-        diagnose(findings, internalErrors);
+        diagnose(workspace, findings, internalErrors);
         if (!options.models.empty()) {
             QorCardinalityUsage usage(QorCardinalityHandler::Instance());
             const auto after =

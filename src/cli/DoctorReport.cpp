@@ -61,6 +61,7 @@ public:
         const Colours colours = console.outColours();
         for (const auto& error : _workspace.ruleErrors())
             console.out(diagnosticLine({QorSeverity::Error, error.place, error.text}, colours));
+        for (const auto& oversight : _findings.oversights) console.out(diagnosticLine(oversight, colours));
         for (const auto& diagnosis : _findings.diagnoses)
             console.out(diagnosticLine({diagnosis.isContradiction() ? QorSeverity::Error : QorSeverity::Warning,
                                         placeOf(diagnosis.rule), textOf(diagnosis)},
@@ -73,7 +74,8 @@ public:
                                     groupedCount(untouched.objects, "object"),
                                     groupedCount(untouched.models, "model")));
         for (const auto& impact : _findings.impacts) console.out(impactText(impact));
-        if (_workspace.hasLibrary() && _findings.diagnoses.empty() && _workspace.ruleErrors().empty())
+        if (_workspace.hasLibrary() && _findings.diagnoses.empty() && _findings.oversights.empty() &&
+            _workspace.ruleErrors().empty())
             console.out("The rules contradict neither each other nor the library.\n");
     }
 
@@ -83,7 +85,7 @@ public:
         json.beginObject().field("schema", "qor.rules.doctor/1");
         json.field("file", std::string_view(_workspace.libraryPath()));
         auto diagnostics = _workspace.fileDiagnostics();
-        for (const auto* more : {&_findings.otherDiagnostics, &_findings.modelDiagnostics})
+        for (const auto* more : {&_findings.otherDiagnostics, &_findings.modelDiagnostics, &_findings.oversights})
             diagnostics.insert(diagnostics.end(), more->begin(), more->end());
         writeDiagnostics(json, diagnostics);
         json.key("definition_errors").beginList();

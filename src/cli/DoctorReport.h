@@ -15,6 +15,7 @@ class Workspace;
 
 /// What an examination of a library's rules brought forth.
 struct DoctorFindings {
+    std::vector<QorDiagnostic> oversights;  ///< what is written in rule texts and not read
     std::vector<QorCardinalityDiagnosis> diagnoses;
     // With models:
     std::vector<QorDiagnostic> modelDiagnostics;

@@ -19,6 +19,9 @@ protected:
         changed.replace(changed.find("max-outgoing: 1"), 15, "max-outgoing: 0\n        min-outgoing: 1");
         changed.replace(changed.find("min-objects: 1"), 14, "min-objects: 0");
         qor.write("changed.yaml", changed);
+        std::string slip(qor::test::kWorkshop);
+        slip.replace(slip.find("min-objects: 1"), 14, "min-object: 1");
+        qor.write("slip.yaml", slip);
     }
     CommandRunner qor;
 };
@@ -36,6 +39,7 @@ TEST_F(CliDoctor, TellsContradictionsIdleRulesAndTheImpactOfAChange) {
          "max-outgoing: 0 in the text of class \"Task\"\n",
          ""},
         {"bpmn", 0, "contradict neither", ""},
+        {"slip.yaml", 0, "slip.yaml:8:9: warning: ", ""},
         {"order-handling", 0, "", ""},
         {"changed.yaml --models orders.yaml --against workshop.yaml", 1,
          "class \"Task\": max-outgoing 1 to 0: nothing changes\nclass \"Task\": min-objects 1 to 0: no longer 1 model, "
