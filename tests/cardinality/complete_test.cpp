@@ -94,6 +94,34 @@ TEST(CompleteCheck, CountsForEachKindOfLimitToTheLastRelation) {
         }
 }
 
+// What the checks have laid out of the rules must go whenever these change, by whatever way.
+TEST(CompleteCheck, FollowsEveryChangeOfTheRules) {
+    Desk desk;
+    desk.draw("a>b a>c a>d");
+    const auto breaches = [&desk] {
+        const auto complete = allBreaches(desk).size();
+        EXPECT_EQ(desk.handler.checkModel(desk.model, 0) == 0, complete > 0);
+        return complete;
+    };
+    EXPECT_EQ(breaches(), 0U);
+    desk.rules("Task", "CARDINALITIES max-relations: 2");
+    EXPECT_GT(breaches(), 0U);
+    const OpenHandler copy = desk.handler;
+    desk.handler.createClassItem(desk["Task"])->maxTotal.count = 3;
+    desk.handler.createClassItem(desk["Task"])->maxOut.count = 3;
+    EXPECT_EQ(breaches(), 0U);
+    desk.handler = copy;
+    EXPECT_GT(breaches(), 0U);
+    desk.handler.Reset();
+    EXPECT_EQ(breaches(), 0U);
+    desk.workshop.classText("Task", "CARDINALITIES max-outgoing: 1");
+    EXPECT_EQ(desk.handler.init(desk.workshop.processes, desk.workshop.environment), 1);
+    EXPECT_GT(breaches(), 0U);
+    desk.handler.Reset();
+    EXPECT_EQ(desk.handler.checkCardinalityDefinition(desk.workshop.processes, desk["Task"], nullptr), 1);
+    EXPECT_GT(breaches(), 0U);
+}
+
 // ---- The rules applied the slow way ----
 
 /// Counts anew for every limit, with no thought of speed; finds the (object, rule class, limit, found) of every breach.

@@ -150,6 +150,48 @@ TEST_F(CliFindings, FilesComeWholeOrNotAtAll) {
     EXPECT_EQ(files, 5) << "no temporary file stays";
 }
 
+TEST_F(CliFindings, AFileIsReplacedThroughALinkAndKeepsWhatItWasWhenNothingCanBeWritten) {
+    namespace fs = std::filesystem;
+    const auto folder = qor.folder() / "in";
+    qor.write("real.xml", "earlier");
+    fs::create_symlink("real.xml", folder / "link.xml");
+    EXPECT_EQ(qor.run("check --junit link.xml clean.yaml").exit, 0);
+    EXPECT_TRUE(fs::is_symlink(folder / "link.xml"));
+    EXPECT_THAT(file("real.xml"), testing::StartsWith("<?xml"));
+    EXPECT_EQ(qor.run("check --write-baseline orders.yaml/known.json orders.yaml").exit, 5);
+    EXPECT_EQ(file("orders.yaml"), qor::test::kOrders);
+    EXPECT_EQ(qor.run("check --junit /dev/stdout --quiet clean.yaml | grep -c testsuite").out, "4\n");
+}
+
+TEST_F(CliFindings, JunitHasACaseForEachObjectAndFailsOnlyForErrors) {
+    settings("rules:\n  - {class: Store, severity: warning}\n");
+    qor.write("bad.yaml", "format: qor.model/1\nlibrary: workshop.yaml\nmodels: [\n");
+    const std::string xml = qor.run("check --junit - orders.yaml clean.yaml bad.yaml").out;
+    for (const char* part : {
+             "<testsuite name=\"orders.yaml\" tests=\"3\" failures=\"2\" errors=\"0\" skipped=\"0\">",
+             "name=\"Task &quot;Check&quot; (id t1)\"><failure message=\"Too many relations",
+             "name=\"Store &quot;Shelf&quot;\"><system-out>orders.yaml:10:9: Too few incoming",
+             "name=\"class &quot;Task&quot;\"><failure message=\"Too few objects",
+             "<testsuite name=\"clean.yaml\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\">",
+             "<testsuite name=\"bad.yaml\" tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\">",
+         })
+        EXPECT_THAT(xml, HasSubstr(part));
+}
+
+TEST_F(CliFindings, SettingsComeFromTheNearestFolderAndMayBeJson) {
+    std::filesystem::create_directories(qor.folder() / "in" / "deep" / "er");
+    settings("rules:\n  - {severity: off}\n");
+    qor.write("deep/qor-check.yaml", R"({"format": "qor.check-settings/1", "rules": [{"severity": "warning"}]})");
+    std::string orders(qor::test::kOrders);
+    orders.replace(orders.find("workshop.yaml"), 13, "../../workshop.yaml");
+    qor.write("deep/er/orders.yaml", orders);
+    EXPECT_THAT(qor.run("check orders.yaml").out, HasSubstr(": 0 breaches, 5 more accepted"));
+    EXPECT_THAT(qor.run("check deep/er/orders.yaml").out,
+                HasSubstr(": 5 breaches (shown as 3), 5 of them only warned"));
+    EXPECT_THAT(qor.run("check -", "cat orders.yaml |").out, HasSubstr(": 0 breaches, 5 more accepted"));
+    EXPECT_THAT(qor.run("check --json deep/er/orders.yaml").out, HasSubstr("\"severity\": \"warning\""));
+}
+
 // ---- SARIF ----
 
 /// The properties that the schema allows below each one used, and those that it demands ("!").
