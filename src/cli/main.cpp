@@ -38,7 +38,8 @@ constexpr const char* kLibraryExamples =
 constexpr const char* kRulesExamples =
     "Examples:\n"
     "  qor rules house-rules.yaml\n"
-    "  qor rules --class Task bpmn\n\n"
+    "  qor rules --class Task bpmn\n"
+    "  qor rules --doctor house-rules.yaml --models models/*.yaml --against house-rules-today.yaml\n\n"
     "Errors in rule texts come first, each with its place in the file. FILE is a library file,\n"
     "or the name of a library that comes along (\"bpmn\").\n";
 
@@ -77,7 +78,15 @@ constexpr SimListingName kSimListings[] = {
     {"results", qor::cli::SimListing::Results, "Show which attributes take results"},
 };
 
+constexpr const char* kConnectExamples =
+    "Examples:\n"
+    "  qor may-connect bpmn \"Sequence flow\" Task \"End event\"\n"
+    "  qor may-connect --in orders.yaml workshop.yaml then Check Pack\n\n"
+    "SOURCE and TARGET are classes. With --in they are objects of a model, by name, by CLASS/NAME or by\n"
+    "identifier in the file; a class then stands for a new object. Ends with code 1 when a rule refuses.\n";
+
 struct Options {
+    qor::cli::ConnectOptions connect;
     qor::cli::SimListOptions simList;
     qor::cli::SimCheckOptions simCheck;
     qor::cli::SimWriteOptions simWrite;
@@ -174,6 +183,20 @@ CLI::App& describeDistribution(CLI::App& app, qor::cli::DistributionOptions& opt
     return distribution;
 }
 
+CLI::App& describeConnect(CLI::App& app, qor::cli::ConnectOptions& options) {
+    CLI::App& connect = *app.add_subcommand("may-connect", "Explain whether the rules allow a relation to be drawn");
+    connect.add_option("--in", options.file, "The file with the model that the objects are in")->option_text("FILE");
+    connect.add_option("--model", options.model, "The model, when the file has several")->option_text("NAME");
+    connect.add_flag("--json", options.json, "Write one JSON document, qor.may-connect/1");
+    addLanguage(connect, options.language);
+    connect.add_option("LIB", options.library, "The library")->required()->option_text(" ");
+    connect.add_option("RELATION", options.relation, "The relation class")->required()->option_text(" ");
+    connect.add_option("SOURCE", options.source, "Where the relation begins")->required()->option_text(" ");
+    connect.add_option("TARGET", options.target, "Where it ends")->required()->option_text(" ");
+    connect.footer(kConnectExamples);
+    return connect;
+}
+
 void describeSim(CLI::App& sim, Options& options) {
     sim.require_subcommand(1);
     sim.footer(kSimExamples);
@@ -212,6 +235,44 @@ void describeSim(CLI::App& sim, Options& options) {
         ->option_text(" ");
 }
 
+void describeCheckReports(CLI::App& check, CLI::Option& json, qor::cli::CheckOptions& options) {
+    const auto oneOf = [](std::vector<std::string> words) { return CLI::IsMember(std::move(words)); };
+    check.add_option("--max-breaches", options.maxBreaches, "Show at most so many; all are counted")
+        ->option_text("NUMBER");
+    check.add_option("--group", options.group, "Show breaches by object, or by rule or class with numbers first")
+        ->check(oneOf({"object", "rule", "class"}))
+        ->option_text("object|rule|class")
+        ->excludes(&json);
+    check.add_option("--sarif", options.sarif, "Also write SARIF 2.1.0; - is standard output")->option_text("FILE");
+    check.add_option("--junit", options.junit, "Also write a JUnit report; - is standard output")->option_text("FILE");
+    check.add_option("--baseline", options.baseline, "Report only what this file does not hold")->option_text("FILE");
+    check
+        .add_option("--write-baseline", options.writeBaseline, "Write the breaches to this file, as known from now on")
+        ->option_text("FILE");
+    check.add_option("--settings", options.settings, "Settings to use instead of qor-check.yaml beside the models")
+        ->option_text("FILE");
+    check.add_option("--fail-on", options.failOn, "What ends with code 1; without, the settings say")
+        ->check(oneOf({"error", "warning", "never"}))
+        ->option_text("error|warning|never");
+    check.callback([&options] {
+        const int onOutput = (options.json ? 1 : 0) + (options.sarif == "-" ? 1 : 0) + (options.junit == "-" ? 1 : 0);
+        if (onOutput > 1) throw CLI::ValidationError("only one report can go to standard output");
+    });
+}
+
+void describeRules(CLI::App& rules, qor::cli::RulesOptions& options) {
+    CLI::Option& cls = *rules.add_option("--class", options.cls, "Only the rules of this class")->option_text("NAME");
+    CLI::Option& doctor =
+        *rules.add_flag("--doctor", options.doctor, "Show contradictions, and rules without effect")->excludes(&cls);
+    CLI::Option& models =
+        *rules.add_option("--models", options.models, "Also show which rules and objects of these files never meet")
+             ->needs(&doctor)
+             ->option_text("FILE...");
+    rules.add_option("--against", options.against, "Also show what changes for these models beside this other library")
+        ->needs(&models)
+        ->option_text("LIB");
+}
+
 void describe(CLI::App& app, Options& options) {
     app.require_subcommand(1);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND [FILE]");
@@ -227,7 +288,8 @@ void describe(CLI::App& app, Options& options) {
         ->option_text("NAME")
         ->allow_extra_args(false);  // what follows the name is a FILE
     check.add_flag("--first", options.check.first, "End each model's check at its first breach, as on saving it");
-    check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
+    CLI::Option& json = *check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
+    describeCheckReports(check, json, options.check);
     check.add_flag("--quiet", options.check.quiet, "Show breaches and errors only");
     addLanguage(check, options.check.language);
     check.add_option("FILE", options.check.files, "Files to check")->required()->option_text("...");
@@ -239,18 +301,20 @@ void describe(CLI::App& app, Options& options) {
     library.footer(kLibraryExamples);
 
     CLI::App& rules = *app.add_subcommand("rules", "Show errors in a library's rule texts, and the rules in force");
-    rules.add_option("--class", options.rules.cls, "Only the rules of this class")->option_text("NAME");
+    describeRules(rules, options.rules);
     rules.add_flag("--json", options.rules.json, "Write one JSON document, qor.rules/1");
     addLanguage(rules, options.rules.language);
     rules.add_option("FILE", options.rules.file, "The library")->required()->option_text(" ");
     rules.footer(kRulesExamples);
 
+    CLI::App& connect = describeConnect(app, options.connect);
     CLI::App& calendar = describeCalendar(app, options.calendar);
     CLI::App& distribution = describeDistribution(app, options.distribution);
     CLI::App& sim = *app.add_subcommand("sim", "Show and check what a library says about simulation");
     describeSim(sim, options);
 
-    for (CLI::App* command : {&check, &library, &rules, &calendar, &distribution, &sim}) command->group("Commands");
+    for (CLI::App* command : {&check, &library, &rules, &connect, &calendar, &distribution, &sim})
+        command->group("Commands");
 }
 
 /// The command that was given, or the whole.
@@ -320,10 +384,11 @@ Exit dispatchSim(const CLI::App& sim, const Options& options, Console& console) 
 Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
     if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
+    if (app.got_subcommand("may-connect")) return runMayConnect(options.connect, console);
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
-    return runRules(options.rules, console);
+    return options.rules.doctor ? runDoctor(options.rules, console) : runRules(options.rules, console);
 }
 
 Exit run(int argc, char** argv, Console& console) {
