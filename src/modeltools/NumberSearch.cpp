@@ -19,7 +19,7 @@ NumberSearch::Found NumberSearch::firstFor(const std::string& baseText, QorIdent
         const std::int32_t number =
             base.doubtful.empty() ? static_cast<std::int32_t>(base.holders.size()) + 1 : base.doubtful.top();
         if (own != 0 && own < number) return found(own);
-        if (number > kHighest) return {};
+        if (number > _highest) return {};
         name.resize(prefix);
         name += std::to_string(number);
         QorIdentifier holder = QorNoIdentifier;
@@ -32,15 +32,17 @@ NumberSearch::Found NumberSearch::firstFor(const std::string& baseText, QorIdent
 }
 
 void NumberSearch::given(const std::string& baseText, QorIdentifier object, std::int32_t number) {
-    nameLost(object);
+    const auto held = _held.find(object);
+    const Held earlier = held != _held.end() ? held->second : Held{};
     note(_bases[baseText], object, number);
+    if (earlier.base != nullptr) doubt(*earlier.base, earlier.number);
 }
 
 void NumberSearch::nameLost(QorIdentifier object) {
     const auto held = _held.find(object);
     if (held == _held.end()) return;
-    doubt(*held->second.base, held->second.number);
-    _held.erase(held);
+    const Held lost = held->second;
+    doubt(*lost.base, lost.number);
 }
 
 void NumberSearch::nameSeen(std::string_view name) {
@@ -64,6 +66,8 @@ void NumberSearch::forgetAll() {
 void NumberSearch::doubt(Base& base, std::int32_t number) {
     QorIdentifier& holder = base.holders[static_cast<std::size_t>(number) - 1];
     if (holder == QorNoIdentifier) return;
+    const auto held = _held.find(holder);
+    if (held != _held.end() && held->second.base == &base && held->second.number == number) _held.erase(held);
     holder = QorNoIdentifier;
     base.doubtful.push(number);
 }
@@ -76,11 +80,7 @@ void NumberSearch::note(Base& base, QorIdentifier holder, std::int32_t number) {
         base.holders[static_cast<std::size_t>(number) - 1] = holder;
         base.doubtful.pop();
     }
-    const auto [held, isNew] = _held.try_emplace(holder, Held{&base, number});
-    if (isNew) return;
-    // The holder had another name when it was last asked about, and nobody told of the change.
-    const Held earlier = std::exchange(held->second, Held{&base, number});
-    if (earlier.base != &base || earlier.number != number) doubt(*earlier.base, earlier.number);
+    _held.insert_or_assign(holder, Held{&base, number});
 }
 
 }  // namespace qor::modeltools

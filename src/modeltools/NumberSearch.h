@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/QorErrorCode.h"
@@ -27,7 +28,8 @@ public:
     /// Who has a name: Ok with the lowest identifier among the holders, NotFound when the name is free.
     using LookUp = std::function<QorErrorCode(const std::string& name, QorIdentifier& holder)>;
 
-    explicit NumberSearch(LookUp lookUp) : _lookUp(std::move(lookUp)) {}
+    explicit NumberSearch(LookUp lookUp, std::int32_t highest = kHighest)
+        : _lookUp(std::move(lookUp)), _highest(highest) {}
 
     struct Found {
         std::int32_t number = 0;                ///< 0: none, or the look-up failed
@@ -50,14 +52,15 @@ private:
         std::priority_queue<std::int32_t, std::vector<std::int32_t>, std::greater<>> doubtful;
     };
     struct Held {
-        Base* base;
-        std::int32_t number;
+        Base* base = nullptr;
+        std::int32_t number = 0;
     };
 
-    static void doubt(Base& base, std::int32_t number);
+    void doubt(Base& base, std::int32_t number);
     void note(Base& base, QorIdentifier holder, std::int32_t number);
 
     LookUp _lookUp;
+    std::int32_t _highest;
     std::unordered_map<std::string, Base> _bases;
     std::unordered_map<QorIdentifier, Held> _held;
 };
