@@ -5,7 +5,6 @@
 #include <span>
 #include <vector>
 
-
 namespace qor::modeltools {
 
 /// Lists of values by key, laid out in one array; made once from pairs.

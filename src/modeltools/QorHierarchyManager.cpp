@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "modeltools/HierarchyAttributes.h"
+#include "modeltools/HierarchyDocuments.h"
 #include "modeltools/ModelByName.h"
 #include "modeltools/internalErrors.h"
 #include "platform/QorCoreModelingManager.h"
@@ -15,7 +16,6 @@ using namespace qor::modeltools;
 namespace {
 
 constexpr QorEventPriority kPriority = 800;
-constexpr std::string_view kXmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
 QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <new>
-#include <set>
 #include <utility>
 
 #include "frame/RepositoryLookup.h"
@@ -93,7 +92,7 @@ struct QorReferenceIndex::Impl {
     }
 };
 
-QorReferenceIndex::QorReferenceIndex() noexcept : _impl(new(std::nothrow) Impl) {}
+QorReferenceIndex::QorReferenceIndex() noexcept : _impl(new (std::nothrow) Impl) {}
 QorReferenceIndex::~QorReferenceIndex() = default;
 
 bool QorReferenceIndex::build(const ISortedSet<long>& models) noexcept {
@@ -122,7 +121,8 @@ unsigned long QorReferenceIndex::numberOfReferences() const noexcept { return _i
 std::span<const QorModelReference> QorReferenceIndex::referencesOf(long model) const noexcept {
     if (!_impl) return {};
     const auto& all = _impl->references;
-    const auto first = std::partition_point(all.begin(), all.end(), [&](const auto& its) { return its.source < model; });
+    const auto first =
+        std::partition_point(all.begin(), all.end(), [&](const auto& its) { return its.source < model; });
     const auto last = std::partition_point(first, all.end(), [&](const auto& its) { return its.source == model; });
     return {first, last};
 }

@@ -39,7 +39,7 @@ struct QorBadReference {
 
 /// Models that refer to each other in a circle through hierarchy attributes.
 struct QorModelCycle {
-    std::vector<long> path;          ///< a shortest circle through the lowest of them; the last refers to the first
+    std::vector<long> path;            ///< a shortest circle through the lowest of them; the last refers to the first
     unsigned long numberOfModels = 0;  ///< how many models can reach each other in all
 };
 
