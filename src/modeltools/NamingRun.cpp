@@ -47,6 +47,7 @@ void NamingRun::run(long attribute, const ISortedSet<long>& objects) {
     if (repository().getUIAttributeType(_rule.source, _sourceType) != QorErrorCode::Ok)
         return _report.failed(NamingLine::SourceType, _rule.cls, QorNoIdentifier);
 
+    _numbers.expect(objects.numberOfElements());
     for (const long id : objects) {
         Object object;
         object.id = Qor_NarrowIdentifier(id).value_or(QorNoIdentifier);

@@ -31,6 +31,9 @@ public:
     explicit NumberSearch(LookUp lookUp, std::int32_t highest = kHighest)
         : _lookUp(std::move(lookUp)), _highest(highest) {}
 
+    /// Makes room for about so many objects.
+    void expect(std::size_t objects) { _held.reserve(objects); }
+
     struct Found {
         std::int32_t number = 0;                ///< 0: none, or the look-up failed
         QorErrorCode code = QorErrorCode::Ok;   ///< of a look-up that failed

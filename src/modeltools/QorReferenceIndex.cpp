@@ -7,7 +7,6 @@
 
 #include "frame/RepositoryLookup.h"
 #include "modeltools/ListsByKey.h"
-#include "modeltools/ModelByName.h"
 #include "modeltools/ModelCycles.h"
 #include "modeltools/ReferenceReader.h"
 #include "modeltools/internalErrors.h"
@@ -41,11 +40,11 @@ struct QorReferenceIndex::Impl {
     std::vector<long> unread;
     std::vector<QorModelReference> references;  ///< ascending by source
     std::vector<QorBadReference> bad;
-    ListsByKey<std::size_t> uses;  ///< places in `references`, by the model that they lead to
+    ListsByKey<QorModelReference> uses;  ///< by the model that they lead to
     ListsByKey<long> children;
 
     void build() {
-        ReferenceReader reader(references, bad);
+        ReferenceReader reader(models.numberOfElements(), references, bad);
         for (const long model : models)
             if (!reader.read(model)) unread.push_back(model);
         turnRound();
@@ -53,13 +52,13 @@ struct QorReferenceIndex::Impl {
     }
 
     void turnRound() {
-        std::vector<std::pair<long, std::size_t>> found;
+        std::vector<std::pair<QorIdentifier, std::uint32_t>> found;
         found.reserve(references.size());
-        for (std::size_t place = 0; place < references.size(); ++place)
+        for (std::uint32_t place = 0; place < references.size(); ++place)
             if (references[place].model >= 0) found.emplace_back(references[place].model, place);
         std::sort(found.begin(), found.end());
         uses.reserve(found.size());
-        for (const auto& [model, place] : found) uses.add(model, place);
+        for (const auto& [model, place] : found) uses.add(model, references[place]);
     }
 
     void collectChildren() {
@@ -75,10 +74,9 @@ struct QorReferenceIndex::Impl {
         }
     }
 
-    [[nodiscard]] std::vector<QorModelReference> usesOf(long model) const {
-        std::vector<QorModelReference> found;
-        for (const std::size_t place : uses.of(model)) found.push_back(references[place]);
-        return found;
+    [[nodiscard]] std::vector<QorModelReference> copyOfUses(long model) const {
+        const auto found = uses.of(model);
+        return {found.begin(), found.end()};
     }
 
     /// The newest of the other versions of the model among the given ones.
@@ -127,9 +125,8 @@ std::span<const QorModelReference> QorReferenceIndex::referencesOf(long model) c
     return {first, last};
 }
 
-std::vector<QorModelReference> QorReferenceIndex::usesOf(long model) const noexcept {
-    if (!_impl) return {};
-    return Qor_Guarded(kHierarchySource, std::vector<QorModelReference>(), [&] { return _impl->usesOf(model); });
+std::span<const QorModelReference> QorReferenceIndex::usesOf(long model) const noexcept {
+    return _impl ? _impl->uses.of(model) : std::span<const QorModelReference>();
 }
 
 std::span<const long> QorReferenceIndex::childrenOf(long model) const noexcept {
@@ -142,8 +139,7 @@ std::vector<long> QorReferenceIndex::roots() const noexcept {
         std::vector<long> found;
         for (const long model : _impl->models) {
             const auto uses = _impl->uses.of(model);
-            const bool isChild = std::any_of(uses.begin(), uses.end(), [&](std::size_t place) {
-                const QorModelReference& use = _impl->references[place];
+            const bool isChild = std::any_of(uses.begin(), uses.end(), [model](const QorModelReference& use) {
                 return use.hierarchy && use.source != model;
             });
             if (!isChild) found.push_back(model);
@@ -167,7 +163,7 @@ QorReferenceImpact QorReferenceIndex::ifModelDeleted(long model) const noexcept 
     return Qor_Guarded(kHierarchySource, QorReferenceImpact(), [&] {
         QorReferenceImpact impact;
         impact.leadsTo = _impl->versionBefore(model);
-        (impact.leadsTo < 0 ? impact.broken : impact.redirected) = _impl->usesOf(model);
+        (impact.leadsTo < 0 ? impact.broken : impact.redirected) = _impl->copyOfUses(model);
         // What the model itself refers to goes with it.
         for (auto* part : {&impact.broken, &impact.redirected})
             std::erase_if(*part, [model](const QorModelReference& use) { return use.source == model; });
@@ -180,7 +176,7 @@ QorReferenceImpact QorReferenceIndex::ifModelRenamed(long model, const SV::Strin
     return Qor_Guarded(kHierarchySource, QorReferenceImpact(), [&] {
         QorReferenceImpact impact;
         if (nameOf(model) == name) return impact;
-        impact.broken = _impl->usesOf(model);
+        impact.broken = _impl->copyOfUses(model);
         const unsigned long type = typeOf(model);
         for (const long other : _impl->models)
             if (other != model && typeOf(other) == type && nameOf(other) == name) impact.leadsTo = other;

@@ -7,6 +7,7 @@
 
 #include "platform/ISortedSet.h"
 #include "platform/QorExport.h"
+#include "platform/QorIdentifier.h"
 #include "platform/QorSourceInterRefContainer.h"
 #include "platform/SvString.h"
 
@@ -21,12 +22,12 @@ enum class QorReferenceState : std::int32_t {
     SeveralObjects  ///< ambiguous: classes of both parts of the library have that name, and an object of that name each
 };
 
-/// A reference that leaves a model.
+/// A reference that leaves a model. 24 bytes.
 struct QorModelReference {
-    long source = -1;     ///< the model that it leaves
-    long attribute = -1;  ///< the attribute that it is made through
-    long model = -1;      ///< the newest version of the model that it leads to; -1 when there is none
-    long object = -1;     ///< the object that it leads to; -1 when the model is meant, and when there is none
+    QorIdentifier source = -1;     ///< the model that it leaves
+    QorIdentifier attribute = -1;  ///< the attribute that it is made through
+    QorIdentifier model = -1;      ///< the newest version of the model that it leads to; -1 when there is none
+    QorIdentifier object = -1;     ///< the object that it leads to; -1 when the model is meant, and when there is none
     QorReferenceState state = QorReferenceState::Good;
     bool hierarchy = false;  ///< made through a hierarchy attribute
 };
@@ -72,8 +73,8 @@ public:
     /// References that leave the model, as the repository orders them. O(log n).
     [[nodiscard]] std::span<const QorModelReference> referencesOf(long model) const noexcept;
     /// Where the model is used: references that lead to it or to an object in it, ascending by the model that they
-    /// leave. O(log n + result); empty when memory ran out.
-    [[nodiscard]] std::vector<QorModelReference> usesOf(long model) const noexcept;
+    /// leave. O(log n).
+    [[nodiscard]] std::span<const QorModelReference> usesOf(long model) const noexcept;
     /// Models referred to through hierarchy attributes, ascending, each once. O(log n).
     [[nodiscard]] std::span<const long> childrenOf(long model) const noexcept;
     /// Those of the given models that no other one refers to through a hierarchy attribute: where trees begin.

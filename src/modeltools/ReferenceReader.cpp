@@ -2,7 +2,6 @@
 #include "modeltools/ReferenceReader.h"
 
 #include "frame/RepositoryLookup.h"
-#include "modeltools/ModelByName.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreVar.h"
 
@@ -26,28 +25,31 @@ QorReferenceState stateOf(ModelSearch search) {
 
 }  // namespace
 
-ReferenceReader::ReferenceReader(std::vector<QorModelReference>& references, std::vector<QorBadReference>& bad)
-    : _references(references), _bad(bad), _hierarchy(readHierarchyAttributes()) {}
+ReferenceReader::ReferenceReader(std::size_t models, std::vector<QorModelReference>& references,
+                                 std::vector<QorBadReference>& bad)
+    : _references(references), _bad(bad), _hierarchy(readHierarchyAttributes()), _models(models) {}
 
 bool ReferenceReader::read(long model) {
+    const auto source = Qor_NarrowIdentifier(model);
     QorSourceInterRefContainer targets;
-    if (QorCoreModelingManager::GetGlobal()->getInterRefsOfSourceModel(model, targets) != QorErrorCode::Ok)
+    if (!source || QorCoreModelingManager::GetGlobal()->getInterRefsOfSourceModel(model, targets) != QorErrorCode::Ok)
         return false;
     for (unsigned long index = 0; index < targets.numberOfElements(); ++index) {
         const QorInterModRefTarget& target = targets.elementAtIndex(index);
-        const QorModelReference reference = follow(model, target);
-        _references.push_back(reference);
+        const QorModelReference& reference = _references.emplace_back(follow(*source, target));
         if (reference.state != QorReferenceState::Good) _bad.push_back({reference, target});
     }
     return true;
 }
 
-QorModelReference ReferenceReader::follow(long source, const QorInterModRefTarget& target) {
+QorModelReference ReferenceReader::follow(QorIdentifier source, const QorInterModRefTarget& target) {
     QorModelReference reference;
     reference.source = source;
-    reference.attribute = target.attribute;
-    reference.hierarchy = _hierarchy.contains(Qor_NarrowIdentifier(target.attribute).value_or(QorNoIdentifier));
-    reference.state = stateOf(findModel(target.modelTypeName, target.modelName, reference.model));
+    reference.attribute = Qor_NarrowIdentifier(target.attribute).value_or(QorNoIdentifier);
+    reference.hierarchy = _hierarchy.contains(reference.attribute);
+    long model = QorNoIdentifier;
+    reference.state = stateOf(_models.find(target.modelTypeName, target.modelName, model));
+    reference.model = Qor_NarrowIdentifier(model).value_or(QorNoIdentifier);
     if (reference.state == QorReferenceState::Good && !target.objectName.IsEmpty()) findObject(target, reference);
     return reference;
 }
@@ -62,7 +64,7 @@ void ReferenceReader::findObject(const QorInterModRefTarget& target, QorModelRef
         if (code != QorErrorCode::Ok) continue;
         const bool isFirst = reference.object == QorNoIdentifier;
         reference.state = isFirst ? QorReferenceState::Good : QorReferenceState::SeveralObjects;
-        if (isFirst) reference.object = object;
+        if (isFirst) reference.object = Qor_NarrowIdentifier(object).value_or(QorNoIdentifier);
     }
 }
 

@@ -17,7 +17,7 @@ ISortedSet<long> setOf(const std::vector<QorIdentifier>& models) {
     return set;
 }
 
-Ids sourcesOf(const std::vector<QorModelReference>& references) {
+Ids sourcesOf(std::span<const QorModelReference> references) {
     Ids sources;
     for (const QorModelReference& reference : references) sources.push_back(reference.source);
     return sources;
