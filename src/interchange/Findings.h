@@ -20,6 +20,7 @@ public:
 
     void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) override;
     void madeModel(QorIdentifier model) override;
+    void madeProcess(std::string_view sourceId, QorIdentifier model) override;
     void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) override;
 
     void error(Mark mark, std::string text) { report(QorSeverity::Error, mark.line, mark.column, std::move(text)); }
@@ -29,6 +30,7 @@ public:
 
     [[nodiscard]] Places& places() { return _places; }
     [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
+    [[nodiscard]] const std::vector<QorImportedProcess>& processes() const { return _processes; }
     /// In the order of the file, with a last line that counts what was not kept.
     [[nodiscard]] std::vector<QorDiagnostic> takeDiagnostics();
 
@@ -39,6 +41,7 @@ private:
     Places& _places;
     std::vector<QorDiagnostic> _diagnostics;
     std::vector<QorIdentifier> _models;
+    std::vector<QorImportedProcess> _processes;
     std::size_t _errors = 0;
     std::size_t _warnings = 0;
     bool _ended = false;
