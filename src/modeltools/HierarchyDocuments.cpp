@@ -22,10 +22,19 @@ const char* wordOf(QorHierarchyEnd end) {
     return "";
 }
 
+void appendNames(std::string& text, const ModelNames::Names& names) {
+    text += " name=\"";
+    appendMarkup(text, names.name);
+    text += "\" type=\"";
+    appendMarkup(text, names.type);
+    text += '"';
+}
+
 }  // namespace
 
-std::string hierarchyXml(const std::vector<QorHierarchyElement>& elements) {
+std::string hierarchyXml(const std::vector<QorHierarchyElement>& elements, bool withNames) {
     if (elements.empty()) return {};
+    ModelNames names;
     std::string text = kXmlDeclaration;
     std::size_t open = 0;  // how many elements are
     const auto closeTo = [&](std::size_t depth) {
@@ -34,6 +43,7 @@ std::string hierarchyXml(const std::vector<QorHierarchyElement>& elements) {
     for (const QorHierarchyElement& element : elements) {
         closeTo(element.depth);
         text.append(2 * element.depth, ' ').append("<model id=\"").append(std::to_string(element.model)).append("\"");
+        if (withNames) appendNames(text, names.of(element.model));
         if (element.omitted != 0) text.append(" omitted=\"").append(std::to_string(element.omitted)).append("\"");
         const bool opens = element.end == QorHierarchyEnd::Inner;
         text.append(opens ? ">\n" : " />\n");

@@ -124,7 +124,11 @@ QorErrorCode QorHierarchyTree::build(const QorReferenceIndex& index, long root, 
 }
 
 QorErrorCode QorHierarchyTree::asXml(SV::String& text) const noexcept {
-    return written(text, [this] { return hierarchyXml(_elements); });
+    return written(text, [this] { return hierarchyXml(_elements, false); });
+}
+
+QorErrorCode QorHierarchyTree::asNamedXml(SV::String& text) const noexcept {
+    return written(text, [this] { return hierarchyXml(_elements, true); });
 }
 
 QorErrorCode QorHierarchyTree::asJson(SV::String& text) const noexcept {

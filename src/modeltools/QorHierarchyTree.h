@@ -51,6 +51,8 @@ public:
     /// A whole tree reads as QorHierarchyManager::GetHierarchyAsXML writes it; one that is cut has the attribute
     /// "omitted" at the elements below which something is missing.
     QorErrorCode asXml(SV::String& text) const noexcept;
+    /// The same with the models' names and types, for readers who do not know the identifiers.
+    QorErrorCode asNamedXml(SV::String& text) const noexcept;
     /// "qor.hierarchy.tree/1": the elements one after the other with depth, identifier, name and type.
     QorErrorCode asJson(SV::String& text) const noexcept;
     /// A drawing with names and types, one row an element.
