@@ -32,7 +32,7 @@ business_process:
     - {name: Task, attributes: [{name: Time, type: time}]}
 )";
 
-const std::string kOrders = QOR_SOURCE_DIR "/examples/orders/orders.yaml";
+const std::string kOrders = QOR_SOURCE_DIR "/examples/simulation/orders.yaml";
 
 TEST(CliSim, ListsWhatTheShippedLibrariesSay) {
     const CommandRunner qor;
