@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "embedded/QorRepositoryBuilder.h"
+#include "embedded/QorRepositoryFile.h"
 #include "platform/ISortedSet.h"
 #include "platform/QorErrorCode.h"
 #include "platform/QorGuard.h"
@@ -69,6 +70,8 @@ inline QorErrorCode giveFound(long& output, QorIdentifier id) {
             return QorErrorCode::ValueRefused;
         case QorBuildError::NoIdentifiersLeft:
             return QorErrorCode::Broken;
+        case QorBuildError::NotStored:
+            return QorRepositoryCode::NotStored;
         default:
             return QorErrorCode::OutOfRange;
     }

@@ -13,9 +13,14 @@ class IdentifierList {
 public:
     void makeRoom() { makeRoomForOne(_ids); }
     void add(QorIdentifier id) noexcept { _ids.push_back(id); }
-    // To be called after `things` has forgotten the identifier.
-    void noteRemoval(const ThingTable& things) noexcept {
-        if (++_gone * 2 <= _ids.size()) return;
+    // `things` forgets one of the identifiers, or knows it again.
+    void noteRemoval() noexcept { ++_gone; }
+    void noteReturn() noexcept { --_gone; }
+    // The last one was never added.
+    void takeBackLast() noexcept { _ids.pop_back(); }
+    // To be called some time after removals.
+    void tidy(const ThingTable& things) noexcept {
+        if (_gone * 2 <= _ids.size()) return;
         std::erase_if(_ids, [&](QorIdentifier id) { return !things.exists(id); });
         _gone = 0;
     }

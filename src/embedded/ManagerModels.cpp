@@ -3,7 +3,6 @@
 #include "embedded/ModelingManager.h"
 #include "embedded/References.h"
 #include "platform/QorAttributeIds.h"
-#include "platform/QorEventListener.h"
 
 namespace qor::embedded {
 
@@ -69,13 +68,17 @@ QorErrorCode ModelingManager::GetClassOfInstance(long object, long& cls) {
 
 QorErrorCode ModelingManager::getInstanceIDFromInstanceName(long model, long cls, const char* name, long& object) {
     object = -1;
+    // NotFound means that the name is free, and that only.
+    if (_repository.models().model(narrow(model)) == nullptr || _repository.meta().objectClass(narrow(cls)) == nullptr)
+        return QorErrorCode::OutOfRange;
     return giveFound(object, _repository.models().findObject(narrow(model), narrow(cls), textOrEmpty(name)));
 }
 
 QorErrorCode ModelingManager::createInstance(long model, long cls, const char* name, long& object) {
     object = -1;
     return answered([&] {
-        const QorBuildResult result = _repository.models().addObject(narrow(model), narrow(cls), textOrEmpty(name));
+        const QorBuildResult result = _repository.change(
+            [&] { return _repository.models().addObject(narrow(model), narrow(cls), textOrEmpty(name)); });
         return result.ok() ? give(object, result.id) : codeOf(result.error);
     });
 }
@@ -94,9 +97,9 @@ QorErrorCode ModelingManager::deleteInstance(long model, long object) {
         const ObjectRow* const row = _repository.models().object(id);
         if (row == nullptr || row->model != narrow(model)) return QorErrorCode::NotFound;
         const bool losesReferences = holdsReferences(_repository, id);
-        if (const QorBuildResult result = _repository.models().removeObject(id); !result.ok())
-            return codeOf(result.error);
-        if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
+        const QorBuildResult result = _repository.change([&] { return _repository.models().removeObject(id); });
+        if (!result.ok()) return codeOf(result.error);
+        if (losesReferences) _announcements.referencesChanged(narrow(model));
         return QorErrorCode::Ok;
     });
 }
@@ -162,8 +165,11 @@ QorErrorCode ModelingManager::getToRelationInstances(long object, ISortedSet<lon
 }
 
 QorErrorCode ModelingManager::moveEnd(long relation, long object, Adjacency::Direction direction) {
-    return answered(
-        [&] { return codeOf(_repository.models().moveEnd(narrow(relation), direction, narrow(object)).error); });
+    return answered([&] {
+        const QorBuildResult result = _repository.change(
+            [&] { return _repository.models().moveEnd(narrow(relation), direction, narrow(object)); });
+        return codeOf(result.error);
+    });
 }
 
 QorErrorCode ModelingManager::moveFromEndpoint(long relation, long object) {

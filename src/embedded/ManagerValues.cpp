@@ -7,7 +7,6 @@
 #include "embedded/References.h"
 #include "embedded/ValueCheck.h"
 #include "platform/QorAttributeIds.h"
-#include "platform/QorEventListener.h"
 
 namespace qor::embedded {
 
@@ -60,9 +59,14 @@ QorErrorCode ModelingManager::getAttributeValueAsNewChar(long identifier, long a
 QorErrorCode ModelingManager::writeValue(QorIdentifier model, QorIdentifier instance, QorIdentifier attribute,
                                          std::string_view text, bool raiseEvent) {
     if (model == QorNoIdentifier || _repository.models().modelOf(instance) != model) return QorErrorCode::NotFound;
-    const QorBuildResult result = _repository.setInstanceValue(instance, attribute, text);
+    const QorBuildResult result =
+        _repository.change([&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (!result.ok()) return codeOf(result.error);
-    if (raiseEvent) announceValue(model, instance, *_repository.meta().attribute(attribute));
+    const AttributeRow& row = *_repository.meta().attribute(attribute);
+    if (raiseEvent)
+        announceValue(model, instance, row);
+    else if (row.type == QorCoreAttributeType::InterReference)
+        _announcements.referencesChanged(model);
     return QorErrorCode::Ok;
 }
 
@@ -70,8 +74,7 @@ void ModelingManager::announceValue(QorIdentifier model, QorIdentifier instance,
     const RecordRow* const row = _repository.models().row(instance);
     QorIdentifier object = instance;
     while (const RecordRow* above = _repository.models().row(object)) object = above->owner;
-    Qor_RaiseEvent(QorAttributeEvent(QorEventType::AttributeValueChanged, 0, model, object, attribute.id,
-                                     row ? row->id : QorNoIdentifier, static_cast<long>(attribute.type)));
+    _announcements.valueChanged(model, object, attribute.id, row ? row->id : QorNoIdentifier, attribute.type);
 }
 
 QorErrorCode ModelingManager::setAttributeValue(long model, long identifier, long attribute, const char* text,
@@ -178,8 +181,8 @@ QorErrorCode ModelingManager::createRecordInstance(long model, long object, long
             return QorErrorCode::NotFound;
         if (position < -1 || position > static_cast<long>(models.rows(owner, narrow(attribute)).size()))
             return QorErrorCode::OutOfRange;
-        const QorBuildResult result =
-            models.addRow(owner, *_repository.attributeOf(owner, narrow(attribute)), position);
+        const QorBuildResult result = _repository.change(
+            [&] { return models.addRow(owner, *_repository.attributeOf(owner, narrow(attribute)), position); });
         return result.ok() ? give(row, result.id) : codeOf(result.error);
     });
 }
@@ -191,9 +194,9 @@ QorErrorCode ModelingManager::deleteRecordInstance(long model, long object, long
             _repository.models().modelOf(found->owner) != narrow(model))
             return QorErrorCode::NotFound;
         const bool losesReferences = holdsReferences(_repository, found->id);
-        if (const QorBuildResult result = _repository.models().removeRow(found->id); !result.ok())
-            return codeOf(result.error);
-        if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
+        const QorBuildResult result = _repository.change([&] { return _repository.models().removeRow(narrow(row)); });
+        if (!result.ok()) return codeOf(result.error);
+        if (losesReferences) _announcements.referencesChanged(narrow(model));
         return QorErrorCode::Ok;
     });
 }

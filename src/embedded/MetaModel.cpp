@@ -66,16 +66,19 @@ QorBuildResult MetaModel::addApplicationLibrary(std::string_view name, std::stri
     makeRoomFor(_parts, 2);
     _store.things.makeRoom(3);
     _store.names.makeRoom(1);
+    _store.journal.makeRoom(3);
 
     LibraryRow library;
     library.id = _store.things.add(QorThingKind::ApplicationLibrary, _libraries.size());
     library.name = text.keep();
+    noteAdded(QorThingKind::ApplicationLibrary, library.id, library.id);
     for (std::size_t at = 0; at < library.parts.size(); ++at) {
         PartRow part;
         part.id = library.parts[at] = _store.things.add(QorThingKind::LibraryPart, _parts.size());
         part.library = library.id;
         part.part = static_cast<QorLibraryPart>(at);
         part.name = at == 0 ? first.keep() : second.keep();
+        noteAdded(QorThingKind::LibraryPart, part.id, library.id);
         _parts.push_back(std::move(part));
     }
     _store.names.add(NameIndex::hashOf({kAnywhere, nameTag::kLibrary}, name), library.id);
@@ -111,6 +114,7 @@ QorBuildResult MetaModel::addAnyClass(QorIdentifier partId, std::string_view nam
     if (superclass != QorNoIdentifier) makeRoomForOne(editClass(superclass).subclasses);
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
+    _store.journal.makeRoom(1);
 
     ClassRow row;
     row.id = _store.things.add(isRecordClass ? QorThingKind::RecordClass : QorThingKind::Class, _classes.size());
@@ -122,6 +126,7 @@ QorBuildResult MetaModel::addAnyClass(QorIdentifier partId, std::string_view nam
     owner.classes.push_back(row.id);
     if (superclass != QorNoIdentifier) editClass(superclass).subclasses.push_back(row.id);
     _store.names.add(NameIndex::hashOf({partId, nameTag::kClass}, name), row.id);
+    noteAdded(isRecordClass ? QorThingKind::RecordClass : QorThingKind::Class, row.id, row.id);
     _classes.push_back(std::move(row));
     return {_classes.back().id};
 }
@@ -145,6 +150,7 @@ QorBuildResult MetaModel::addRelationClass(QorIdentifier partId, std::string_vie
     makeRoomForOne(_relationClasses);
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
+    _store.journal.makeRoom(1);
 
     RelationClassRow row;
     row.id = _store.things.add(QorThingKind::RelationClass, _relationClasses.size());
@@ -156,6 +162,7 @@ QorBuildResult MetaModel::addRelationClass(QorIdentifier partId, std::string_vie
     editClass(from).outgoing.push_back(row.id);
     editClass(to).incoming.push_back(row.id);
     _store.names.add(NameIndex::hashOf({partId, nameTag::kRelationClass}, name), row.id);
+    noteAdded(QorThingKind::RelationClass, row.id, row.id);
     _relationClasses.push_back(std::move(row));
     return {_relationClasses.back().id};
 }
@@ -200,6 +207,8 @@ QorBuildResult MetaModel::addAttribute(QorIdentifier owner, const QorAttributeSp
     makeRoomForOne(_attributes);
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
+    _store.journal.makeRoom(1);
+    makeRoomBelow(owner, attribute.name);
     try {
         for (const std::string_view value : attribute.enumeration) row.enumeration.push_back(_store.texts.add(value));
     } catch (...) {
@@ -211,13 +220,16 @@ QorBuildResult MetaModel::addAttribute(QorIdentifier owner, const QorAttributeSp
     row.owner = owner;
     row.type = attribute.type;
     row.level = attribute.level;
+    row.shownAs = attribute.shownAs;
     row.refersToModels = attribute.refersToModels;
     row.target = attribute.target;
     row.name = name.keep();
     row.defaultText = defaultText.keep();
+    noteAdded(QorThingKind::Attribute, row.id, owner);
     owned.push_back(row.id);
     _store.names.add(NameIndex::hashOf({owner, nameTag::kAttribute}, attribute.name), row.id);
     _attributes.push_back(std::move(row));
+    noteAttributeBelow(_attributes.back(), 1);
     return {_attributes.back().id};
 }
 
@@ -244,65 +256,58 @@ QorBuildResult MetaModel::addModelType(QorIdentifier partId, std::string_view na
     makeRoomForOne(_modelTypes);
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
+    _store.journal.makeRoom(1);
 
     row.id = _store.things.add(QorThingKind::ModelType, _modelTypes.size());
     row.part = partId;
+    row.library = library;
     row.index = static_cast<std::uint32_t>(owner.modelTypes.size());
     row.name = text.keep();
+    noteAdded(QorThingKind::ModelType, row.id, library);
     owner.modelTypes.push_back(row.id);
     _store.names.add(NameIndex::hashOf({library, nameTag::kModelType}, name), row.id);
     _modelTypes.push_back(std::move(row));
     return {_modelTypes.back().id};
 }
 
-void MetaModel::forget(NameScope scope, QorIdentifier& id, TextRef name) noexcept {
-    _store.names.remove(NameIndex::hashOf(scope, text(name)), id);
-    _store.texts.release(name);
+void MetaModel::forget(QorIdentifier id) {
+    const ThingPlace place = _store.things.at(id);
+    Step step;
+    step.kind = StepKind::Removed;
+    step.thing = place.kind;
+    step.id = id;
+    step.scope = scopeOf(id);
+    step.row = place.index;
+    _store.journal.note(step);
+    if (place.kind == QorThingKind::Attribute) noteAttributeBelow(_attributes[place.index], -1);
+    const Entry entry = entryOf(place.kind, place.index);
+    if (entry.scope.within != kNotIndexed.within)
+        _store.names.remove(NameIndex::hashOf(entry.scope, text(*entry.name)), id);
     _store.things.remove(id);
-    id = QorNoIdentifier;
+    *entry.id = QorNoIdentifier;
+    if (!_store.journal.isOn()) bury(step);
 }
 
-void MetaModel::forgetAttributes(const std::vector<QorIdentifier>& attributes) noexcept {
-    for (const QorIdentifier id : attributes) {
-        AttributeRow& row = _attributes[_store.things.at(id).index];
-        for (const TextRef value : row.enumeration) _store.texts.release(value);
-        _store.texts.release(row.defaultText);
-        forget({row.owner, nameTag::kAttribute}, row.id, row.name);
-        row.enumeration = {};
+// From the leaves to the root, so that what a thing belongs to is there as long as the thing is.
+void MetaModel::removeApplicationLibrary(QorIdentifier id) {
+    const LibraryRow& row = editLibrary(id);
+    for (const QorIdentifier type : row.modelTypes) forget(type);
+    for (const QorIdentifier partId : row.parts) {
+        const PartRow& owned = *part(partId);
+        for (const QorIdentifier cls : owned.classes)
+            for (const QorIdentifier attribute : anyClass(cls)->attributes) forget(attribute);
+        for (const QorIdentifier relation : owned.relationClasses)
+            for (const QorIdentifier attribute : relationClass(relation)->attributes) forget(attribute);
     }
-}
-
-void MetaModel::forgetPart(PartRow& part) noexcept {
-    for (const QorIdentifier id : part.classes) {
-        ClassRow row = std::move(editClass(id));
-        forgetAttributes(row.attributes);
-        forget({part.id, nameTag::kClass}, editClass(id).id, row.name);
+    for (const QorIdentifier partId : row.parts) {
+        const PartRow& owned = *part(partId);
+        for (const QorIdentifier relation : owned.relationClasses) forget(relation);
+        for (const QorIdentifier cls : owned.classes) forget(cls);
     }
-    for (const QorIdentifier id : part.relationClasses) {
-        const RelationClassRow row = std::move(editRelationClass(id));
-        forgetAttributes(row.attributes);
-        forget({part.id, nameTag::kRelationClass}, editRelationClass(id).id, row.name);
-    }
-    _store.texts.release(part.name);
-    _store.things.remove(part.id);
-    part.id = QorNoIdentifier;
-}
-
-void MetaModel::removeApplicationLibrary(QorIdentifier id) noexcept {
-    LibraryRow library = std::move(editLibrary(id));
-    for (const QorIdentifier type : library.modelTypes) {
-        ModelTypeRow& row = _modelTypes[_store.things.at(type).index];
-        row.classes = {};
-        forget({id, nameTag::kModelType}, row.id, row.name);
-    }
-    for (const QorIdentifier partId : library.parts) forgetPart(_parts[_store.things.at(partId).index]);
-    forget({kAnywhere, nameTag::kLibrary}, editLibrary(id).id, library.name);
-    closeGaps(_store.things, _libraries);
-    closeGaps(_store.things, _parts);
-    closeGaps(_store.things, _classes);
-    closeGaps(_store.things, _relationClasses);
-    closeGaps(_store.things, _attributes);
-    closeGaps(_store.things, _modelTypes);
+    const std::array<QorIdentifier, 2> parts = row.parts;
+    for (const QorIdentifier partId : parts) forget(partId);
+    forget(id);
+    if (!_store.journal.isOn()) sweep();
 }
 
 }  // namespace qor::embedded

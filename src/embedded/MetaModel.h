@@ -5,9 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded/AttributesBelow.h"
 #include "embedded/MetaRows.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/Store.h"
+#include "embedded/store/StoredRow.h"
 
 namespace qor::embedded {
 
@@ -25,7 +27,21 @@ public:
     QorBuildResult addAttribute(QorIdentifier owner, const QorAttributeSpec& attribute);
     QorBuildResult addModelType(QorIdentifier part, std::string_view name, std::span<const QorIdentifier> classes);
     // The library must exist, without models; values of its classes are cleared before.
-    void removeApplicationLibrary(QorIdentifier library) noexcept;
+    void removeApplicationLibrary(QorIdentifier library);
+
+    // Takes back a step of the journal that concerns the meta-model, as the last one that was taken.
+    void takeBack(const Step& step) noexcept;
+    // Gives up what a step kept for the way back.
+    void bury(const Step& step) noexcept;
+    // Closes the gaps that buried rows left.
+    void sweep() noexcept;
+
+    // Takes in a row of a repository file, in the order of identifiers. False when it refers to what is not there.
+    [[nodiscard]] bool adopt(const StoredRow& row);
+    // The rows that stand for a thing in a repository file; `row` is its place in its table.
+    void forEachStored(QorThingKind kind, QorIdentifier id, std::size_t row, const TakeStored& take) const;
+    // The application library or class whose content a thing of the meta-model is.
+    [[nodiscard]] QorIdentifier scopeOf(QorIdentifier id) const;
 
     // Rows by identifier; null when the identifier is of another kind.
     [[nodiscard]] const LibraryRow* library(QorIdentifier id) const;
@@ -66,6 +82,8 @@ public:
     // For the models, which are counted here.
     [[nodiscard]] LibraryRow& editLibrary(QorIdentifier id) { return _libraries[_store.things.at(id).index]; }
     [[nodiscard]] ClassRow& editClass(QorIdentifier id) { return _classes[_store.things.at(id).index]; }
+    // One instance more or less of exactly the class.
+    void countInstance(QorIdentifier cls, int change) noexcept;
     [[nodiscard]] RelationClassRow& editRelationClass(QorIdentifier id) {
         return _relationClasses[_store.things.at(id).index];
     }
@@ -100,9 +118,27 @@ private:
     }
     QorBuildResult addAnyClass(QorIdentifier part, std::string_view name, QorIdentifier superclass, bool isAbstract,
                                bool isRecordClass);
-    void forget(NameScope scope, QorIdentifier& id, TextRef name) noexcept;
-    void forgetAttributes(const std::vector<QorIdentifier>& attributes) noexcept;
-    void forgetPart(PartRow& part) noexcept;
+    // The identifier and name in the row of a thing, and where its name is unique.
+    struct Entry {
+        QorIdentifier* id;
+        TextRef* name;
+        NameScope scope;
+    };
+    static constexpr NameScope kNotIndexed{0, 0};
+    [[nodiscard]] Entry entryOf(QorThingKind kind, std::size_t row) noexcept;
+    void noteAdded(QorThingKind kind, QorIdentifier id, QorIdentifier scope) {
+        Step step;
+        step.thing = kind;
+        step.id = id;
+        step.scope = scope;
+        _store.journal.note(step);
+    }
+    void forget(QorIdentifier id);
+    // Every class above the owner is told of an attribute more or less below it; room comes first.
+    void makeRoomBelow(QorIdentifier owner, std::string_view name);
+    void noteAttributeBelow(const AttributeRow& attribute, int change) noexcept;
+    void takeBackAdded(const Step& step) noexcept;
+    void releaseTexts(QorThingKind kind, std::size_t row) noexcept;
 
     Store& _store;
     std::vector<LibraryRow> _libraries;
@@ -111,6 +147,7 @@ private:
     std::vector<RelationClassRow> _relationClasses;
     std::vector<AttributeRow> _attributes;
     std::vector<ModelTypeRow> _modelTypes;
+    AttributesBelow _attributesBelow;
 };
 
 }  // namespace qor::embedded

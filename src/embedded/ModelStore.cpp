@@ -28,6 +28,7 @@ QorBuildResult ModelStore::addModel(QorIdentifier modelType, std::string_view na
     makeRoomForOne(_threads);
     _store.things.makeRoom(2);
     _store.names.makeRoom(2);
+    _store.journal.makeRoom(2);
     ThreadRow fresh;
     (thread == QorNoIdentifier ? fresh : _threads[_store.things.at(thread).index]).versions.makeRoom();
 
@@ -37,6 +38,7 @@ QorBuildResult ModelStore::addModel(QorIdentifier modelType, std::string_view na
         fresh.name = threadName.keep();
         _store.names.add(NameIndex::hashOf({modelType, nameTag::kThread}, name), thread);
         _threads.push_back(std::move(fresh));
+        noteAdded(QorThingKind::ModelThread, thread, library.id);
     }
     ModelRow row;
     row.id = _store.things.add(QorThingKind::Model, _models.size());
@@ -46,6 +48,7 @@ QorBuildResult ModelStore::addModel(QorIdentifier modelType, std::string_view na
     _threads[_store.things.at(thread).index].versions.add(row.id);
     library.models.add(row.id);
     _models.push_back(std::move(row));
+    noteAdded(QorThingKind::Model, _models.back().id, library.id);
     return {_models.back().id};
 }
 
@@ -75,13 +78,15 @@ QorBuildResult ModelStore::addObject(QorIdentifier modelId, QorIdentifier cls, s
     makeRoomForOne(_tables.objects);
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
+    _store.journal.makeRoom(1);
 
     const QorIdentifier id = _store.things.add(QorThingKind::Object, _tables.objects.size());
     _tables.objects.push_back({id, cls, modelId, text.keep()});
     owner.objects.add(id);
     bucket.objects.add(id);
-    ++_meta.editClass(cls).instances;
+    _meta.countInstance(cls, 1);
     _store.names.add(NameIndex::hashOf({modelId, cls}, name), id);
+    noteAdded(QorThingKind::Object, id, modelId);
     return {id};
 }
 
@@ -105,10 +110,12 @@ QorBuildResult ModelStore::addRelation(QorIdentifier relationClass, QorIdentifie
     owner.relations.makeRoom();
     makeRoomForOne(_tables.relations);
     _store.things.makeRoom(1);
+    _store.journal.makeRoom(1);
 
     const QorIdentifier id = _store.things.add(QorThingKind::Relation, _tables.relations.size());
     _tables.relations.push_back({id, relationClass, from, to});
     owner.relations.add(id);
+    noteAdded(QorThingKind::Relation, id, owner.id);
     ++_meta.editRelationClass(relationClass).instances;
     return {id};
 }
@@ -121,14 +128,61 @@ QorBuildResult ModelStore::renameObject(QorIdentifier id, std::string_view name)
     if (holder == id) return {id};
     if (holder != QorNoIdentifier) return refused(QorBuildError::DuplicateName, holder);
 
-    const NameScope scope{row->model, row->cls};
-    const std::uint32_t oldHash = NameIndex::hashOf(scope, text(row->name));
-    const std::uint32_t newHash = NameIndex::hashOf(scope, name);
+    return rename(id, row->model, name);
+}
+
+QorBuildResult ModelStore::renameThread(QorIdentifier id, std::string_view name) {
+    const ThreadRow* const row = thread(id);
+    if (row == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (const QorBuildError error = checkName(name); error != QorBuildError::None) return refused(error);
+    const QorIdentifier holder = findThread(row->modelType, name);
+    if (holder == id) return {id};
+    if (holder != QorNoIdentifier) return refused(QorBuildError::DuplicateName, holder);
+    return rename(id, libraryOfThread(id), name);
+}
+
+NameScope ModelStore::nameScopeOf(QorIdentifier id) const {
+    if (const ObjectRow* row = object(id)) return {row->model, row->cls};
+    return {thread(id)->modelType, nameTag::kThread};
+}
+
+TextRef& ModelStore::nameIn(QorIdentifier id) {
+    return object(id) ? editObject(id).name : _threads[_store.things.at(id).index].name;
+}
+
+QorBuildResult ModelStore::rename(QorIdentifier id, QorIdentifier scope, std::string_view name) {
+    NewText newName(_store.texts, name);
     _store.names.makeRoom(1);
-    _store.texts.replace(editObject(id).name, name);
-    _store.names.remove(oldHash, id);
-    _store.names.add(newHash, id);
+    const NameScope within = nameScopeOf(id);
+    TextRef& its = nameIn(id);
+    noteChange(StepKind::Renamed, id, scope, its, QorNoIdentifier);
+    _store.names.remove(NameIndex::hashOf(within, text(its)), id);
+    _store.names.add(NameIndex::hashOf(within, name), id);
+    if (!_store.journal.isOn()) _store.texts.release(its);
+    its = newName.keep();
     return {id};
+}
+
+void ModelStore::noteChange(StepKind kind, QorIdentifier id, QorIdentifier scope, TextRef text, QorIdentifier other) {
+    Step step;
+    step.kind = kind;
+    step.thing = _store.things.kindOf(id);
+    step.id = id;
+    step.scope = scope;
+    step.text = text;
+    step.other = other;
+    _store.journal.note(step);
+}
+
+void ModelStore::moveThread(QorIdentifier id, QorIdentifier group) {
+    QorIdentifier& its = _threads[_store.things.at(id).index].group;
+    noteChange(StepKind::Moved, id, libraryOfThread(id), 0, its);
+    its = group;
+}
+
+bool ModelStore::hasThreadsIn(QorIdentifier group) const {
+    return std::any_of(_threads.begin(), _threads.end(),
+                       [&](const ThreadRow& row) { return row.id != QorNoIdentifier && row.group == group; });
 }
 
 QorBuildResult ModelStore::moveEnd(QorIdentifier id, Adjacency::Direction direction, QorIdentifier objectId) {
@@ -138,7 +192,16 @@ QorBuildResult ModelStore::moveEnd(QorIdentifier id, Adjacency::Direction direct
     const QorBuildError error = checkEnds(*_meta.relationClass(row->relationClass), atSource ? objectId : row->from,
                                           atSource ? row->to : objectId);
     if (error != QorBuildError::None) return refused(error);
+    Step step;
+    step.kind = StepKind::EndMoved;
+    step.thing = QorThingKind::Relation;
+    step.id = id;
+    step.scope = modelOf(id);
+    step.atSource = atSource;
+    step.other = atSource ? row->from : row->to;
+    _store.journal.makeRoom(1);
     _adjacency.moveEnd(direction, _tables.relations[_store.things.at(id).index], objectId);
+    _store.journal.note(step);
     return {id};
 }
 
@@ -148,18 +211,17 @@ QorBuildResult ModelStore::removeObject(QorIdentifier id) {
     for (const Adjacency::Direction direction : {Adjacency::Outgoing, Adjacency::Incoming})
         for (const QorRelationEnd& end : ends(direction, id)) relations.push_back(end.relation);
 
-    ModelRow& owner = editModel(object(id)->model);
+    const QorIdentifier modelId = object(id)->model;
+    const QorIdentifier cls = object(id)->cls;
     for (const QorIdentifier relationId : relations) {
         const RelationRow* const row = relation(relationId);
         if (row == nullptr) continue;  // a self-loop, met a second time
         _adjacency.noteRemoval(*row);
         forgetRelation(relationId);
-        owner.relations.noteRemoval(_store.things);
     }
-    ObjectsOfClass& bucket = bucketFor(owner, object(id)->cls);
     forgetObject(id);
-    owner.objects.noteRemoval(_store.things);
-    bucket.objects.noteRemoval(_store.things);
+    if (_store.journal.isOn()) return {id};
+    tidyLists(modelId, cls);
     sweepWhenHalfIsGone();
     return {id};
 }
@@ -168,53 +230,100 @@ QorBuildResult ModelStore::removeObject(QorIdentifier id) {
 // that is gone.
 QorBuildResult ModelStore::removeModel(QorIdentifier id) {
     if (model(id) == nullptr) return refused(QorBuildError::UnknownIdentifier);
-    const QorIdentifier library = _meta.libraryOf(modelTypeOf(id));
-    ModelRow row = std::move(editModel(id));
+    const QorIdentifier threadId = model(id)->thread;
+    const ModelRow& row = *model(id);
     row.relations.forEach(_store.things, [&](QorIdentifier relationId) { forgetRelation(relationId); });
     row.objects.forEach(_store.things, [&](QorIdentifier objectId) { forgetObject(objectId); });
-
-    ThreadRow& thread = _threads[_store.things.at(row.thread).index];
-    _store.names.remove(NameIndex::hashOf({row.thread, nameTag::kVersion}, text(row.version)), id);
-    _store.texts.release(row.version);
-    editModel(id).id = QorNoIdentifier;
-    _store.things.remove(id);
-    ++_gone.models;
-    _meta.editLibrary(library).models.noteRemoval(_store.things);
-    thread.versions.noteRemoval(_store.things);
-    if (thread.versions.empty()) forgetThread(row.thread);
-    sweepWhenHalfIsGone();
+    forgetModel(id);
+    if (thread(threadId)->versions.empty()) forgetThread(threadId);
+    if (!_store.journal.isOn()) sweepWhenHalfIsGone();
     return {id};
 }
 
-void ModelStore::forgetRelation(QorIdentifier id) noexcept {
+void ModelStore::noteAdded(QorThingKind kind, QorIdentifier id, QorIdentifier scope, std::size_t position) {
+    Step step;
+    step.thing = kind;
+    step.id = id;
+    step.scope = scope;
+    step.position = static_cast<std::uint32_t>(position);
+    _store.journal.note(step);
+}
+
+Step ModelStore::noteRemoved(QorIdentifier id, QorIdentifier scope, std::size_t position) {
+    const ThingPlace place = _store.things.at(id);
+    Step step;
+    step.kind = StepKind::Removed;
+    step.thing = place.kind;
+    step.id = id;
+    step.scope = scope;
+    step.row = place.index;
+    step.position = static_cast<std::uint32_t>(position);
+    _store.journal.note(step);
+    return step;
+}
+
+void ModelStore::gone(const Step& step) noexcept {
+    _store.things.remove(step.id);
+    if (!_store.journal.isOn()) bury(step);
+}
+
+void ModelStore::forgetRelation(QorIdentifier id) {
+    forgetRows(id);
+    const QorIdentifier modelId = modelOf(id);
     RelationRow& row = _tables.relations[_store.things.at(id).index];
-    forgetRows(id);
-    _values.clearAll(id, row.relationClass);
+    _values.clearAll(id, row.relationClass, modelId);
+    const Step step = noteRemoved(id, modelId);
     --_meta.editRelationClass(row.relationClass).instances;
+    editModel(modelId).relations.noteRemoval();
     row.id = QorNoIdentifier;
-    _store.things.remove(id);
     ++_gone.relations;
+    gone(step);
 }
 
-void ModelStore::forgetObject(QorIdentifier id) noexcept {
-    ObjectRow& row = editObject(id);
+void ModelStore::forgetObject(QorIdentifier id) {
     forgetRows(id);
-    _values.clearAll(id, row.cls);
-    --_meta.editClass(row.cls).instances;
+    ObjectRow& row = editObject(id);
+    _values.clearAll(id, row.cls, row.model);
+    const Step step = noteRemoved(id, row.model);
+    _meta.countInstance(row.cls, -1);
     _store.names.remove(NameIndex::hashOf({row.model, row.cls}, text(row.name)), id);
-    _store.texts.release(row.name);
+    ModelRow& owner = editModel(row.model);
+    owner.objects.noteRemoval();
+    bucketFor(owner, row.cls).objects.noteRemoval();
     row.id = QorNoIdentifier;
-    _store.things.remove(id);
     ++_gone.objects;
+    gone(step);
 }
 
-void ModelStore::forgetThread(QorIdentifier id) noexcept {
+void ModelStore::forgetModel(QorIdentifier id) {
+    ModelRow& row = editModel(id);
+    const QorIdentifier library = libraryOfThread(row.thread);
+    const Step step = noteRemoved(id, library);
+    _store.names.remove(NameIndex::hashOf({row.thread, nameTag::kVersion}, text(row.version)), id);
+    _threads[_store.things.at(row.thread).index].versions.noteRemoval();
+    _meta.editLibrary(library).models.noteRemoval();
+    row.id = QorNoIdentifier;
+    ++_gone.models;
+    gone(step);
+}
+
+void ModelStore::forgetThread(QorIdentifier id) {
     ThreadRow& row = _threads[_store.things.at(id).index];
+    const Step step = noteRemoved(id, libraryOfThread(id));
     _store.names.remove(NameIndex::hashOf({row.modelType, nameTag::kThread}, text(row.name)), id);
-    _store.texts.release(row.name);
-    row = {};
-    _store.things.remove(id);
+    row.id = QorNoIdentifier;
     ++_gone.threads;
+    gone(step);
+}
+
+QorIdentifier ModelStore::libraryOfThread(QorIdentifier id) const { return _meta.libraryOf(thread(id)->modelType); }
+
+void ModelStore::tidyLists(QorIdentifier modelId, QorIdentifier cls) noexcept {
+    if (model(modelId) == nullptr) return;
+    ModelRow& row = editModel(modelId);
+    row.objects.tidy(_store.things);
+    row.relations.tidy(_store.things);
+    if (cls != QorNoIdentifier) bucketFor(row, cls).objects.tidy(_store.things);
 }
 
 void ModelStore::reserve(std::size_t objects, std::size_t relations) {
@@ -222,10 +331,11 @@ void ModelStore::reserve(std::size_t objects, std::size_t relations) {
     makeRoomFor(_tables.relations, relations);
     _store.things.makeRoom(objects + relations);
     _store.names.makeRoom(objects);
+    _store.journal.makeRoom(objects + relations);
 }
 
 void ModelStore::layOut() {
-    if (_gone.objects + _gone.relations > 0) sweep();
+    if (_gone.objects + _gone.relations > 0 && !_store.journal.isOn()) sweep();
     _adjacency.foldIn();
 }
 

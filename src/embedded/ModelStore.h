@@ -13,6 +13,7 @@
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/Store.h"
 #include "embedded/Values.h"
+#include "embedded/store/StoredRow.h"
 
 namespace qor::embedded {
 
@@ -26,16 +27,39 @@ public:
     QorBuildResult addObject(QorIdentifier model, QorIdentifier cls, std::string_view name);
     QorBuildResult addRelation(QorIdentifier relationClass, QorIdentifier from, QorIdentifier to);
     QorBuildResult renameObject(QorIdentifier object, std::string_view name);
+    // All versions of the model.
+    QorBuildResult renameThread(QorIdentifier thread, std::string_view name);
+    // The thread must exist; whether the group may hold it is not asked here.
+    void moveThread(QorIdentifier thread, QorIdentifier group);
+    [[nodiscard]] bool hasThreadsIn(QorIdentifier group) const;
     // Makes the relation leave (reach) another object of the same model.
     QorBuildResult moveEnd(QorIdentifier relation, Adjacency::Direction direction, QorIdentifier object);
     // With its relations.
     QorBuildResult removeObject(QorIdentifier object);
     QorBuildResult removeModel(QorIdentifier model);
 
+    // How many rows may lie within one another.
+    static constexpr std::size_t kDeepestRows = 16;
     // A row of a record attribute that the owner has. `position` counts from 0, -1 means the end.
     QorBuildResult addRow(QorIdentifier owner, const AttributeRow& attribute, long position);
     QorBuildResult removeRow(QorIdentifier row);
     [[nodiscard]] std::span<const QorIdentifier> rows(QorIdentifier owner, QorIdentifier attribute) const;
+    // The rows of a file come by identifier: puts them in the order of their positions.
+    void orderRows(std::vector<StoredRow>& rows);
+
+    // Takes back a step of the journal that concerns models, as the last one that was taken. What is read next lays the
+    // relations out anew.
+    void takeBack(const Step& step) noexcept;
+    // Gives up what a step kept for the way back; `tidy` goes over all steps after that.
+    void bury(const Step& step) noexcept;
+    void tidy(const std::vector<Step>& steps) noexcept;
+
+    // Takes in a row of a repository file, in the order of identifiers. False when it refers to what is not there.
+    [[nodiscard]] bool adopt(const StoredRow& row);
+    // The row that stands for a thing in a repository file; `row` is its place in its table. For a record row, the
+    // position among its owner's is to be given.
+    [[nodiscard]] StoredRow stored(QorThingKind kind, QorIdentifier id, std::size_t row,
+                                   std::size_t position = 0) const;
 
     void reserve(std::size_t objects, std::size_t relations);
     void layOut();
@@ -83,11 +107,28 @@ private:
     [[nodiscard]] QorBuildError checkEnds(const RelationClassRow& relationClass, QorIdentifier from,
                                           QorIdentifier to) const;
     ObjectsOfClass& bucketFor(ModelRow& model, QorIdentifier cls);
-    void forgetRelation(QorIdentifier relation) noexcept;
-    void forgetObject(QorIdentifier object) noexcept;
-    void forgetRows(QorIdentifier owner) noexcept;
-    void forgetRow(QorIdentifier row) noexcept;
-    void forgetThread(QorIdentifier thread) noexcept;
+    void noteAdded(QorThingKind kind, QorIdentifier id, QorIdentifier scope, std::size_t position = 0);
+    // Notes the removal of a thing; what it kept is given up by `gone`, now or at the commit.
+    [[nodiscard]] Step noteRemoved(QorIdentifier id, QorIdentifier scope, std::size_t position = 0);
+    void gone(const Step& step) noexcept;
+    void forgetRelation(QorIdentifier relation);
+    void forgetObject(QorIdentifier object);
+    void forgetModel(QorIdentifier model);
+    void forgetRows(QorIdentifier owner);
+    void forgetRow(QorIdentifier row, std::size_t position);
+    void forgetThread(QorIdentifier thread);
+    void tidyLists(QorIdentifier model, QorIdentifier cls) noexcept;
+    void takeBackAdded(const Step& step) noexcept;
+    void takeBackRemoved(const Step& step) noexcept;
+    void noteChange(StepKind kind, QorIdentifier id, QorIdentifier scope, TextRef text, QorIdentifier other);
+    [[nodiscard]] NameScope nameScopeOf(QorIdentifier objectOrThread) const;
+    [[nodiscard]] TextRef& nameIn(QorIdentifier objectOrThread);
+    // The name must be free.
+    QorBuildResult rename(QorIdentifier objectOrThread, QorIdentifier scope, std::string_view name);
+    void takeBackName(const Step& step) noexcept;
+    void takeBackEnd(const Step& step) noexcept;
+    [[nodiscard]] QorIdentifier libraryOfThread(QorIdentifier thread) const;
+    [[nodiscard]] std::size_t depthOf(QorIdentifier rowOwner) const;
     void sweepWhenHalfIsGone() noexcept;
     void sweep() noexcept;
 

@@ -3,8 +3,10 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "embedded/Announcements.h"
 #include "embedded/LibrarySession.h"
 #include "embedded/Repository.h"
+#include "embedded/UnitsOfWork.h"
 #include "embedded/Users.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorEvent.h"
@@ -14,11 +16,12 @@ namespace qor::embedded {
 // The repository as the contracts show it: narrows identifiers, sets outputs, turns failures into codes, raises events.
 class ModelingManager final : public QorCoreModelingManager, public QorCoreBulkView {
 public:
-    ModelingManager(Repository& repository, LibrarySession& session, const Users& users)
-        : _repository(repository), _session(session), _users(users) {}
+    ModelingManager(Repository& repository, LibrarySession& session, const Users& users, Announcements& announcements)
+        : _repository(repository), _session(session), _users(users), _announcements(announcements) {}
     ~ModelingManager() override;
 
     QorCoreBulkView* bulkView() override { return this; }
+    QorCoreUnitsOfWork* unitsOfWork() override { return &_units; }
     QorModelTypeAttrHandler* modelTypeHandler() override { return _session.modelTypes.get(); }
     QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>& outgoing,
                             std::span<const QorRelationEnd>& incoming) override;
@@ -121,6 +124,8 @@ private:
     Repository& _repository;
     LibrarySession& _session;
     const Users& _users;
+    Announcements& _announcements;
+    UnitsOfWork _units{_repository, _announcements};
 };
 
 }  // namespace qor::embedded

@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/QorEmbeddedPlatform.h"
 
+#include "embedded/Announcements.h"
 #include "embedded/Builder.h"
 #include "embedded/ConsoleWindows.h"
 #include "embedded/Editing.h"
 #include "embedded/LibrarySession.h"
+#include "embedded/ModelGroupService.h"
 #include "embedded/ModelingManager.h"
 #include "embedded/Reader.h"
 #include "embedded/RecordingWindows.h"
 #include "embedded/Repository.h"
 #include "embedded/Settings.h"
 #include "embedded/Users.h"
+#include "embedded/store/SqliteStore.h"
 #include "platform/QorGuard.h"
 
 using namespace qor::embedded;
@@ -21,6 +24,7 @@ struct QorEmbeddedPlatform::Impl {
         host.repository = &manager;
         host.coreVars = &coreVars;
         host.users = &users;
+        host.modelGroups = &modelGroups;
         host.attributeProfiles = &attributeProfiles;
         host.editing = &editing;
         host.graphics = &patterns;
@@ -31,12 +35,14 @@ struct QorEmbeddedPlatform::Impl {
     Repository repository;
     LibrarySession session;
     Users users;
-    ModelingManager manager{repository, session, users};
-    Builder builder{repository, session};
+    Announcements announcements;
+    ModelingManager manager{repository, session, users, announcements};
+    Builder builder{repository, session, announcements};
     Reader reader{repository};
-    CoreVars coreVars{session};
+    CoreVars coreVars{repository, session};
     AttributeProfiles attributeProfiles{repository};
-    Editing editing{repository, manager};
+    Editing editing{repository, manager, announcements};
+    ModelGroupService modelGroups{repository};
     ClassPatterns patterns{repository, session};
     MessageTexts texts;
     RecordingWindows recording;
@@ -57,3 +63,71 @@ void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
 const QorShownWindows& QorEmbeddedPlatform::shown() const { return _impl->recording.shown(); }
 void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }
+
+namespace {
+
+// Runs an operation on files; what it throws is a lack of memory.
+template <class Operation>
+QorRepositoryResult onFile(Operation operation) {
+    try {
+        return operation();
+    } catch (const std::exception&) {
+        return {QorRepositoryStatus::NoMemory, {}, {}};
+    }
+}
+
+}  // namespace
+
+QorRepositoryResult QorEmbeddedPlatform::openRepository(const std::string& path, QorRepositoryAccess access) {
+    return onFile([&] {
+        if (hasRepository() || !_impl->repository.isEmpty()) return failure(QorRepositoryStatus::AlreadyOpen);
+        QorRepositoryResult result;
+        auto file = SqliteStore::open(path, access, result);
+        return file == nullptr ? result : _impl->repository.attach(std::move(file));
+    });
+}
+
+QorRepositoryResult QorEmbeddedPlatform::createRepository(const std::string& path) {
+    return onFile([&] {
+        if (hasRepository() || !_impl->repository.isEmpty()) return failure(QorRepositoryStatus::AlreadyOpen);
+        QorRepositoryResult result;
+        auto file = SqliteStore::create(path, result);
+        return file == nullptr ? result : _impl->repository.attach(std::move(file));
+    });
+}
+
+QorRepositoryResult QorEmbeddedPlatform::closeRepository() {
+    return onFile([&] {
+        if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
+        if (_impl->session.library != QorNoIdentifier)
+            return failure(QorRepositoryStatus::AlreadyOpen, "a library of it is loaded");
+        _impl->repository.detach();
+        return QorRepositoryResult{};
+    });
+}
+
+bool QorEmbeddedPlatform::hasRepository() const { return _impl->repository.file() != nullptr; }
+
+bool QorEmbeddedPlatform::isRepositoryReadOnly() const {
+    return hasRepository() && _impl->repository.file()->isReadOnly();
+}
+
+std::int64_t QorEmbeddedPlatform::repositoryGeneration() const {
+    return hasRepository() ? _impl->repository.file()->generation() : 0;
+}
+
+QorRepositoryResult QorEmbeddedPlatform::verifyRepository() {
+    return onFile([&] {
+        if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
+        return Repository::verify(*_impl->repository.file());
+    });
+}
+
+QorRepositoryResult QorEmbeddedPlatform::backUpRepository(const std::string& target) {
+    return onFile([&] {
+        if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
+        return _impl->repository.file()->backUp(target);
+    });
+}
+
+const QorRepositoryResult& QorEmbeddedPlatform::lastProblem() const { return _impl->repository.lastProblem(); }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "embedded/QorRepositoryBuilder.h"
+#include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
 #include "embedded/QorShownWindows.h"
 #include "platform/QorExport.h"
@@ -38,6 +39,31 @@ public:
 
     /// Bytes that the repository holds in memory, without small change. For measuring.
     [[nodiscard]] std::size_t repositoryBytes() const;
+
+    // ---- Repository files ----
+
+    /// Opens a repository file; everything in it is then answered from memory, and every change is in the file before
+    /// the operation that makes it returns. The platform must be empty (AlreadyOpen). A file that must not be written
+    /// is opened for reading. Damaged: what is sound has been opened, for reading only, and `findings` names the rest.
+    /// After any other failure the platform is as it was. O(content).
+    QorRepositoryResult openRepository(const std::string& path,
+                                       QorRepositoryAccess access = QorRepositoryAccess::ReadWrite);
+    /// Makes a repository file, which must not exist, and opens it.
+    QorRepositoryResult createRepository(const std::string& path);
+    /// Takes back the unit of work that is open, closes the file and empties the platform. The library that is loaded
+    /// must have been discarded before (AlreadyOpen). Done anyway, but quietly, when the platform ends.
+    QorRepositoryResult closeRepository();
+
+    [[nodiscard]] bool hasRepository() const;
+    [[nodiscard]] bool isRepositoryReadOnly() const;
+    /// How often something was written to the file since it was made; 0 without a file.
+    [[nodiscard]] std::int64_t repositoryGeneration() const;
+    /// Compares everything in the file with its hashes, and checks the file's pages. O(content).
+    QorRepositoryResult verifyRepository();
+    /// Copies the file as of the last commit, also while it is in use. `target` is replaced when the copy is complete.
+    QorRepositoryResult backUpRepository(const std::string& target);
+    /// Why an operation last gave QorRepositoryCode::NotStored or QorBuildError::NotStored.
+    [[nodiscard]] const QorRepositoryResult& lastProblem() const;
 
 private:
     struct Impl;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/Repository.h"
 
+#include <new>
+#include <string>
+
 #include "platform/QorAttributeIds.h"
 
 namespace qor::embedded {
@@ -19,92 +22,142 @@ QorBuildResult outcome(QorIdentifier id, QorBuildError error) {
 
 }  // namespace
 
-bool Repository::isInstance(QorIdentifier id) const { return _models.classOfInstance(id) != QorNoIdentifier; }
+bool Repository::isInstance(QorIdentifier id) const { return models().classOfInstance(id) != QorNoIdentifier; }
 
 std::string_view Repository::nameOf(QorIdentifier id) const {
-    const std::string_view name = _models.nameOf(id);
-    return name.empty() ? _meta.nameOf(id) : name;
+    if (const GroupRow* group = groups().group(id)) return text(group->name);
+    const std::string_view name = models().nameOf(id);
+    return name.empty() ? meta().nameOf(id) : name;
 }
 
 QorIdentifier Repository::applicationLibraryOf(QorIdentifier id) const {
     switch (kindOf(id)) {
         case QorThingKind::ModelThread:
         case QorThingKind::Model:
-            return _meta.libraryOf(_models.modelTypeOf(id));
+            return meta().libraryOf(models().modelTypeOf(id));
         case QorThingKind::Object:
         case QorThingKind::Relation:
         case QorThingKind::RecordRow:
-            return _meta.libraryOf(_models.classOfInstance(id));
+            return meta().libraryOf(models().classOfInstance(id));
+        case QorThingKind::ModelGroup:
+            return groups().group(id)->library;
         default:
-            return _meta.libraryOf(id);
+            return meta().libraryOf(id);
     }
 }
 
 QorBuildResult Repository::removeApplicationLibrary(QorIdentifier id) {
-    const LibraryRow* const library = _meta.library(id);
+    const LibraryRow* const library = meta().library(id);
     if (library == nullptr) return refused(QorBuildError::UnknownIdentifier);
     if (!library->models.empty()) return refused(QorBuildError::HasInstances);
     for (const QorIdentifier partId : library->parts) {
-        const PartRow& part = *_meta.part(partId);
-        for (const QorIdentifier cls : part.classes) _values.clearAll(cls, cls);
-        for (const QorIdentifier relationClass : part.relationClasses) _values.clearAll(relationClass, relationClass);
-        _values.clearAll(partId, partId);
+        const PartRow& part = *meta().part(partId);
+        for (const QorIdentifier cls : part.classes) _content->values.clearAll(cls, cls, cls);
+        for (const QorIdentifier relationClass : part.relationClasses)
+            _content->values.clearAll(relationClass, relationClass, relationClass);
+        _content->values.clearAll(partId, partId, id);
     }
-    _values.clearAll(id, id);
-    _meta.removeApplicationLibrary(id);
+    _content->values.clearAll(id, id, id);
+    groups().removeAllOf(id);
+    meta().removeApplicationLibrary(id);
     return {id};
 }
 
 QorBuildResult Repository::setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text) {
-    if (_meta.anyClass(cls) == nullptr && _meta.relationClass(cls) == nullptr)
+    if (meta().anyClass(cls) == nullptr && meta().relationClass(cls) == nullptr)
         return refused(QorBuildError::UnknownIdentifier);
-    if (_meta.attribute(attribute) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (meta().attribute(attribute) == nullptr) return refused(QorBuildError::UnknownIdentifier);
     const AttributeRow* const row = attributeOf(cls, attribute);
     if (row == nullptr || isName(attribute)) return refused(QorBuildError::AttributeDoesNotBelong);
-    return outcome(cls, _values.set(cls, *row, text));
+    return outcome(cls, _content->values.set(cls, *row, text, cls));
 }
 
 QorBuildResult Repository::setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text) {
-    if (_meta.library(library) == nullptr && _meta.part(library) == nullptr)
+    if (meta().library(library) == nullptr && meta().part(library) == nullptr)
         return refused(QorBuildError::UnknownIdentifier);
-    if (_meta.attribute(attribute) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (meta().attribute(attribute) == nullptr) return refused(QorBuildError::UnknownIdentifier);
     const AttributeRow* const row = attributeOf(library, attribute);
     if (row == nullptr || isName(attribute)) return refused(QorBuildError::AttributeDoesNotBelong);
-    return outcome(library, _values.set(library, *row, text));
+    return outcome(library, _content->values.set(library, *row, text, meta().libraryOf(library)));
 }
 
 QorBuildResult Repository::setInstanceValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) {
-    if (!isInstance(instance) || _meta.attribute(attribute) == nullptr)
+    if (!isInstance(instance) || meta().attribute(attribute) == nullptr)
         return refused(QorBuildError::UnknownIdentifier);
     const AttributeRow* const row = attributeOf(instance, attribute);
     if (row == nullptr) return refused(QorBuildError::AttributeDoesNotBelong);
-    if (attribute == QorAttributeId::Name) return _models.renameObject(instance, text);
-    return outcome(instance, _values.set(instance, *row, text));
+    if (attribute == QorAttributeId::Name) return models().renameObject(instance, text);
+    return outcome(instance, _content->values.set(instance, *row, text, models().modelOf(instance)));
+}
+
+QorBuildResult Repository::setUnmovedRelationClass(QorIdentifier part, std::string_view name) {
+    if (meta().part(part) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (!name.empty() && meta().findRelationClass(part, name) == QorNoIdentifier)
+        return refused(QorBuildError::UnknownIdentifier);
+    return setLibraryValue(part, kUnmovedRelationClass, name);
+}
+
+QorBuildResult Repository::pasteObject(QorIdentifier modelId, QorIdentifier source, std::string_view name) {
+    const ObjectRow* const row = models().object(source);
+    if (row == nullptr || models().model(modelId) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (applicationLibraryOf(modelId) != applicationLibraryOf(source)) return refused(QorBuildError::ForeignLibrary);
+    const QorBuildResult made = models().addObject(modelId, row->cls, name);
+    if (!made.ok()) return made;
+    copyValues(source, made.id);
+    const std::string sourceName(nameOf(source));
+    return outcome(made.id, _content->values.set(made.id, *meta().attribute(kPastedFrom), sourceName, modelId));
+}
+
+// The instances are of one class.
+void Repository::copyValues(QorIdentifier from, QorIdentifier to) {
+    const QorIdentifier cls = models().classOfInstance(from);
+    std::vector<QorIdentifier> attributes = meta().attributesInLine(cls);
+    for (const FixedAttribute& fixed : fixedAttributes())
+        if (!isName(fixed.id) && attributeOf(from, fixed.id) != nullptr) attributes.push_back(fixed.id);
+    for (const QorIdentifier id : attributes) {
+        const AttributeRow& attribute = *meta().attribute(id);
+        // What is a view into the repository may not hold while it grows.
+        if (attribute.type == QorCoreAttributeType::Record) {
+            const auto rows = models().rows(from, id);
+            const std::vector<QorIdentifier> sources(rows.begin(), rows.end());
+            for (const QorIdentifier row : sources) {
+                const QorBuildResult made = models().addRow(to, attribute, -1);
+                if (!made.ok()) throw std::bad_alloc();
+                copyValues(row, made.id);
+            }
+        } else if (const auto value = _content->values.own(from, id);
+                   value && attribute.level == QorAttributeLevel::Instance) {
+            // What the source took is refused only where memory for looking at it runs out.
+            if (_content->values.set(to, attribute, std::string(*value), models().modelOf(to)) != QorBuildError::None)
+                throw std::bad_alloc();
+        }
+    }
 }
 
 const AttributeRow* Repository::attributeOf(QorIdentifier thing, QorIdentifier attribute) const {
-    const AttributeRow* const row = _meta.attribute(attribute);
+    const AttributeRow* const row = meta().attribute(attribute);
     if (row == nullptr) return nullptr;
     switch (kindOf(thing)) {
         case QorThingKind::Object:
         case QorThingKind::Relation:
         case QorThingKind::RecordRow:
-            return row->level == QorAttributeLevel::Instance && _meta.hasAttribute(_models.classOfInstance(thing), *row)
+            return row->level == QorAttributeLevel::Instance &&
+                           meta().hasAttribute(models().classOfInstance(thing), *row)
                        ? row
                        : nullptr;
         case QorThingKind::Model:
         case QorThingKind::ApplicationLibrary:
         case QorThingKind::LibraryPart:
-            return attribute == QorAttributeId::Name || _meta.hasAttribute(thing, *row) ? row : nullptr;
+            return attribute == QorAttributeId::Name || meta().hasAttribute(thing, *row) ? row : nullptr;
         // A class can have a value of its own also of its instances' attributes. Their names are not among them.
         default:
-            return attribute != QorAttributeId::Name && _meta.hasAttribute(thing, *row) ? row : nullptr;
+            return attribute != QorAttributeId::Name && meta().hasAttribute(thing, *row) ? row : nullptr;
     }
 }
 
 std::optional<std::string_view> Repository::ownValue(QorIdentifier thing, const AttributeRow& attribute) const {
     if (isName(attribute.id)) return nameOf(thing);
-    return _values.own(thing, attribute.id);
+    return _content->values.own(thing, attribute.id);
 }
 
 std::optional<std::string_view> Repository::value(QorIdentifier thing, const AttributeRow& attribute,
@@ -115,8 +168,8 @@ std::optional<std::string_view> Repository::value(QorIdentifier thing, const Att
 }
 
 std::size_t Repository::bytes() const {
-    return _store.things.bytes() + _store.texts.bytes() + _store.names.bytes() + _store.values.bytes() +
-           _models.bytes();
+    return _content->store.things.bytes() + _content->store.texts.bytes() + _content->store.names.bytes() +
+           _content->store.values.bytes() + models().bytes();
 }
 
 }  // namespace qor::embedded

@@ -1,30 +1,74 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "embedded/MetaModel.h"
+#include "embedded/ModelGroups.h"
 #include "embedded/ModelStore.h"
 #include "embedded/Store.h"
 #include "embedded/Values.h"
+#include "embedded/store/RepositoryStore.h"
 
 namespace qor::embedded {
 
-// Everything that the embedded platform knows about method libraries and models, and what concerns both.
+// Everything that the embedded platform knows about method libraries and models, and what concerns both. It answers
+// from memory; with a file behind it, every change is written there before it is done.
 class Repository {
 public:
     Repository() = default;
     Repository(const Repository&) = delete;
     Repository& operator=(const Repository&) = delete;
 
-    [[nodiscard]] MetaModel& meta() { return _meta; }
-    [[nodiscard]] const MetaModel& meta() const { return _meta; }
-    [[nodiscard]] ModelStore& models() { return _models; }
-    [[nodiscard]] const ModelStore& models() const { return _models; }
-    [[nodiscard]] const ThingTable& things() const { return _store.things; }
+    [[nodiscard]] MetaModel& meta() { return _content->meta; }
+    [[nodiscard]] const MetaModel& meta() const { return _content->meta; }
+    [[nodiscard]] ModelStore& models() { return _content->models; }
+    [[nodiscard]] const ModelStore& models() const { return _content->models; }
+    [[nodiscard]] ModelGroups& groups() { return _content->groups; }
+    [[nodiscard]] const ModelGroups& groups() const { return _content->groups; }
+    [[nodiscard]] const ThingTable& things() const { return _content->store.things; }
 
-    [[nodiscard]] QorThingKind kindOf(QorIdentifier id) const { return _store.things.kindOf(id); }
-    [[nodiscard]] std::string_view text(TextRef ref) const { return _store.texts.view(ref); }
+    // Runs an operation that changes something, in one step that itself changes all or nothing, or in many. With a
+    // file, what it did is written as one transaction, or with the unit of work that is open. What fails, to be done or
+    // to be written, has changed nothing.
+    template <class Operation>
+    QorBuildResult change(Operation operation, bool ofManySteps = false) {
+        if (!mayChange()) return refused(QorBuildError::NotStored);
+        Change change(*this, ofManySteps);
+        const QorBuildResult result = operation();
+        if (!result.ok() || change.keep()) return result;
+        return refused(QorBuildError::NotStored);
+    }
+
+    // A unit of work keeps all changes together until it is committed.
+    [[nodiscard]] bool isUnitOpen() const { return _isUnitOpen; }
+    [[nodiscard]] bool beginUnit();
+    [[nodiscard]] bool commitUnit();
+    void rollBackUnit() noexcept;
+    // What of the unit others may have asked for and kept.
+    struct Touched {
+        bool models = false;                    // that came, went, or got another name or group
+        std::vector<QorIdentifier> references;  // models whose references changed, ascending
+    };
+    [[nodiscard]] Touched touchedByUnit() const;
+
+    // ---- The file behind it ----
+
+    [[nodiscard]] RepositoryStore* file() const { return _file.get(); }
+    [[nodiscard]] bool isEmpty() const;
+    // Takes everything from the file into an empty repository. A damaged file can be read as far as it is sound.
+    QorRepositoryResult attach(std::unique_ptr<RepositoryStore> file);
+    // Lets go of the file and of all content. A unit that is open is taken back.
+    void detach();
+    // What the last failure to write came from.
+    [[nodiscard]] const QorRepositoryResult& lastProblem() const { return _lastProblem; }
+    // Reads all of a file as `attach` does, and forgets it again.
+    [[nodiscard]] static QorRepositoryResult verify(RepositoryStore& file);
+
+    [[nodiscard]] QorThingKind kindOf(QorIdentifier id) const { return things().kindOf(id); }
+    [[nodiscard]] std::string_view text(TextRef ref) const { return _content->store.texts.view(ref); }
     [[nodiscard]] std::string_view nameOf(QorIdentifier id) const;
     [[nodiscard]] QorIdentifier applicationLibraryOf(QorIdentifier id) const;
 
@@ -35,6 +79,10 @@ public:
     QorBuildResult setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text);
     // Of an object, relation or record row; setting an object's name renames it.
     QorBuildResult setInstanceValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text);
+    // The empty name takes it away.
+    QorBuildResult setUnmovedRelationClass(QorIdentifier part, std::string_view name);
+    // A copy with values and record rows, without relations, that remembers the name of its source.
+    QorBuildResult pasteObject(QorIdentifier model, QorIdentifier source, std::string_view name);
 
     // The attribute as one that the instance, class or library can have a value of; null when it cannot.
     [[nodiscard]] const AttributeRow* attributeOf(QorIdentifier thing, QorIdentifier attribute) const;
@@ -48,12 +96,50 @@ public:
     [[nodiscard]] std::size_t bytes() const;
 
 private:
-    [[nodiscard]] bool isInstance(QorIdentifier id) const;
+    struct Content {
+        Store store;
+        MetaModel meta{store};
+        Values values{store, meta};
+        ModelStore models{store, meta, values};
+        ModelGroups groups{store, meta, models};
+    };
 
-    Store _store;
-    MetaModel _meta{_store};
-    Values _values{_store, _meta};
-    ModelStore _models{_store, _meta, _values};
+    // Taken back at its end unless it was kept.
+    class Change {
+    public:
+        Change(Repository& repository, bool ofManySteps);
+        Change(const Change&) = delete;
+        Change& operator=(const Change&) = delete;
+        ~Change();
+        // False when it could not be written.
+        [[nodiscard]] bool keep();
+
+    private:
+        Repository& _repository;
+        bool _standsAlone;  // written at once, if there is a file
+        bool _isKept = false;
+        std::size_t _from;
+    };
+
+    class Loading;
+
+    [[nodiscard]] Journal& journal() { return _content->store.journal; }
+    [[nodiscard]] const Journal& journal() const { return _content->store.journal; }
+    void copyValues(QorIdentifier from, QorIdentifier to);
+    [[nodiscard]] bool mayChange();
+    [[nodiscard]] bool isInstance(QorIdentifier id) const;
+    [[nodiscard]] bool writeBehind();
+    void writeThings();
+    void writeThing(const Step& step);
+    void writeRecordRows();
+    void writeValues();
+    void takeBackTo(std::size_t steps) noexcept;
+    void buryAll() noexcept;
+
+    std::unique_ptr<Content> _content = std::make_unique<Content>();
+    std::unique_ptr<RepositoryStore> _file;
+    QorRepositoryResult _lastProblem;
+    bool _isUnitOpen = false;
 };
 
 }  // namespace qor::embedded

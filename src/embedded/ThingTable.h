@@ -63,6 +63,10 @@ public:
     void place(QorIdentifier id, QorThingKind kind, std::size_t index) noexcept {
         _entries[static_cast<std::size_t>(id)] = packed(kind, index);
     }
+    // The identifier that is handed out next.
+    [[nodiscard]] QorIdentifier next() const { return static_cast<QorIdentifier>(_entries.size()); }
+    // Goes on from `next`, which lies further; what is between stays free, to be placed.
+    void skipTo(QorIdentifier next) { _entries.resize(static_cast<std::size_t>(next), 0); }
     void remove(QorIdentifier id) noexcept { _entries[static_cast<std::size_t>(id)] = 0; }
 
     [[nodiscard]] std::size_t bytes() const { return _entries.capacity() * sizeof(std::uint32_t); }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "interchange/Building.h"
@@ -26,7 +27,16 @@ public:
     void read(NodeId root, QorIdentifier& library);
 
 private:
-    enum PartKey { kPartName, kPartTexts, kRecordClasses, kClasses, kRelationClasses, kModelTypes, kPartKeyCount };
+    enum PartKey {
+        kPartName,
+        kPartTexts,
+        kRecordClasses,
+        kClasses,
+        kRelationClasses,
+        kUnmoved,
+        kModelTypes,
+        kPartKeyCount
+    };
     enum ClassKey { kClassName, kExtends, kAbstract, kAttributes, kValues, kFirstClassText };
     static constexpr std::size_t kClassKeyCount = kFirstClassText + kClassTexts.size();
 
@@ -50,8 +60,8 @@ private:
     };
     /// Every look at a class's attributes goes through those above it.
     static constexpr std::uint16_t kMostClassesAbove = 256;
-    /// An attribute must not be there already in any class below its own: what may have to be looked at, in all.
-    static constexpr std::uint64_t kMostAttributesTimesSubclasses = 5000000;
+    /// Every class above an attribute's own remembers its name: what may have to be remembered, in all.
+    static constexpr std::uint64_t kMostAttributesTimesClassesAbove = 1000000;
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
@@ -67,6 +77,7 @@ private:
     bool makeAttribute(QorIdentifier owner, NodeId node, std::size_t part);
     void makeRelationClasses(std::size_t part);
     void makeRelationClass(std::size_t part, NodeId node);
+    void setUnmovedRelationClass(const Part& part);
     void setClassValues(const Class& cls);
     void setValues(QorIdentifier owner, NodeId values, bool doubtful);
     void setTexts(QorIdentifier library, NodeId texts);
@@ -83,9 +94,9 @@ private:
     QorIdentifier _library = QorNoIdentifier;
     std::array<Part, kParts.size()> _parts{};
     std::vector<Class> _classes;
-    std::vector<std::uint32_t> _makingOrder;  // no class before the one that it extends
     std::vector<std::string_view> _classNames;
-    std::unordered_set<std::string_view> _failedAttributes;  // names
+    std::unordered_set<std::string_view> _failedAttributes;             // names
+    std::vector<std::pair<QorIdentifier, NodeId>> _defaultExpressions;  // whose attribute, and the default
     unsigned _spareNames = 0;
 };
 

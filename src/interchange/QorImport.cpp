@@ -92,7 +92,7 @@ struct QorImporter::Impl {
         }
         result.models = findings.models();
         if (findings.hasErrors())
-            takeBack(result);
+            takeBack(result, findings.groups());
         else
             result.processes = findings.processes();
         result.diagnostics = findings.takeDiagnostics();
@@ -179,11 +179,12 @@ struct QorImporter::Impl {
         return (std::filesystem::path(file).parent_path() / path).string();
     }
 
-    void takeBack(QorImportResult& result) {
+    void takeBack(QorImportResult& result, const std::vector<QorIdentifier>& groups) {
         // From the last: what was made last may stand on what was made before.
         for (auto model = result.models.rbegin(); model != result.models.rend(); ++model)
             (void)builder.removeModel(*model);  // it was made a moment ago
         result.models.clear();
+        for (auto group = groups.rbegin(); group != groups.rend(); ++group) (void)builder.removeModelGroup(*group);
         if (result.library != QorNoIdentifier) (void)builder.removeApplicationLibrary(result.library);
         result.library = QorNoIdentifier;
         places.forgetFile();

@@ -77,7 +77,8 @@ public:
     virtual QorErrorCode getModelClass(long model, long& cls);
     /// The class of an object; NotFound when the identifier is no object.
     virtual QorErrorCode GetClassOfInstance(long object, long& cls);
-    /// NotFound when the model has no object of that class (subclasses not counted) and name.
+    /// NotFound when the model has no object of that class (subclasses not counted) and name, so that the name is free;
+    /// OutOfRange when model or class is none.
     virtual QorErrorCode getInstanceIDFromInstanceName(long model, long cls, const char* name, long& object);
     /// Makes an object, without values of its own. NotFound when model or class is none; ValueRefused when the name is
     /// empty, longer than 65535 bytes, or taken among the class's objects of the model; OutOfRange when the class is

@@ -30,7 +30,8 @@ public:
     virtual QorErrorCode saveInterReferences(long model, long object, long attribute,
                                              const QorInterReferences& references, bool raiseEvent);
 
-    /// The result of an expression attribute, as text. NoValue when it has none.
+    /// The result of an expression attribute, as text. NoValue when it holds no expression; NotComputable when the one
+    /// that it holds cannot be worked out.
     virtual QorErrorCode expressionResult(long model, long object, long attribute, SV::String& result);
 
     /// Name of the object that a pasted object is a copy of. NotFound when the object was not pasted.

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "platform/QorAttributeIds.h"
-#include "support/Workshop.h"
+#include "support/OnStores.h"
 
 namespace {
 
@@ -13,8 +13,9 @@ using Error = QorBuildError;
 using Type = QorCoreAttributeType;
 
 // A library with one of everything, and a second library beside it.
-struct Stocked : Workshop {
-    Stocked() {
+struct Builder : OnStores {
+    void SetUp() override {
+        OnStores::SetUp();
         node = abstractClass("Node");
         task = cls("Task", "Node");
         special = cls("Special", "Task");
@@ -38,17 +39,18 @@ struct Stocked : Workshop {
     }
     QorIdentifier node, task, special, role, table, then, performs, effort, cost, process, tasksOnly;
     QorIdentifier first, second, third, a, b, r, foreign, foreignPart, foreignClass;
+    Builder& w = *this;
 };
 
 struct Refusal {
     const char* what;
     Error error;
-    std::function<QorBuildResult(Stocked&, QorRepositoryBuilder&)> attempt;
+    std::function<QorBuildResult(Builder&, QorRepositoryBuilder&)> attempt;
 };
 
-QorBuildResult attributeOf(QorRepositoryBuilder& builder, QorIdentifier owner, const char* name, Type type,
-                           const char* defaultText = "", std::vector<std::string_view> values = {},
-                           QorIdentifier target = QorNoIdentifier) {
+QorBuildResult newAttribute(QorRepositoryBuilder& builder, QorIdentifier owner, const char* name, Type type,
+                            const char* defaultText = "", std::vector<std::string_view> values = {},
+                            QorIdentifier target = QorNoIdentifier) {
     QorAttributeSpec spec;
     spec.name = name;
     spec.type = type;
@@ -63,61 +65,60 @@ constexpr QorIdentifier kNobody = 900000;
 
 // clang-format off
 const Refusal kRefusals[] = {
-    {"library without a name", Error::EmptyName, [](Stocked&, auto& b) { return b.addApplicationLibrary("", "", ""); }},
-    {"library of a name that is taken", Error::DuplicateName, [](Stocked&, auto& b) { return b.addApplicationLibrary("Works", "", ""); }},
-    {"class in an application library", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addClass(w.library, "X", -1, false); }},
-    {"class with a zero byte", Error::NameRefused, [](Stocked& w, auto& b) { return b.addClass(w.processes, {"a\0b", 3}, -1, false); }},
-    {"class with too long a name", Error::NameRefused, [](Stocked& w, auto& b) { return b.addClass(w.processes, kLongName, -1, false); }},
-    {"class of a name that is taken", Error::DuplicateName, [](Stocked& w, auto& b) { return b.addClass(w.processes, "Task", -1, false); }},
-    {"class of a record class's name", Error::DuplicateName, [](Stocked& w, auto& b) { return b.addClass(w.processes, "Table", -1, false); }},
-    {"class below a record class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addClass(w.processes, "X", w.table, false); }},
-    {"class below another library's", Error::ForeignLibrary, [](Stocked& w, auto& b) { return b.addClass(w.processes, "X", w.foreignClass, false); }},
-    {"relation class from a record class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addRelationClass(w.processes, "x", w.table, w.task); }},
-    {"relation class to another library", Error::ForeignLibrary, [](Stocked& w, auto& b) { return b.addRelationClass(w.processes, "x", w.task, w.foreignClass); }},
-    {"relation class of a name that is taken", Error::DuplicateName, [](Stocked& w, auto& b) { return b.addRelationClass(w.processes, "then", w.task, w.task); }},
-    {"attribute of a model type", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return attributeOf(b, w.process, "X", Type::Text); }},
-    {"attribute that an ancestor has", Error::DuplicateName, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "Effort", Type::Text); }},
-    {"attribute that a descendant has", Error::DuplicateName, [](Stocked& w, auto& b) { return attributeOf(b, w.node, "Cost", Type::Text); }},
-    {"attribute of a fixed one's name", Error::DuplicateName, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "Name", Type::Text); }},
-    {"attribute of a class with objects", Error::HasInstances, [](Stocked& w, auto& b) { return attributeOf(b, w.task, "X", Type::Text); }},
-    {"attribute of a class above one with objects", Error::HasInstances, [](Stocked& w, auto& b) { return attributeOf(b, w.node, "X", Type::Text); }},
-    {"enumeration without values", Error::ValueRefused, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::Enumeration); }},
-    {"enumeration with a value twice", Error::ValueRefused, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::Enumeration, "", {"p", "q", "p"}); }},
-    {"enumeration list with the separator", Error::ValueRefused, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::EnumerationList, "", {"p;q"}); }},
-    {"values for a text", Error::ValueRefused, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::Text, "", {"p"}); }},
-    {"default that the type refuses", Error::ValueRefused, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::Enumeration, "r", {"p", "q"}); }},
-    {"record without a record class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::Record); }},
-    {"record of a class that has objects", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::Record, "", {}, w.task); }},
-    {"profile of another library", Error::ForeignLibrary, [](Stocked& w, auto& b) { return attributeOf(b, w.special, "X", Type::AttributeProfile, "", {}, w.foreignClass); }},
-    {"value of a class's name", Error::AttributeDoesNotBelong, [](Stocked& w, auto& b) { return b.setClassValue(w.task, QorAttributeId::ClassName, "X"); }},
-    {"the other part's cardinality text", Error::AttributeDoesNotBelong, [](Stocked& w, auto& b) { return b.setClassValue(w.task, QorAttributeId::WorkingEnvironmentCardinality, "X"); }},
-    {"value of an unknown attribute", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.setClassValue(w.task, kNobody, "X"); }},
-    {"cardinality text of a library", Error::AttributeDoesNotBelong, [](Stocked& w, auto& b) { return b.setLibraryValue(w.library, QorAttributeId::Cardinality, "X"); }},
-    {"library text of a class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.setLibraryValue(w.task, QorAttributeId::AutomaticChecks, "X"); }},
-    {"model type of a name that is taken", Error::DuplicateName, [](Stocked& w, auto& b) { return b.addModelType(w.environment, "Process", {}); }},
-    {"model type with a foreign class", Error::ForeignLibrary, [](Stocked& w, auto& b) { return b.addModelType(w.processes, "X", std::span(&w.foreignClass, 1)); }},
-    {"model type with a relation class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addModelType(w.processes, "X", std::span(&w.then, 1)); }},
-    {"library with models taken back", Error::HasInstances, [](Stocked& w, auto& b) { return b.removeApplicationLibrary(w.library); }},
-    {"model of a class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addModel(w.task, "X", ""); }},
-    {"model of a version that is there", Error::DuplicateName, [](Stocked& w, auto& b) { return b.addModel(w.process, "First", "1"); }},
-    {"object of an abstract class", Error::AbstractClass, [](Stocked& w, auto& b) { return b.addObject(w.first, w.node, "x"); }},
-    {"object of a record class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addObject(w.first, w.table, "x"); }},
-    {"object of a class that the type leaves out", Error::ClassNotInModelType, [](Stocked& w, auto& b) { return b.addObject(w.third, w.special, "x"); }},
-    {"object of a name that is taken", Error::DuplicateName, [](Stocked& w, auto& b) { return b.addObject(w.first, w.task, "a"); }},
-    {"object without a name", Error::EmptyName, [](Stocked& w, auto& b) { return b.addObject(w.first, w.task, ""); }},
-    {"relation from the wrong class", Error::SourceDoesNotFit, [](Stocked& w, auto& b) { return b.addRelation(w.then, w.r, w.a); }},
-    {"relation to the wrong class", Error::TargetDoesNotFit, [](Stocked& w, auto& b) { return b.addRelation(w.performs, w.r, w.r); }},
-    {"relation between models", Error::ForeignModel, [](Stocked& w, auto& b) { return b.addRelation(w.then, w.a, w.b); }},
-    {"relation of a class", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.addRelation(w.task, w.a, w.a); }},
-    {"value of another class's attribute", Error::AttributeDoesNotBelong, [](Stocked& w, auto& b) { return b.setValue(w.a, w.cost, "1"); }},
-    {"value that the type refuses", Error::ValueRefused, [](Stocked& w, auto& b) { return b.setValue(w.a, w.effort, "many"); }},
-    {"value of a model", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.setValue(w.first, w.effort, "1"); }},
-    {"a model that is no model", Error::UnknownIdentifier, [](Stocked& w, auto& b) { return b.removeModel(w.a); }},
+    {"library without a name", Error::EmptyName, [](Builder&, auto& b) { return b.addApplicationLibrary("", "", ""); }},
+    {"library of a name that is taken", Error::DuplicateName, [](Builder&, auto& b) { return b.addApplicationLibrary("Works", "", ""); }},
+    {"class in an application library", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addClass(w.library, "X", -1, false); }},
+    {"class with a zero byte", Error::NameRefused, [](Builder& w, auto& b) { return b.addClass(w.processes, {"a\0b", 3}, -1, false); }},
+    {"class with too long a name", Error::NameRefused, [](Builder& w, auto& b) { return b.addClass(w.processes, kLongName, -1, false); }},
+    {"class of a name that is taken", Error::DuplicateName, [](Builder& w, auto& b) { return b.addClass(w.processes, "Task", -1, false); }},
+    {"class of a record class's name", Error::DuplicateName, [](Builder& w, auto& b) { return b.addClass(w.processes, "Table", -1, false); }},
+    {"class below a record class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addClass(w.processes, "X", w.table, false); }},
+    {"class below another library's", Error::ForeignLibrary, [](Builder& w, auto& b) { return b.addClass(w.processes, "X", w.foreignClass, false); }},
+    {"relation class from a record class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addRelationClass(w.processes, "x", w.table, w.task); }},
+    {"relation class to another library", Error::ForeignLibrary, [](Builder& w, auto& b) { return b.addRelationClass(w.processes, "x", w.task, w.foreignClass); }},
+    {"relation class of a name that is taken", Error::DuplicateName, [](Builder& w, auto& b) { return b.addRelationClass(w.processes, "then", w.task, w.task); }},
+    {"attribute of a model type", Error::UnknownIdentifier, [](Builder& w, auto& b) { return newAttribute(b, w.process, "X", Type::Text); }},
+    {"attribute that an ancestor has", Error::DuplicateName, [](Builder& w, auto& b) { return newAttribute(b, w.special, "Effort", Type::Text); }},
+    {"attribute that a descendant has", Error::DuplicateName, [](Builder& w, auto& b) { return newAttribute(b, w.node, "Cost", Type::Text); }},
+    {"attribute of a fixed one's name", Error::DuplicateName, [](Builder& w, auto& b) { return newAttribute(b, w.special, "Name", Type::Text); }},
+    {"attribute of a class with objects", Error::HasInstances, [](Builder& w, auto& b) { return newAttribute(b, w.task, "X", Type::Text); }},
+    {"attribute of a class above one with objects", Error::HasInstances, [](Builder& w, auto& b) { return newAttribute(b, w.node, "X", Type::Text); }},
+    {"enumeration without values", Error::ValueRefused, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::Enumeration); }},
+    {"enumeration with a value twice", Error::ValueRefused, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::Enumeration, "", {"p", "q", "p"}); }},
+    {"enumeration list with the separator", Error::ValueRefused, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::EnumerationList, "", {"p;q"}); }},
+    {"values for a text", Error::ValueRefused, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::Text, "", {"p"}); }},
+    {"default that the type refuses", Error::ValueRefused, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::Enumeration, "r", {"p", "q"}); }},
+    {"record without a record class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::Record); }},
+    {"record of a class that has objects", Error::UnknownIdentifier, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::Record, "", {}, w.task); }},
+    {"profile of another library", Error::ForeignLibrary, [](Builder& w, auto& b) { return newAttribute(b, w.special, "X", Type::AttributeProfile, "", {}, w.foreignClass); }},
+    {"value of a class's name", Error::AttributeDoesNotBelong, [](Builder& w, auto& b) { return b.setClassValue(w.task, QorAttributeId::ClassName, "X"); }},
+    {"the other part's cardinality text", Error::AttributeDoesNotBelong, [](Builder& w, auto& b) { return b.setClassValue(w.task, QorAttributeId::WorkingEnvironmentCardinality, "X"); }},
+    {"value of an unknown attribute", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.setClassValue(w.task, kNobody, "X"); }},
+    {"cardinality text of a library", Error::AttributeDoesNotBelong, [](Builder& w, auto& b) { return b.setLibraryValue(w.library, QorAttributeId::Cardinality, "X"); }},
+    {"library text of a class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.setLibraryValue(w.task, QorAttributeId::AutomaticChecks, "X"); }},
+    {"model type of a name that is taken", Error::DuplicateName, [](Builder& w, auto& b) { return b.addModelType(w.environment, "Process", {}); }},
+    {"model type with a foreign class", Error::ForeignLibrary, [](Builder& w, auto& b) { return b.addModelType(w.processes, "X", std::span(&w.foreignClass, 1)); }},
+    {"model type with a relation class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addModelType(w.processes, "X", std::span(&w.then, 1)); }},
+    {"library with models taken back", Error::HasInstances, [](Builder& w, auto& b) { return b.removeApplicationLibrary(w.library); }},
+    {"model of a class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addModel(w.task, "X", ""); }},
+    {"model of a version that is there", Error::DuplicateName, [](Builder& w, auto& b) { return b.addModel(w.process, "First", "1"); }},
+    {"object of an abstract class", Error::AbstractClass, [](Builder& w, auto& b) { return b.addObject(w.first, w.node, "x"); }},
+    {"object of a record class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addObject(w.first, w.table, "x"); }},
+    {"object of a class that the type leaves out", Error::ClassNotInModelType, [](Builder& w, auto& b) { return b.addObject(w.third, w.special, "x"); }},
+    {"object of a name that is taken", Error::DuplicateName, [](Builder& w, auto& b) { return b.addObject(w.first, w.task, "a"); }},
+    {"object without a name", Error::EmptyName, [](Builder& w, auto& b) { return b.addObject(w.first, w.task, ""); }},
+    {"relation from the wrong class", Error::SourceDoesNotFit, [](Builder& w, auto& b) { return b.addRelation(w.then, w.r, w.a); }},
+    {"relation to the wrong class", Error::TargetDoesNotFit, [](Builder& w, auto& b) { return b.addRelation(w.performs, w.r, w.r); }},
+    {"relation between models", Error::ForeignModel, [](Builder& w, auto& b) { return b.addRelation(w.then, w.a, w.b); }},
+    {"relation of a class", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.addRelation(w.task, w.a, w.a); }},
+    {"value of another class's attribute", Error::AttributeDoesNotBelong, [](Builder& w, auto& b) { return b.setValue(w.a, w.cost, "1"); }},
+    {"value that the type refuses", Error::ValueRefused, [](Builder& w, auto& b) { return b.setValue(w.a, w.effort, "many"); }},
+    {"value of a model", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.setValue(w.first, w.effort, "1"); }},
+    {"a model that is no model", Error::UnknownIdentifier, [](Builder& w, auto& b) { return b.removeModel(w.a); }},
 };
 // clang-format on
 
-TEST(Builder, RefusesWhatDoesNotFitAndUsesUpNoIdentifier) {
-    Stocked w;
+TEST_P(Builder, RefusesWhatDoesNotFitAndUsesUpNoIdentifier) {
     for (const Refusal& refusal : kRefusals) {
         SCOPED_TRACE(refusal.what);
         const QorIdentifier before = w.builder().addModel(w.process, refusal.what, "before").id;
@@ -128,16 +129,14 @@ TEST(Builder, RefusesWhatDoesNotFitAndUsesUpNoIdentifier) {
     }
 }
 
-TEST(Builder, NamesWhoHasTheName) {
-    Stocked w;
+TEST_P(Builder, NamesWhoHasTheName) {
     EXPECT_EQ(w.builder().addObject(w.first, w.task, "a").id, w.a);
     EXPECT_EQ(w.builder().addClass(w.processes, "Task", QorNoIdentifier, false).id, w.task);
     EXPECT_EQ(w.builder().addModel(w.process, "First", "1").id, w.first);
-    EXPECT_EQ(attributeOf(w.builder(), w.special, "Effort", Type::Text).id, w.effort);
+    EXPECT_EQ(newAttribute(w.builder(), w.special, "Effort", Type::Text).id, w.effort);
 }
 
-TEST(Builder, KeepsNamesApartByClassModelPartAndKind) {
-    Stocked w;
+TEST_P(Builder, KeepsNamesApartByClassModelPartAndKind) {
     EXPECT_TRUE(w.builder().addObject(w.first, w.special, "a").ok());
     EXPECT_TRUE(w.builder().addObject(w.second, w.task, "a").ok());
     EXPECT_TRUE(w.builder().addClass(w.environment, "Task", QorNoIdentifier, false).ok());
@@ -146,10 +145,9 @@ TEST(Builder, KeepsNamesApartByClassModelPartAndKind) {
     EXPECT_EQ(w.reader().findClass(w.library, "Task"), w.task) << "business process first";
 }
 
-TEST(Builder, TakesBackALibraryWithEverythingInItAndFreesItsName) {
-    Stocked w;
+TEST_P(Builder, TakesBackALibraryWithEverythingInItAndFreesItsName) {
     auto& builder = w.builder();
-    const auto attribute = attributeOf(builder, w.foreignClass, "Kind", Type::Enumeration, "p", {"p", "q"}).id;
+    const auto attribute = newAttribute(builder, w.foreignClass, "Kind", Type::Enumeration, "p", {"p", "q"}).id;
     EXPECT_TRUE(builder.setClassValue(w.foreignClass, attribute, "q").ok());
     const auto type = builder.addModelType(w.foreignPart, "Process", std::span(&w.foreignClass, 1)).id;
     ASSERT_TRUE(builder.removeApplicationLibrary(w.foreign).ok());
@@ -165,8 +163,7 @@ TEST(Builder, TakesBackALibraryWithEverythingInItAndFreesItsName) {
     EXPECT_TRUE(builder.removeApplicationLibrary(w.library).ok());
 }
 
-TEST(Builder, RemovesAModelWithItsContentAndItsThreadWithTheLastVersion) {
-    Stocked w;
+TEST_P(Builder, RemovesAModelWithItsContentAndItsThreadWithTheLastVersion) {
     const auto next = w.model("Process", "First", "2");
     const auto thread = w.reader().modelInfo(next).thread;
     const auto object = w.object("Task", "x");
@@ -183,11 +180,13 @@ TEST(Builder, RemovesAModelWithItsContentAndItsThreadWithTheLastVersion) {
     EXPECT_TRUE(w.builder().addModel(w.process, "First", "1").ok());
 }
 
-TEST(Builder, TellsEveryErrorInItsOwnWords) {
+TEST_P(Builder, TellsEveryErrorInItsOwnWords) {
     std::set<std::string> texts;
     const int last = static_cast<int>(Error::NoIdentifiersLeft);
     for (int error = 0; error <= last; ++error) texts.insert(Qor_BuildErrorText(static_cast<Error>(error)));
     EXPECT_EQ(texts.size(), static_cast<std::size_t>(last) + 1);
 }
+
+QOR_ON_ALL_STORES(Builder);
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "platform/QorLibraryHandlers.h"
 #include "platform/QorModelTypeAttrHandler.h"
 #include "platform/QorUserManager.h"
-#include "support/Workshop.h"
+#include "support/OnStores.h"
 
 namespace {
 
@@ -43,13 +43,12 @@ private:
     }
 };
 
-struct Libraries : testing::Test {
-    Workshop w;
+struct Libraries : OnStores {
     QorCoreModelingManager& repository = w.repository();
     std::vector<long> all{w.library, w.processes, w.environment};
 };
 
-TEST_F(Libraries, LoadSetsTheSettingsFirstAndThenRaisesTheEventsAndDiscardTheOtherWayRound) {
+TEST_P(Libraries, LoadSetsTheSettingsFirstAndThenRaisesTheEventsAndDiscardTheOtherWayRound) {
     const Watcher watcher;
     EXPECT_EQ(loadedLibraries(), std::vector<long>(3, -1));
     ASSERT_EQ(repository.LoadApplicationLibrary(w.library, false), Code::Ok);
@@ -65,7 +64,7 @@ TEST_F(Libraries, LoadSetsTheSettingsFirstAndThenRaisesTheEventsAndDiscardTheOth
                                                         {839, w.library, -1, -1}}));
 }
 
-TEST_F(Libraries, AFailedLoadLeavesNoLibraryCurrent) {
+TEST_P(Libraries, AFailedLoadLeavesNoLibraryCurrent) {
     const auto other = w.builder().addApplicationLibrary("Other", "", "").id;
     ASSERT_EQ(repository.LoadApplicationLibrary(w.library, false), Code::Ok);
     const Watcher watcher;
@@ -80,7 +79,7 @@ TEST_F(Libraries, AFailedLoadLeavesNoLibraryCurrent) {
     EXPECT_EQ(repository.discardCompleteLibrary(w.library), Code::NotFound);
 }
 
-TEST_F(Libraries, AnExclusiveLoadLocksTheLibraryWithItsPartsOrNothing) {
+TEST_P(Libraries, AnExclusiveLoadLocksTheLibraryWithItsPartsOrNothing) {
     QorUserID ada;
     ASSERT_EQ(QorUserManager::allUmansGetCurrentUserID(ada), Code::Ok);
     w.platform.setCurrentUser("bob");
@@ -117,7 +116,7 @@ TEST_F(Libraries, AnExclusiveLoadLocksTheLibraryWithItsPartsOrNothing) {
     EXPECT_EQ(repository.lockLibrary(w.library, false, static_cast<QorDBLockModeType>(1)), Code::OutOfRange);
 }
 
-TEST_F(Libraries, HandlersAreMadeOnceAndRenewedThroughTheirEventsUntilTheLibraryGoes) {
+TEST_P(Libraries, HandlersAreMadeOnceAndRenewedThroughTheirEventsUntilTheLibraryGoes) {
     auto state = QorLibraryHandlerState::InError;
     QorLibraryHandler handler;
     handler.renewedBy = QorEventType::LibraryLoadedCardinality;
@@ -141,7 +140,7 @@ TEST_F(Libraries, HandlersAreMadeOnceAndRenewedThroughTheirEventsUntilTheLibrary
     EXPECT_FALSE(QorModelTypeAttrHandler::ExistsGlobal());
 }
 
-TEST_F(Libraries, ModelTypesAreNumberedWithinTheLoadedLibrary) {
+TEST_P(Libraries, ModelTypesAreNumberedWithinTheLoadedLibrary) {
     const auto other = w.builder().addApplicationLibrary("Other", "", "").id;
     const auto otherPart = w.builder().libraryPart(other, QorLibraryPart::BusinessProcess);
     const auto foreignModel = w.builder().addModel(w.builder().addModelType(otherPart, "Map", {}).id, "m", "").id;
@@ -180,7 +179,7 @@ TEST_F(Libraries, ModelTypesAreNumberedWithinTheLoadedLibrary) {
     EXPECT_EQ(thread, -1);
 }
 
-TEST_F(Libraries, PatternsAreTheClassesOfTheLoadedPartsAndAbstractOnesAreUnusable) {
+TEST_P(Libraries, PatternsAreTheClassesOfTheLoadedPartsAndAbstractOnesAreUnusable) {
     const auto task = w.cls("Task");
     const auto node = w.abstractClass("Node");
     w.environmentClass("Role");
@@ -199,7 +198,7 @@ TEST_F(Libraries, PatternsAreTheClassesOfTheLoadedPartsAndAbstractOnesAreUnusabl
     EXPECT_EQ(handler.FindPattern("Table", true, pattern), Code::NotFound);
 }
 
-TEST_F(Libraries, UsersComeIntoBeingByBeingNamed) {
+TEST_P(Libraries, UsersComeIntoBeingByBeingNamed) {
     QorUserID ada;
     QorUserID bob;
     ASSERT_EQ(QorUserManager::allUmansGetCurrentUserID(ada), Code::Ok);
@@ -225,5 +224,7 @@ TEST_F(Libraries, UsersComeIntoBeingByBeingNamed) {
     EXPECT_EQ(QorUserManager::getAllUserIDs(users), Code::Ok);
     EXPECT_EQ(users, (ISortedSet<QorUserID>{ada, bob}));
 }
+
+QOR_ON_ALL_STORES(Libraries);
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include "platform/QorAttributeIds.h"
 #include "platform/QorOwnedText.h"
-#include "support/Workshop.h"
+#include "support/OnStores.h"
 
 namespace {
 
@@ -12,8 +12,7 @@ using Code = QorErrorCode;
 using Ids = ISortedSet<long>;
 constexpr long kBeyond32Bits = 4294967296;
 
-struct MetaModel : testing::Test {
-    Workshop w;
+struct MetaModel : OnStores {
     QorCoreModelingManager& repository = w.repository();
     QorIdentifier node = w.abstractClass("Node");
     QorIdentifier task = w.cls("Task", "Node");
@@ -44,7 +43,7 @@ struct MetaModel : testing::Test {
     }
 };
 
-TEST_F(MetaModel, ClassOfAnswersForObjectsModelsAndPartsAndNobodyElse) {
+TEST_P(MetaModel, ClassOfAnswersForObjectsModelsAndPartsAndNobodyElse) {
     EXPECT_EQ(classOf(a), task);
     EXPECT_EQ(classOf(w.processes), 42);
     EXPECT_EQ(classOf(w.environment), 39);
@@ -59,7 +58,7 @@ TEST_F(MetaModel, ClassOfAnswersForObjectsModelsAndPartsAndNobodyElse) {
     EXPECT_TRUE(w.platform.shown().empty()) << "quietly";
 }
 
-TEST_F(MetaModel, NamesAreToldToThoseWhoAskForTheRightKind) {
+TEST_P(MetaModel, NamesAreToldToThoseWhoAskForTheRightKind) {
     using M = QorCoreModelingManager;
     EXPECT_EQ(name(&M::getClassName, task), "Task");
     EXPECT_EQ(name(&M::getClassName, table), "Table");
@@ -81,7 +80,7 @@ TEST_F(MetaModel, NamesAreToldToThoseWhoAskForTheRightKind) {
     EXPECT_FALSE(repository.isRelationInstance(relation + kBeyond32Bits));
 }
 
-TEST_F(MetaModel, InstantiableClassesAreThoseOfThePartAndOnDemandWhatOthersDeriveFromThem) {
+TEST_P(MetaModel, InstantiableClassesAreThoseOfThePartAndOnDemandWhatOthersDeriveFromThem) {
     Ids classes;
     EXPECT_EQ(repository.getAllInstantiableClasses(w.processes, classes, false), Code::Ok);
     EXPECT_EQ(classes, (Ids{task, special}));
@@ -95,10 +94,10 @@ TEST_F(MetaModel, InstantiableClassesAreThoseOfThePartAndOnDemandWhatOthersDeriv
     EXPECT_TRUE(classes.isEmpty());
 }
 
-TEST_F(MetaModel, ClassesAreFoundByNameInThePartOrInBothBusinessProcessFirst) {
-    const auto find = [&](long library, const char* cls) {
+TEST_P(MetaModel, ClassesAreFoundByNameInThePartOrInBothBusinessProcessFirst) {
+    const auto find = [&](long owner, const char* cls) {
         long id = 7;
-        const Code code = repository.getClassIDFromClassName(library, cls, id);
+        const Code code = repository.getClassIDFromClassName(owner, cls, id);
         EXPECT_EQ(code, id == -1 ? Code::NotFound : Code::Ok);
         return id;
     };
@@ -118,7 +117,7 @@ TEST_F(MetaModel, ClassesAreFoundByNameInThePartOrInBothBusinessProcessFirst) {
     EXPECT_EQ(repository.getRelationIDFromRelationName(w.library, "Task", id), Code::NotFound);
 }
 
-TEST_F(MetaModel, RelationClassesAndAttributesAreInheritedDownTheLine) {
+TEST_P(MetaModel, RelationClassesAndAttributesAreInheritedDownTheLine) {
     Ids found;
     EXPECT_EQ(repository.getAllFromRelationsRecursive(special, found), Code::Ok);
     EXPECT_EQ(found, (Ids{then, ends}));
@@ -144,13 +143,13 @@ TEST_F(MetaModel, RelationClassesAndAttributesAreInheritedDownTheLine) {
     EXPECT_EQ(attribute(special, "Cardinalities"), QorAttributeId::Cardinality);
     EXPECT_EQ(attribute(boss, "Cardinalities"), QorAttributeId::WorkingEnvironmentCardinality);
     EXPECT_EQ(attribute(table, "Cardinalities"), -1);
-    long library = -1;
-    EXPECT_EQ(repository.getLibraryOfClass(boss, library), Code::Ok);
-    EXPECT_EQ(library, w.environment);
-    EXPECT_EQ(repository.getLibraryOfClass(a, library), Code::NotFound);
+    long of = -1;
+    EXPECT_EQ(repository.getLibraryOfClass(boss, of), Code::Ok);
+    EXPECT_EQ(of, w.environment);
+    EXPECT_EQ(repository.getLibraryOfClass(a, of), Code::NotFound);
 }
 
-TEST_F(MetaModel, TheBulkViewRefusesWhatIsNoObject) {
+TEST_P(MetaModel, TheBulkViewRefusesWhatIsNoObject) {
     long cls = 7;
     std::span<const QorRelationEnd> outgoing;
     std::span<const QorRelationEnd> incoming;
@@ -162,7 +161,7 @@ TEST_F(MetaModel, TheBulkViewRefusesWhatIsNoObject) {
     EXPECT_EQ(w.watched().bulkView(), nullptr);
 }
 
-TEST_F(MetaModel, TheReaderTellsWhatTheBuilderWasTold) {
+TEST_P(MetaModel, TheReaderTellsWhatTheBuilderWasTold) {
     const auto& reader = w.reader();
     const auto info = reader.classInfo(special);
     EXPECT_EQ(std::tuple(info.part, info.superclass, info.isAbstract, info.isRecordClass, info.name),
@@ -181,5 +180,7 @@ TEST_F(MetaModel, TheReaderTellsWhatTheBuilderWasTold) {
     EXPECT_EQ(reader.kindOf(-5), QorThingKind::None);
     EXPECT_EQ(reader.classInfo(a).id, QorNoIdentifier);
 }
+
+QOR_ON_ALL_STORES(MetaModel);
 
 }  // namespace

@@ -15,9 +15,7 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
     ASSERT_EQ(repository.initLibraryHandlers(true), QorErrorCode::Ok) << "makes the handler of model types";
     const auto missing = qor::test::operationsRefusedBy(platform.host(), false);
     EXPECT_EQ(missing, (std::set<std::string>{
-                           // There is no clipboard, ...
-                           "QorEditingService::sourceNameOfPastedObject",
-                           // ... no ciphering, no file area, no model groups, and one user manager without groups.
+                           // There is no ciphering, no file area, and one user manager without groups.
                            "QorEncryption::Decrypt",
                            "QorEncryption::Encrypt",
                            "QorFileService::close",
@@ -27,7 +25,6 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
                            "QorFileService::read",
                            "QorFileService::write",
                            "QorModelGroupService::setUserGroupPermission",
-                           "QorModelGroupService::subGroups",
                            "QorUserService::allowedApplicationLibrary",
                            "QorUserService::modelGroupsAccessibleByUserGroup",
                            "QorUserService::pop",

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreMM_AttributeProfiles.h"
 #include "platform/QorCoreModelGroupManager.h"
@@ -37,6 +39,7 @@ struct Outputs {
     ISortedSet<QorUserGroupID> groups{QorUserGroupID(7)};
     QorAccModelgroupContainer entries;
     QorGrObjPattern pattern;
+    std::vector<QorGrObjPattern> patterns{{}};
     QorErrorCode code = QorErrorCode::Ok;
 
     ~Outputs() {
@@ -58,6 +61,7 @@ bool isNone(const ISortedSet<Element>& output) {
     return output.isEmpty();
 }
 bool isNone(const ISequence<long>& output) { return output.isEmpty(); }
+bool isNone(const std::vector<QorGrObjPattern>& output) { return output.empty(); }
 
 bool isRefusal(QorErrorCode answer) { return answer == QorErrorCode::NotInstalled; }
 bool isRefusal(bool answer) { return !answer; }
@@ -194,6 +198,7 @@ void callEditing(bool mustRefuse) {
     CALL_FOR(string, QorBasicNotebookAttrHandler(1).GetAttr(0, out.string));
     { const QorCoreAutoExManStopStart stopped; }
     CALL(QorGrObjAttrHandler(true, false).FindPattern("a", true, out.pattern));
+    CALL_FOR(patterns, QorGrObjAttrHandler(true, false).GetPatterns(true, out.patterns));
     QorModelTypeAttrHandler& modelTypes = *QorModelTypeAttrHandler::GetGlobal();
     CALL_FOR(index, modelTypes.GetModelTypeIndexOfModel(1, out.index));
     CALL_FOR(index, modelTypes.GetModelTypeIndex("a", out.index));

@@ -20,7 +20,10 @@ QorIdentifier known(QorIdentifier id, std::string_view name) {
 
 }  // namespace
 
-Workshop::Workshop(const QorEmbeddedOptions& options) : platform(options) {
+Workshop::Workshop(const QorEmbeddedOptions& options, const std::string& repositoryFile) : platform(options) {
+    if (!repositoryFile.empty())
+        if (const QorRepositoryResult result = platform.createRepository(repositoryFile); !result.ok())
+            throw std::runtime_error(result.text);
     library = made(builder().addApplicationLibrary("Works", {}, {}));
     processes = builder().libraryPart(library, QorLibraryPart::BusinessProcess);
     environment = builder().libraryPart(library, QorLibraryPart::WorkingEnvironment);

@@ -13,8 +13,10 @@
 /// called by their names; what the platform refuses to build throws, with the reason.
 class Workshop {
 public:
-    /// With an application library "Works" and its two parts, nothing loaded. The current user is "ada".
-    explicit Workshop(const QorEmbeddedOptions& options = {.language = "en", .console = false, .user = "ada"});
+    /// With an application library "Works" and its two parts, nothing loaded. The current user is "ada". With a file,
+    /// the repository is made there.
+    explicit Workshop(const QorEmbeddedOptions& options = {.language = "en", .console = false, .user = "ada"},
+                      const std::string& repositoryFile = {});
     Workshop(const Workshop&) = delete;
     Workshop& operator=(const Workshop&) = delete;
     ~Workshop();

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "embedded/store/RepositoryStore.h"
+
+namespace qor::embedded {
+
+StoredRowSink::~StoredRowSink() = default;
+RepositoryStore::~RepositoryStore() = default;
+
+}  // namespace qor::embedded
