@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr const char* kFile = "/a.qor";
+// On the simulated disk; on a real one nothing can be there.
+constexpr const char* kFile = "/dev/null/a.qor";
 
 unsigned factor() {
     const char* const text = std::getenv("QOR_FAULT_FACTOR");

@@ -132,12 +132,13 @@ int SqliteStore::openForReading() {
 
 QorRepositoryResult SqliteStore::openAs(QorRepositoryAccess access) {
     int code = SQLITE_OK;
-    if (access == QorRepositoryAccess::ReadWrite) {
+    _isReadOnly = access == QorRepositoryAccess::ReadOnly;
+    if (!_isReadOnly) {
+        // Without the right to write to the file or its folder, it is opened for reading instead.
         code = connect(SQLITE_OPEN_READWRITE);
-        // Without the right to write, the file is opened for reading instead.
-        _isReadOnly = code == SQLITE_OK && sqlite3_db_readonly(_connection.handle(), "main") == 1;
-    } else {
-        _isReadOnly = true;
+        const int kind = code & 0xff;
+        _isReadOnly = kind == SQLITE_READONLY || (kind == SQLITE_CANTOPEN && exists(_path)) ||
+                      (code == SQLITE_OK && sqlite3_db_readonly(_connection.handle(), "main") == 1);
     }
     if (_isReadOnly) code = openForReading();
     if (code != SQLITE_OK) return whyNotOpened(code);
