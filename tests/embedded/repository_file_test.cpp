@@ -170,7 +170,7 @@ TEST_F(RepositoryFile, IsCopiedWhileItIsInUse) {
     ASSERT_TRUE(copied.openRepository(copy).ok());
     EXPECT_EQ(pictureOf(copied), pictureOf(platform));
     EXPECT_TRUE(copied.verifyRepository().ok());
-    EXPECT_EQ(platform.backUpRepository(file("none/copy.qor")).status, Status::NoPermission);
+    EXPECT_EQ(platform.backUpRepository(file("none/copy.qor")).status, Status::Missing);
     EXPECT_EQ(platform.backUpRepository(file("")).status, Status::NoPermission) << "a folder";
     for (const auto& entry : fs::directory_iterator(TemporaryFolder::path))
         EXPECT_EQ(entry.path().string().find("unfinished"), std::string::npos) << entry.path();
