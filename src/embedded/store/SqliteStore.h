@@ -84,6 +84,8 @@ private:
     int _failure = SQLITE_OK;  // the transaction's first
     std::map<QorIdentifier, RowSum> _changes;
     std::unordered_map<QorIdentifier, RowSum> _sums;  // while loading
+    QorIdentifier _lastScope = QorNoIdentifier;       // rows of one scope mostly come together
+    RowSum* _lastSum = nullptr;
     std::array<std::array<SqliteStatement, kRowStatements>, kStoredTables> _statements;
 };
 
