@@ -1,15 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
 # Installation: libraries, command, public headers, method libraries, and the package for find_package(qor).
 
-if(NOT TARGET qor-embedded)
-    return()
-endif()
 include(CMakePackageConfigHelpers)
 
 install(TARGETS qor qor-embedded EXPORT qorTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-if(TARGET qor-command)
-    install(TARGETS qor-command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
+install(TARGETS qor-command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 # Which headers are public is found at install time, since it follows from what headers include.
 install(CODE "

@@ -14,7 +14,7 @@ HEADERS = {name: "#pragma once\n" for name in (
 # What is planted beside the headers above, and what the one reported line must hold ("" for none).
 CASES = [
     ({}, ""),
-    ({"cardinality/a.cpp": '#include <vector>\n#include "platform/QorHost.h"\n#include "frame/QorAssert.h"\n'}, ""),
+    ({"simmap/a.cpp": '#include <vector>\n#include "platform/QorHost.h"\n#include "frame/QorAssert.h"\n'}, ""),
     ({"frame/QorLibLoad.cpp": '#include "cardinality/Rules.h"\n#include "simmap/Map.h"\n'}, ""),
     ({"interchange/a.cpp": '#include <yaml.h>\n#include <unistd.h>\n#include "simcal/QorCalendar.h"\n'}, ""),
     ({"cardinality/a.cpp": '// #include "cli/a.h"\n/* #include <regex>\n#include "embedded/Store.h" */\n'}, ""),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cardinality/RuleReader.h"
 #include "cardinality/repository.h"
+#include "cardinality/ruleKeys.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorKexParser.h"
 #include "platform/QorOwnedText.h"
@@ -18,9 +19,9 @@ AutomaticChecks readAutomaticChecks(long library) {
     // A text with errors turns the automatic checks off without a word: it must not keep a library from loading.
     if (parser.Parse() != 0) return checks;
     for (unsigned long index = 0; parser.SetCurElemIndex(index); ++index) {
-        if (parser.GetCurElemNameView() != "CHECK_CARDINALITIES") continue;
-        checks.beforeSave = parser.GetIntValue("before-save") != 0;
-        checks.afterModelingAction = parser.GetIntValue("after-modeling-action") != 0;
+        if (parser.GetCurElemNameView() != kAutomaticChecksElement) continue;
+        checks.beforeSave = parser.GetIntValue(kBeforeSaveKey) != 0;
+        checks.afterModelingAction = parser.GetIntValue(kAfterModelingActionKey) != 0;
     }
     return checks;
 }

@@ -13,9 +13,6 @@ namespace qor::cardinality {
 
 namespace {
 
-constexpr std::string_view kClassElement = "CARDINALITIES";
-constexpr std::string_view kRelationElement = "RELATION";
-
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 using NameLookup = QorErrorCode (QorCoreMM_Enhanced::*)(long library, const char* name, long& identifier);

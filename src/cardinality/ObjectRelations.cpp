@@ -51,14 +51,16 @@ bool readEnd(long relation, Direction direction, QorRelationEnd& end) {
 
 }  // namespace
 
+bool listRelations(long object, Direction direction, ISortedSet<long>& relations) {
+    return direction == Direction::Outgoing
+               ? succeeded(Request::OutgoingRelations, repository().getFromRelationInstances(object, relations))
+               : succeeded(Request::IncomingRelations, repository().getToRelationInstances(object, relations));
+}
+
 bool readEnds(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
     ends.clear();
     ISortedSet<long> relations;
-    const bool listed =
-        direction == Direction::Outgoing
-            ? succeeded(Request::OutgoingRelations, repository().getFromRelationInstances(object, relations))
-            : succeeded(Request::IncomingRelations, repository().getToRelationInstances(object, relations));
-    if (!listed) return false;
+    if (!listRelations(object, direction, relations)) return false;
     ends.reserve(relations.numberOfElements());
     for (const long relation : relations)
         if (!readEnd(relation, direction, ends.emplace_back())) return false;

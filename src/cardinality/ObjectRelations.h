@@ -6,6 +6,7 @@
 
 #include "cardinality/Direction.h"
 #include "cardinality/EndGroups.h"
+#include "platform/ISortedSet.h"
 #include "platform/QorCoreBulkView.h"
 #include "platform/QorIdentifier.h"
 
@@ -52,6 +53,9 @@ private:
     QorIdentifier _cls = QorNoIdentifier;
     PerDirection<Side> _sides;
 };
+
+/// One object's relations by the repository's plain operation; false after an internal error.
+bool listRelations(long object, Direction direction, ISortedSet<long>& relations);
 
 /// The ends at one object's relations by the repository's plain operations; false after an internal error.
 bool readEnds(long object, Direction direction, std::vector<QorRelationEnd>& ends);

@@ -79,6 +79,8 @@ public:
     /// Every object of the model, then every class of its model type. With `keep` not 0 the results and what has been
     /// checked stay, so that several models can be gathered. O(objects + relations).
     int checkModel(long model, int keep) noexcept;
+    /// One object. `minima` and `maxima`, here and below, choose what is tested; with both, an object that breaks a
+    /// maximum is not tested against its minima.
     int checkObject(long object, bool minima, bool maxima) noexcept;
     /// Both ends of a relation instance. 0 only when a breach concerns this relation, or its ends cannot be found.
     int checkRelation(long relation, bool minima, bool maxima) noexcept;
@@ -133,7 +135,8 @@ protected:
     int checkOneObjectMax(long object) noexcept;
     int checkOneObjectMin(long object) noexcept;
 
-    /// Puts a message in place of the error text. `other` and `relationClass` below 1: none.
+    /// Puts a message in place of the error text. `other` and `relationClass` below 1: none. A message or direction
+    /// beyond 16 bits is unknown and reads "#0"; a number beyond 32 bits counts as the largest within.
     void makeErrorText(unsigned long message, long subject, long other, long relationClass, unsigned long number,
                        unsigned long direction) noexcept;
 

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <map>
 #include <memory>
-#include <utility>
 
 #include "platform/QorIdentifier.h"
 

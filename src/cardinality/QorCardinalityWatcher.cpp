@@ -21,6 +21,8 @@ const QorCardinalityWatcher g_watcher;
 QorCardinalityWatcher::QorCardinalityWatcher()
     : _registration({"cardinality", QorEventType::LibraryLoadedCardinality, handlerState,
                      QorErrorCode::HandlerInitialisationFailed}) {
+    // Made before the watcher, the handler also outlives it: a host may go, and discard its library, after `main`.
+    (void)QorCardinalityHandler::Instance();
     setEventHandler(QorEventType::LibraryLoadedCardinality, &QorCardinalityWatcher::onLibraryLoaded, kPriority);
     setEventHandler(QorEventType::LibraryDiscarded, &QorCardinalityWatcher::onLibraryDiscarded, kPriority);
 }

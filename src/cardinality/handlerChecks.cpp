@@ -105,11 +105,20 @@ bool QorCardinalityHandler::isNewObjectInBetweenAllowed(long model, long cls, lo
 
 // ---- Results and marks ----
 
+namespace {
+
+/// Numbers beyond 16 bits have no text, as 0 has none.
+std::uint16_t resourceNumber(unsigned long number) noexcept {
+    return number <= UINT16_MAX ? static_cast<std::uint16_t>(number) : std::uint16_t{0};
+}
+
+}  // namespace
+
 void QorCardinalityHandler::makeErrorText(unsigned long message, long subject, long other, long relationClass,
                                           unsigned long number, unsigned long direction) noexcept {
     Qor_Guarded(kSource, [&] {
-        _errorText = textOf({static_cast<std::uint16_t>(message), subject, other, relationClass,
-                             static_cast<std::uint32_t>(number), static_cast<std::uint16_t>(direction)});
+        const auto limit = static_cast<std::uint32_t>(std::min<unsigned long>(number, UINT32_MAX));
+        _errorText = textOf({resourceNumber(message), subject, other, relationClass, limit, resourceNumber(direction)});
     });
 }
 
@@ -166,16 +175,21 @@ bool QorCardinalityHandler::areAlreadyChecked(const ISortedSet<long>& identifier
 
 namespace {
 
-/// Null `relationClass` or `otherClass`: any.
-unsigned long currentRelations(long object, Direction direction, const long* relationClass, const long* otherClass,
+unsigned long allRelations(long object, Direction direction, ISortedSet<long>& relations) noexcept {
+    relations.removeAll();
+    return Qor_Guarded(
+        kSource, 0ul, [&] { return listRelations(object, direction, relations) ? relations.numberOfElements() : 0ul; });
+}
+
+/// Null `otherClass`: any.
+unsigned long relationsOfClass(long object, Direction direction, long relationClass, const long* otherClass,
                                ISortedSet<long>& relations) noexcept {
     relations.removeAll();
     return Qor_Guarded(kSource, 0ul, [&] {
         std::vector<QorRelationEnd> ends;
         if (!readEnds(object, direction, ends)) return 0ul;
         for (const auto& end : ends)
-            if ((relationClass == nullptr || end.relationClass == *relationClass) &&
-                (otherClass == nullptr || end.otherClass == *otherClass))
+            if (end.relationClass == relationClass && (otherClass == nullptr || end.otherClass == *otherClass))
                 relations.add(end.relation);
         return relations.numberOfElements();
     });
@@ -184,29 +198,29 @@ unsigned long currentRelations(long object, Direction direction, const long* rel
 }  // namespace
 
 unsigned long QorCardinalityHandler::getCurrentOutRelations(long object, ISortedSet<long>& relations) const noexcept {
-    return currentRelations(object, Direction::Outgoing, nullptr, nullptr, relations);
+    return allRelations(object, Direction::Outgoing, relations);
 }
 
 unsigned long QorCardinalityHandler::getCurrentOutRelations(long object, long relationClass,
                                                             ISortedSet<long>& relations) const noexcept {
-    return currentRelations(object, Direction::Outgoing, &relationClass, nullptr, relations);
+    return relationsOfClass(object, Direction::Outgoing, relationClass, nullptr, relations);
 }
 
 unsigned long QorCardinalityHandler::getCurrentOutRelations(long object, long relationClass, long otherClass,
                                                             ISortedSet<long>& relations) const noexcept {
-    return currentRelations(object, Direction::Outgoing, &relationClass, &otherClass, relations);
+    return relationsOfClass(object, Direction::Outgoing, relationClass, &otherClass, relations);
 }
 
 unsigned long QorCardinalityHandler::getCurrentInRelations(long object, ISortedSet<long>& relations) const noexcept {
-    return currentRelations(object, Direction::Incoming, nullptr, nullptr, relations);
+    return allRelations(object, Direction::Incoming, relations);
 }
 
 unsigned long QorCardinalityHandler::getCurrentInRelations(long object, long relationClass,
                                                            ISortedSet<long>& relations) const noexcept {
-    return currentRelations(object, Direction::Incoming, &relationClass, nullptr, relations);
+    return relationsOfClass(object, Direction::Incoming, relationClass, nullptr, relations);
 }
 
 unsigned long QorCardinalityHandler::getCurrentInRelations(long object, long relationClass, long otherClass,
                                                            ISortedSet<long>& relations) const noexcept {
-    return currentRelations(object, Direction::Incoming, &relationClass, &otherClass, relations);
+    return relationsOfClass(object, Direction::Incoming, relationClass, &otherClass, relations);
 }

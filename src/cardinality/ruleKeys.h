@@ -9,6 +9,14 @@
 /// is clamped by what the rows above have stored, never by those below.
 namespace qor::cardinality {
 
+inline constexpr std::string_view kClassElement = "CARDINALITIES";
+inline constexpr std::string_view kRelationElement = "RELATION";
+
+// The library's text about when checks run by themselves.
+inline constexpr std::string_view kAutomaticChecksElement = "CHECK_CARDINALITIES";
+inline constexpr std::string_view kBeforeSaveKey = "before-save";
+inline constexpr std::string_view kAfterModelingActionKey = "after-modeling-action";
+
 /// Key of the CARDINALITIES element.
 struct ClassKey {
     std::string_view key;

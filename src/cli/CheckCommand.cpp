@@ -17,6 +17,7 @@
 #include "cli/InternalErrors.h"
 #include "cli/Nearest.h"
 #include "cli/RepositoryFiles.h"
+#include "cli/RuleOversights.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Workspace.h"
 
@@ -150,6 +151,11 @@ private:
             diagnostics = workspace.fileDiagnostics();
             for (const RuleError& error : workspace.ruleErrors())
                 diagnostics.push_back({QorSeverity::Error, error.place, error.text});
+            if (!isValid && path != file)
+                diagnostics.push_back(
+                    about(QorSeverity::Error, file,
+                          fmt::format("not checked because of the errors in its library \"{}\"", path)));
+            for (const RuleOversight& oversight : ruleOversights(workspace)) diagnostics.push_back(oversight.warning);
         } else if (!isValid || !workspace.ruleErrors().empty()) {
             diagnostics.push_back(about(QorSeverity::Error, file,
                                         fmt::format("{} because of the errors in its library \"{}\", told with \"{}\"",

@@ -42,6 +42,7 @@ int copy(int descriptor, std::FILE* file) {
 }  // namespace
 
 std::string InputFiles::path(const std::string& file, std::string& error) {
+    if (file.empty()) error = "a file is to be named here, and the name is empty";
     if (!canBeReadOnce(file)) return file;
     auto& kept = _kept[file];
     if (!kept) {

@@ -2,7 +2,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <optional>
 
 #include "cardinality/QorCardinalityHandler.h"
 #include "cardinality/QorClassCardinality.h"
@@ -12,6 +11,7 @@
 #include "cli/InternalErrors.h"
 #include "cli/JsonWriter.h"
 #include "cli/Nearest.h"
+#include "cli/RuleOversights.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Workspace.h"
 
@@ -52,6 +52,7 @@ constexpr NamedLimit<QorRelationTargetCardinality> kTargetLimits[] = {
 /// What is to be told about a library's rules.
 struct RulesListing {
     std::vector<RuleError> errors;
+    std::vector<QorDiagnostic> ofFile;  ///< about the file as such, and what reading passes over in silence
     std::vector<QorClassInfo> classes;  ///< those with rules, in the order of the library file
 };
 
@@ -67,16 +68,19 @@ const QorClassCardinality* rulesOf(const QorClassInfo& cls) {
     return QorCardinalityHandler::Instance().getClassCardinality(cls.id);
 }
 
-RulesListing listingOf(const Workspace& workspace, const std::vector<QorClassInfo>& classes) {
+RulesListing listingOf(Workspace& workspace, const std::vector<QorClassInfo>& classes) {
     RulesListing listing;
     for (const QorClassInfo& cls : classes)
         if (rulesOf(cls) != nullptr) listing.classes.push_back(cls);
-    for (const RuleError& error : workspace.ruleErrors()) {
-        const bool isAsked =
-            error.cls == QorNoIdentifier ||
-            std::any_of(classes.begin(), classes.end(), [&](const QorClassInfo& cls) { return cls.id == error.cls; });
-        if (isAsked) listing.errors.push_back(error);
-    }
+    const auto isAsked = [&classes](QorIdentifier about) {
+        return about == QorNoIdentifier || std::any_of(classes.begin(), classes.end(),
+                                                       [about](const QorClassInfo& cls) { return cls.id == about; });
+    };
+    for (const RuleError& error : workspace.ruleErrors())
+        if (isAsked(error.cls)) listing.errors.push_back(error);
+    listing.ofFile = workspace.fileDiagnostics();
+    for (const RuleOversight& oversight : ruleOversights(workspace))
+        if (isAsked(oversight.cls)) listing.ofFile.push_back(oversight.warning);
     return listing;
 }
 
@@ -111,7 +115,7 @@ void writeJson(Console& console, const Workspace& workspace, const RulesListing&
     console.setMode(OutputMode::Document);
     JsonWriter json([&console](std::string_view text) { console.out(text); });
     json.beginObject().field("schema", "qor.rules/1").field("file", std::string_view(workspace.libraryPath()));
-    writeDiagnostics(json, workspace.fileDiagnostics());
+    writeDiagnostics(json, listing.ofFile);
     json.field("library", workspace.reader().nameOf(workspace.library()));
     json.key("definition_errors").beginList();
     for (const RuleError& error : listing.errors) writePlacedText(json, error.place, error.text);
@@ -121,7 +125,7 @@ void writeJson(Console& console, const Workspace& workspace, const RulesListing&
 }
 
 void writeText(Console& console, const Workspace& workspace, const RulesListing& listing) {
-    for (const QorDiagnostic& diagnostic : workspace.fileDiagnostics())
+    for (const QorDiagnostic& diagnostic : listing.ofFile)
         console.err(diagnosticLine(diagnostic, console.errColours()));
     for (const RuleError& error : listing.errors)
         console.out(diagnosticLine({QorSeverity::Error, error.place, error.text}, console.outColours()));

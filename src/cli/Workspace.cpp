@@ -93,7 +93,7 @@ bool Workspace::readLibrary() {
     if (kind == QorFileKind::Library || kind == QorFileKind::Unknown)
         _library = _importer.readFile(_path, QorNoIdentifier);
     if (!_library.hasErrors() && !hasLibrary())
-        _library.diagnostics.push_back({QorSeverity::Error, {_path, 0, 0}, "is not a method library"});
+        _library.diagnostics.push_back({QorSeverity::Error, {_path, 0, 0}, "this is not a method library"});
     return !_library.hasErrors();
 }
 

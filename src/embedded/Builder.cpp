@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/Builder.h"
 
-#include "platform/QorEventListener.h"
+#include "embedded/References.h"
 #include "platform/QorGuard.h"
 
 namespace qor::embedded {
 
 namespace {
 
+constexpr bool kOfManySteps = true;
+
 // Memory is what identifiers are made of.
 template <class Operation>
-QorBuildResult built(Repository& repository, Operation operation) noexcept {
+QorBuildResult built(Repository& repository, Operation operation, bool ofManySteps = false) noexcept {
     try {
-        return repository.change(operation);
+        return repository.change(operation, ofManySteps);
     } catch (...) {
         return refused(QorBuildError::NoIdentifiersLeft);
     }
@@ -60,6 +62,10 @@ QorBuildResult Builder::setLibraryValue(QorIdentifier library, QorIdentifier att
     return built(_repository, [&] { return _repository.setLibraryValue(library, attribute, text); });
 }
 
+QorBuildResult Builder::setUnmovedRelationClass(QorIdentifier part, std::string_view relationClass) {
+    return built(_repository, [&] { return _repository.setUnmovedRelationClass(part, relationClass); });
+}
+
 QorBuildResult Builder::addModelType(QorIdentifier part, std::string_view name,
                                      std::span<const QorIdentifier> classes) {
     return built(_repository, [&] { return _repository.meta().addModelType(part, name, classes); });
@@ -77,9 +83,7 @@ QorBuildResult Builder::addModel(QorIdentifier modelType, std::string_view name,
         built(_repository, [&] { return _repository.models().addModel(modelType, name, version); });
     if (!result.ok()) return result;
     const ModelStore& models = _repository.models();
-    const bool isFurther = models.thread(models.model(result.id)->thread)->versions.size() > 1;
-    Qor_RaiseEvent(QorModelEvent(QorEventType::ModelCreated, result.id));
-    if (isFurther) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelVersionsChanged, result.id));
+    _announcements.modelCreated(result.id, models.thread(models.model(result.id)->thread)->versions.size() > 1);
     return result;
 }
 
@@ -95,14 +99,94 @@ QorBuildResult Builder::setValue(QorIdentifier instance, QorIdentifier attribute
     const QorBuildResult result =
         built(_repository, [&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (result.ok() && _repository.meta().attribute(attribute)->type == QorCoreAttributeType::InterReference)
-        Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, _repository.models().modelOf(instance)));
+        _announcements.referencesChanged(_repository.models().modelOf(instance));
     return result;
 }
 
-QorBuildResult Builder::removeModel(QorIdentifier model) {
-    const QorBuildResult result = built(_repository, [&] { return _repository.models().removeModel(model); });
-    if (result.ok()) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelDeleted, model));
+QorBuildResult Builder::addRecordRow(QorIdentifier instance, QorIdentifier attribute, long position) {
+    return built(_repository, [&] {
+        const AttributeRow* const row = _repository.attributeOf(instance, attribute);
+        if (_repository.models().classOfInstance(instance) == QorNoIdentifier || row == nullptr)
+            return refused(QorBuildError::UnknownIdentifier);
+        return _repository.models().addRow(instance, *row, position);
+    });
+}
+
+QorBuildResult Builder::pasteObject(QorIdentifier model, QorIdentifier source, std::string_view name) {
+    const QorBuildResult result = built(
+        _repository, [&] { return _repository.pasteObject(model, source, name); }, kOfManySteps);
+    if (result.ok() && holdsReferences(_repository, result.id)) _announcements.referencesChanged(model);
     return result;
+}
+
+// The versions that a model has when it changes: listeners may change them.
+std::vector<QorIdentifier> Builder::versionsOf(QorIdentifier model) const {
+    const ModelRow* const row = _repository.models().model(model);
+    if (row == nullptr) return {};
+    return _repository.models().thread(row->thread)->versions.copy<QorIdentifier>(_repository.things());
+}
+
+// Runs an operation on the thread of a model, and announces each version when it changed something.
+template <class Operation>
+QorBuildResult Builder::changedThread(QorIdentifier model, Operation operation,
+                                      void (Announcements::*announce)(QorIdentifier) noexcept) {
+    std::vector<QorIdentifier> versions;
+    bool hasChanged = false;
+    const QorBuildResult result = built(_repository, [&] {
+        const ModelRow* const row = _repository.models().model(model);
+        if (row == nullptr) return refused(QorBuildError::UnknownIdentifier);
+        versions = versionsOf(model);
+        return operation(row->thread, hasChanged);
+    });
+    if (result.ok() && hasChanged)
+        for (const QorIdentifier version : versions) (_announcements.*announce)(version);
+    return result.ok() ? QorBuildResult{model} : result;
+}
+
+QorBuildResult Builder::renameModel(QorIdentifier model, std::string_view name) {
+    return changedThread(
+        model,
+        [&](QorIdentifier thread, bool& hasChanged) {
+            hasChanged = _repository.nameOf(thread) != name;
+            return _repository.models().renameThread(thread, name);
+        },
+        &Announcements::modelRenamed);
+}
+
+QorBuildResult Builder::moveModel(QorIdentifier model, QorIdentifier group) {
+    return changedThread(
+        model,
+        [&](QorIdentifier thread, bool& hasChanged) {
+            hasChanged = _repository.models().thread(thread)->group != group;
+            return _repository.groups().place(thread, group);
+        },
+        &Announcements::modelMoved);
+}
+
+QorBuildResult Builder::removeModel(QorIdentifier model) {
+    const ModelRow* const row = _repository.models().model(model);
+    const QorIdentifier thread = row ? row->thread : QorNoIdentifier;
+    const QorBuildResult result = built(_repository, [&] { return _repository.models().removeModel(model); });
+    if (!result.ok()) return result;
+    const ThreadRow* const left = _repository.models().thread(thread);
+    _announcements.modelDeleted(model, left ? left->versions.last(_repository.things()) : QorNoIdentifier);
+    return result;
+}
+
+QorBuildResult Builder::addModelGroup(QorIdentifier parent, std::string_view name) {
+    return built(_repository, [&] { return _repository.groups().add(parent, name); });
+}
+
+QorBuildResult Builder::renameModelGroup(QorIdentifier group, std::string_view name) {
+    return built(_repository, [&] { return _repository.groups().rename(group, name); });
+}
+
+QorBuildResult Builder::moveModelGroup(QorIdentifier group, QorIdentifier parent) {
+    return built(_repository, [&] { return _repository.groups().move(group, parent); });
+}
+
+QorBuildResult Builder::removeModelGroup(QorIdentifier group) {
+    return built(_repository, [&] { return _repository.groups().remove(group); });
 }
 
 // Room and order are a service: without memory for them, adding and reading say so.

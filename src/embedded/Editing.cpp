@@ -2,6 +2,7 @@
 #include "embedded/Editing.h"
 
 #include "embedded/Answers.h"
+#include "embedded/Expressions.h"
 #include "embedded/InterReferenceText.h"
 
 namespace qor::embedded {
@@ -69,8 +70,23 @@ QorErrorCode Editing::expressionResult(long model, long object, long attribute, 
             _repository.models().modelOf(instance) != narrow(model))
             return QorErrorCode::NotFound;
         const auto text = _repository.value(instance, *row, true);
-        if (!text) return QorErrorCode::NoValue;
-        result = SV::String(*text);
+        if (!text || text->empty()) return QorErrorCode::NoValue;
+        auto outcome = embedded::expressionResult(_repository, instance, *row);
+        if (std::holds_alternative<ExpressionFault>(outcome)) return QorErrorCode::NotComputable;
+        result = SV::String(std::get<std::string>(std::move(outcome)));
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode Editing::sourceNameOfPastedObject(long model, long object, SV::String& name) {
+    name.Clear();
+    return answered([&] {
+        const QorIdentifier id = narrow(object);
+        if (_repository.models().object(id) == nullptr || _repository.models().modelOf(id) != narrow(model))
+            return QorErrorCode::NotFound;
+        const auto source = _repository.ownValue(id, *_repository.meta().attribute(kPastedFrom));
+        if (!source) return QorErrorCode::NotFound;
+        name = SV::String(*source);
         return QorErrorCode::Ok;
     });
 }

@@ -23,6 +23,8 @@ constexpr FixedAttribute kFixed[] = {
     {QorAttributeId::WorkingEnvironmentHierarchyAttribute, FixedOwner::WorkingClass, Text, "Hierarchy attribute"},
     {QorAttributeId::WorkingEnvironmentCardinality, FixedOwner::WorkingClass, LongText, "Cardinalities"},
     {QorAttributeId::WorkingEnvironmentGraphic, FixedOwner::WorkingInstance, LongText, "Position"},
+    {kUnmovedRelationClass, FixedOwner::AnyLibrary, Text, "__UnmovedRelationClass__"},
+    {kPastedFrom, FixedOwner::AnyInstance, Text, "__PastedFrom__"},
 };
 
 }  // namespace

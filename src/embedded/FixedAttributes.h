@@ -21,6 +21,10 @@ enum class FixedOwner : std::uint8_t {
     AnyLibrary,        // every application library and part
 };
 
+// What only this platform keeps in attributes, beside those that every repository has.
+inline constexpr QorIdentifier kUnmovedRelationClass = 900;  // of a library part: the name of the relation class
+inline constexpr QorIdentifier kPastedFrom = 901;            // of an object: the name of the object that it copies
+
 struct FixedAttribute {
     QorIdentifier id;
     FixedOwner owner;

@@ -11,7 +11,7 @@
 
 namespace qor::embedded {
 
-enum class StepKind : std::uint8_t { Added, Removed, Renamed, EndMoved, ValueSet };
+enum class StepKind : std::uint8_t { Added, Removed, Renamed, Moved, EndMoved, ValueSet };
 
 // Whether things of the kind belong to models, not to the meta-model.
 [[nodiscard]] constexpr bool isOfModels(QorThingKind kind) { return kind >= QorThingKind::ModelThread; }
@@ -26,10 +26,11 @@ struct Step {
     bool sharesText = false;  // ValueSet: the texts belong to the attribute's enumeration
     QorIdentifier id = QorNoIdentifier;
     QorIdentifier scope = QorNoIdentifier;  // the library, class or model whose content the thing is
-    QorIdentifier other = QorNoIdentifier;  // ValueSet: the attribute; EndMoved: the object before
-    std::uint32_t row = 0;                  // Removed: where its row stands
-    std::uint32_t position = 0;             // of a record row, among its owner's
-    TextRef text = 0;                       // Renamed: the name before; ValueSet: the value before
+    // ValueSet: the attribute; EndMoved: the object before; Moved: the model group before
+    QorIdentifier other = QorNoIdentifier;
+    std::uint32_t row = 0;       // Removed: where its row stands
+    std::uint32_t position = 0;  // of a record row, among its owner's
+    TextRef text = 0;            // Renamed: the name before; ValueSet: the value before
 };
 
 // Off, it costs a test of a flag. While it is on, no row changes its place.

@@ -51,9 +51,12 @@ QorErrorCode ModelingManager::getAttributeType(long attribute, QorCoreAttributeT
     return row ? QorErrorCode::Ok : QorErrorCode::NotFound;
 }
 
-// No type is shown as another.
 QorErrorCode ModelingManager::getUIAttributeType(long attribute, QorCoreAttributeType& type) {
-    return getAttributeType(attribute, type);
+    const AttributeRow* const row = _repository.meta().attribute(narrow(attribute));
+    const bool isShownOtherwise = row != nullptr && row->shownAs != QorCoreAttributeType::None;
+    if (!isShownOtherwise) return getAttributeType(attribute, type);
+    type = row->shownAs;
+    return QorErrorCode::Ok;
 }
 
 // Whatever `classOf` can answer is a class: also a model type, and the class of a library part.

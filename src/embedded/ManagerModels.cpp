@@ -3,7 +3,6 @@
 #include "embedded/ModelingManager.h"
 #include "embedded/References.h"
 #include "platform/QorAttributeIds.h"
-#include "platform/QorEventListener.h"
 
 namespace qor::embedded {
 
@@ -69,6 +68,9 @@ QorErrorCode ModelingManager::GetClassOfInstance(long object, long& cls) {
 
 QorErrorCode ModelingManager::getInstanceIDFromInstanceName(long model, long cls, const char* name, long& object) {
     object = -1;
+    // NotFound means that the name is free, and that only.
+    if (_repository.models().model(narrow(model)) == nullptr || _repository.meta().objectClass(narrow(cls)) == nullptr)
+        return QorErrorCode::OutOfRange;
     return giveFound(object, _repository.models().findObject(narrow(model), narrow(cls), textOrEmpty(name)));
 }
 
@@ -97,7 +99,7 @@ QorErrorCode ModelingManager::deleteInstance(long model, long object) {
         const bool losesReferences = holdsReferences(_repository, id);
         const QorBuildResult result = _repository.change([&] { return _repository.models().removeObject(id); });
         if (!result.ok()) return codeOf(result.error);
-        if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
+        if (losesReferences) _announcements.referencesChanged(narrow(model));
         return QorErrorCode::Ok;
     });
 }

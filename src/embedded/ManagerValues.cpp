@@ -7,7 +7,6 @@
 #include "embedded/References.h"
 #include "embedded/ValueCheck.h"
 #include "platform/QorAttributeIds.h"
-#include "platform/QorEventListener.h"
 
 namespace qor::embedded {
 
@@ -63,7 +62,11 @@ QorErrorCode ModelingManager::writeValue(QorIdentifier model, QorIdentifier inst
     const QorBuildResult result =
         _repository.change([&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (!result.ok()) return codeOf(result.error);
-    if (raiseEvent) announceValue(model, instance, *_repository.meta().attribute(attribute));
+    const AttributeRow& row = *_repository.meta().attribute(attribute);
+    if (raiseEvent)
+        announceValue(model, instance, row);
+    else if (row.type == QorCoreAttributeType::InterReference)
+        _announcements.referencesChanged(model);
     return QorErrorCode::Ok;
 }
 
@@ -71,8 +74,7 @@ void ModelingManager::announceValue(QorIdentifier model, QorIdentifier instance,
     const RecordRow* const row = _repository.models().row(instance);
     QorIdentifier object = instance;
     while (const RecordRow* above = _repository.models().row(object)) object = above->owner;
-    Qor_RaiseEvent(QorAttributeEvent(QorEventType::AttributeValueChanged, 0, model, object, attribute.id,
-                                     row ? row->id : QorNoIdentifier, static_cast<long>(attribute.type)));
+    _announcements.valueChanged(model, object, attribute.id, row ? row->id : QorNoIdentifier, attribute.type);
 }
 
 QorErrorCode ModelingManager::setAttributeValue(long model, long identifier, long attribute, const char* text,
@@ -194,7 +196,7 @@ QorErrorCode ModelingManager::deleteRecordInstance(long model, long object, long
         const bool losesReferences = holdsReferences(_repository, found->id);
         const QorBuildResult result = _repository.change([&] { return _repository.models().removeRow(narrow(row)); });
         if (!result.ok()) return codeOf(result.error);
-        if (losesReferences) Qor_RaiseEvent(QorModelEvent(QorEventType::ModelReferencesChanged, model));
+        if (losesReferences) _announcements.referencesChanged(narrow(model));
         return QorErrorCode::Ok;
     });
 }

@@ -208,6 +208,7 @@ QorBuildResult MetaModel::addAttribute(QorIdentifier owner, const QorAttributeSp
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
     _store.journal.makeRoom(1);
+    makeRoomBelow(owner, attribute.name);
     try {
         for (const std::string_view value : attribute.enumeration) row.enumeration.push_back(_store.texts.add(value));
     } catch (...) {
@@ -219,6 +220,7 @@ QorBuildResult MetaModel::addAttribute(QorIdentifier owner, const QorAttributeSp
     row.owner = owner;
     row.type = attribute.type;
     row.level = attribute.level;
+    row.shownAs = attribute.shownAs;
     row.refersToModels = attribute.refersToModels;
     row.target = attribute.target;
     row.name = name.keep();
@@ -227,6 +229,7 @@ QorBuildResult MetaModel::addAttribute(QorIdentifier owner, const QorAttributeSp
     owned.push_back(row.id);
     _store.names.add(NameIndex::hashOf({owner, nameTag::kAttribute}, attribute.name), row.id);
     _attributes.push_back(std::move(row));
+    noteAttributeBelow(_attributes.back(), 1);
     return {_attributes.back().id};
 }
 
@@ -276,6 +279,7 @@ void MetaModel::forget(QorIdentifier id) {
     step.scope = scopeOf(id);
     step.row = place.index;
     _store.journal.note(step);
+    if (place.kind == QorThingKind::Attribute) noteAttributeBelow(_attributes[place.index], -1);
     const Entry entry = entryOf(place.kind, place.index);
     if (entry.scope.within != kNotIndexed.within)
         _store.names.remove(NameIndex::hashOf(entry.scope, text(*entry.name)), id);

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded/AttributesBelow.h"
 #include "embedded/MetaRows.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/Store.h"
@@ -81,6 +82,8 @@ public:
     // For the models, which are counted here.
     [[nodiscard]] LibraryRow& editLibrary(QorIdentifier id) { return _libraries[_store.things.at(id).index]; }
     [[nodiscard]] ClassRow& editClass(QorIdentifier id) { return _classes[_store.things.at(id).index]; }
+    // One instance more or less of exactly the class.
+    void countInstance(QorIdentifier cls, int change) noexcept;
     [[nodiscard]] RelationClassRow& editRelationClass(QorIdentifier id) {
         return _relationClasses[_store.things.at(id).index];
     }
@@ -131,6 +134,9 @@ private:
         _store.journal.note(step);
     }
     void forget(QorIdentifier id);
+    // Every class above the owner is told of an attribute more or less below it; room comes first.
+    void makeRoomBelow(QorIdentifier owner, std::string_view name);
+    void noteAttributeBelow(const AttributeRow& attribute, int change) noexcept;
     void takeBackAdded(const Step& step) noexcept;
     void releaseTexts(QorThingKind kind, std::size_t row) noexcept;
 
@@ -141,6 +147,7 @@ private:
     std::vector<RelationClassRow> _relationClasses;
     std::vector<AttributeRow> _attributes;
     std::vector<ModelTypeRow> _modelTypes;
+    AttributesBelow _attributesBelow;
 };
 
 }  // namespace qor::embedded

@@ -49,11 +49,13 @@ void MetaModel::takeBack(const Step& step) noexcept {
     _store.things.place(step.id, step.thing, step.row);
     if (entry.scope.within != kNotIndexed.within)
         _store.names.add(NameIndex::hashOf(entry.scope, text(*entry.name)), step.id);
+    if (step.thing == QorThingKind::Attribute) noteAttributeBelow(_attributes[step.row], 1);
 }
 
 // What was added last stands last wherever it stands.
 void MetaModel::takeBackAdded(const Step& step) noexcept {
     const std::size_t row = _store.things.at(step.id).index;
+    if (step.thing == QorThingKind::Attribute) noteAttributeBelow(_attributes[row], -1);
     const Entry entry = entryOf(step.thing, row);
     if (entry.scope.within != kNotIndexed.within)
         _store.names.remove(NameIndex::hashOf(entry.scope, text(*entry.name)), step.id);
@@ -113,6 +115,7 @@ void MetaModel::sweep() noexcept {
     closeGaps(_store.things, _relationClasses);
     closeGaps(_store.things, _attributes);
     closeGaps(_store.things, _modelTypes);
+    _attributesBelow.sweep();
 }
 
 }  // namespace qor::embedded

@@ -156,13 +156,43 @@ QorIdentifier MetaModel::findAttribute(QorIdentifier owner, std::string_view nam
 
 // Who has the name among the attributes of the owner, its ancestors and its descendants.
 QorIdentifier MetaModel::attributeNamed(QorIdentifier owner, std::string_view name) const {
-    QorIdentifier found = findAttribute(owner, name);
+    const QorIdentifier found = findAttribute(owner, name);
     if (found != QorNoIdentifier || anyClass(owner) == nullptr) return found;
-    for (const QorIdentifier below : descendants(owner)) {
-        found = findOwnAttribute(below, name);
-        if (found != QorNoIdentifier) return found;
-    }
-    return QorNoIdentifier;
+    const AttributesBelow::Entry entry = _attributesBelow.find(owner, name);
+    if (entry.count == 0 || attribute(entry.latest) != nullptr)
+        return entry.count == 0 ? QorNoIdentifier : entry.latest;
+    QorIdentifier holder = QorNoIdentifier;
+    for (const QorIdentifier below : descendants(owner))
+        if (holder == QorNoIdentifier) holder = findOwnAttribute(below, name);
+    return holder;
+}
+
+void MetaModel::makeRoomBelow(QorIdentifier owner, std::string_view name) {
+    if (const ClassRow* cls = anyClass(owner))
+        forEachInLine(cls->superclass, [&](const ClassRow& above) { _attributesBelow.makeRoom(above.id, name); });
+}
+
+void MetaModel::noteAttributeBelow(const AttributeRow& attribute, int change) noexcept {
+    const ClassRow* const owner = anyClass(attribute.owner);
+    if (owner == nullptr) return;
+    const std::string_view name = text(attribute.name);
+    forEachInLine(owner->superclass, [&](const ClassRow& above) {
+        if (change > 0)
+            _attributesBelow.add(above.id, name, attribute.id);
+        else
+            _attributesBelow.remove(above.id, name);
+    });
+}
+
+void MetaModel::countInstance(QorIdentifier cls, int change) noexcept {
+    ClassRow& row = editClass(cls);
+    const bool wasInhabited = row.instances > 0;
+    row.instances = static_cast<std::uint32_t>(static_cast<std::int64_t>(row.instances) + change);
+    if (wasInhabited == (row.instances > 0)) return;
+    forEachInLine(cls, [&](const ClassRow& above) {
+        std::uint32_t& inhabited = editClass(above.id).inhabited;
+        inhabited = static_cast<std::uint32_t>(static_cast<std::int64_t>(inhabited) + change);
+    });
 }
 
 bool MetaModel::hasFixed(QorIdentifier owner, FixedOwner fixedOwner) const {
@@ -224,9 +254,7 @@ std::vector<QorIdentifier> MetaModel::attributesInLine(QorIdentifier owner) cons
 
 bool MetaModel::hasInstances(QorIdentifier owner) const {
     if (const RelationClassRow* row = relationClass(owner)) return row->instances > 0;
-    const auto inhabited = [&](QorIdentifier cls) { return anyClass(cls)->instances > 0; };
-    const std::vector<QorIdentifier> below = descendants(owner);
-    return inhabited(owner) || std::any_of(below.begin(), below.end(), inhabited);
+    return anyClass(owner)->inhabited > 0;
 }
 
 bool MetaModel::allows(const ModelTypeRow& type, QorIdentifier cls) const {

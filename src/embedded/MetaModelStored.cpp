@@ -87,7 +87,9 @@ bool MetaModel::adopt(const StoredRow& stored) {
             const QorIdentifier target = numbers[5];
             if ((anyClass(owner) == nullptr && relationClass(owner) == nullptr) ||
                 (target != QorNoIdentifier && anyClass(target) == nullptr) ||
-                !isOneOf(numbers[2], QorCoreAttributeType::Calendar) || !isOneOf(numbers[3], QorAttributeLevel::Class))
+                !isOneOf(numbers[2], QorCoreAttributeType::Calendar) ||
+                !isOneOf(numbers[3], QorAttributeLevel::Class) ||
+                (numbers[6] != QorNoIdentifier && !isOneOf(numbers[6], QorCoreAttributeType::Calendar)))
                 return false;
             AttributeRow row;
             row.id = id;
@@ -96,12 +98,15 @@ bool MetaModel::adopt(const StoredRow& stored) {
             row.level = static_cast<QorAttributeLevel>(numbers[3]);
             row.refersToModels = numbers[4] != 0;
             row.target = target;
+            row.shownAs = static_cast<QorCoreAttributeType>(numbers[6]);
             row.name = _store.texts.add(stored.texts[0]);
             row.defaultText = _store.texts.add(stored.texts[1]);
             (anyClass(owner) ? editClass(owner).attributes : editRelationClass(owner).attributes).push_back(id);
             index({owner, nameTag::kAttribute});
             place(QorThingKind::Attribute, _attributes.size());
+            makeRoomBelow(owner, stored.texts[0]);
             _attributes.push_back(std::move(row));
+            noteAttributeBelow(_attributes.back(), 1);
             return true;
         }
         case StoredTable::EnumerationValues: {
@@ -159,7 +164,7 @@ void MetaModel::forEachStored(QorThingKind kind, QorIdentifier id, std::size_t r
             const AttributeRow& its = _attributes[row];
             take({StoredTable::Attributes,
                   {id, its.owner, static_cast<QorIdentifier>(its.type), static_cast<QorIdentifier>(its.level),
-                   its.refersToModels ? 1 : 0, its.target},
+                   its.refersToModels ? 1 : 0, its.target, static_cast<QorIdentifier>(its.shownAs)},
                   {text(its.name), text(its.defaultText)}});
             for (std::size_t at = 0; at < its.enumeration.size(); ++at)
                 take({StoredTable::EnumerationValues,

@@ -38,6 +38,7 @@ struct ClassRow {
     bool isAbstract = false;
     bool isRecordClass = false;
     std::uint32_t instances = 0;  // of exactly this class
+    std::uint32_t inhabited = 0;  // it and the classes below it, as far as they have instances
     std::vector<QorIdentifier> subclasses;
     std::vector<QorIdentifier> attributes;
     std::vector<QorIdentifier> outgoing;  // relation classes that name this class as their source
@@ -59,6 +60,7 @@ struct AttributeRow {
     QorIdentifier owner = QorNoIdentifier;  // none for a fixed attribute
     FixedOwner fixedOwner = FixedOwner::AnyClass;
     QorCoreAttributeType type = QorCoreAttributeType::None;
+    QorCoreAttributeType shownAs = QorCoreAttributeType::None;  // to users; none: as what it is
     QorAttributeLevel level = QorAttributeLevel::Instance;
     bool refersToModels = false;
     QorIdentifier target = QorNoIdentifier;

@@ -14,6 +14,7 @@ namespace qor::embedded {
 struct ThreadRow {
     QorIdentifier id = QorNoIdentifier;
     QorIdentifier modelType = QorNoIdentifier;
+    QorIdentifier group = QorNoIdentifier;  // the model group that it lies in
     TextRef name = 0;
     IdentifierList versions;
 };

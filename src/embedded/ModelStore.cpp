@@ -84,7 +84,7 @@ QorBuildResult ModelStore::addObject(QorIdentifier modelId, QorIdentifier cls, s
     _tables.objects.push_back({id, cls, modelId, text.keep()});
     owner.objects.add(id);
     bucket.objects.add(id);
-    ++_meta.editClass(cls).instances;
+    _meta.countInstance(cls, 1);
     _store.names.add(NameIndex::hashOf({modelId, cls}, name), id);
     noteAdded(QorThingKind::Object, id, modelId);
     return {id};
@@ -128,21 +128,61 @@ QorBuildResult ModelStore::renameObject(QorIdentifier id, std::string_view name)
     if (holder == id) return {id};
     if (holder != QorNoIdentifier) return refused(QorBuildError::DuplicateName, holder);
 
-    NewText text(_store.texts, name);
+    return rename(id, row->model, name);
+}
+
+QorBuildResult ModelStore::renameThread(QorIdentifier id, std::string_view name) {
+    const ThreadRow* const row = thread(id);
+    if (row == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (const QorBuildError error = checkName(name); error != QorBuildError::None) return refused(error);
+    const QorIdentifier holder = findThread(row->modelType, name);
+    if (holder == id) return {id};
+    if (holder != QorNoIdentifier) return refused(QorBuildError::DuplicateName, holder);
+    return rename(id, libraryOfThread(id), name);
+}
+
+NameScope ModelStore::nameScopeOf(QorIdentifier id) const {
+    if (const ObjectRow* row = object(id)) return {row->model, row->cls};
+    return {thread(id)->modelType, nameTag::kThread};
+}
+
+TextRef& ModelStore::nameIn(QorIdentifier id) {
+    return object(id) ? editObject(id).name : _threads[_store.things.at(id).index].name;
+}
+
+QorBuildResult ModelStore::rename(QorIdentifier id, QorIdentifier scope, std::string_view name) {
+    NewText newName(_store.texts, name);
     _store.names.makeRoom(1);
-    Step step;
-    step.kind = StepKind::Renamed;
-    step.thing = QorThingKind::Object;
-    step.id = id;
-    step.scope = row->model;
-    step.text = row->name;
-    _store.journal.note(step);
-    const NameScope scope{row->model, row->cls};
-    _store.names.remove(NameIndex::hashOf(scope, nameOf(id)), id);
-    _store.names.add(NameIndex::hashOf(scope, name), id);
-    editObject(id).name = text.keep();
-    if (!_store.journal.isOn()) bury(step);
+    const NameScope within = nameScopeOf(id);
+    TextRef& its = nameIn(id);
+    noteChange(StepKind::Renamed, id, scope, its, QorNoIdentifier);
+    _store.names.remove(NameIndex::hashOf(within, text(its)), id);
+    _store.names.add(NameIndex::hashOf(within, name), id);
+    if (!_store.journal.isOn()) _store.texts.release(its);
+    its = newName.keep();
     return {id};
+}
+
+void ModelStore::noteChange(StepKind kind, QorIdentifier id, QorIdentifier scope, TextRef text, QorIdentifier other) {
+    Step step;
+    step.kind = kind;
+    step.thing = _store.things.kindOf(id);
+    step.id = id;
+    step.scope = scope;
+    step.text = text;
+    step.other = other;
+    _store.journal.note(step);
+}
+
+void ModelStore::moveThread(QorIdentifier id, QorIdentifier group) {
+    QorIdentifier& its = _threads[_store.things.at(id).index].group;
+    noteChange(StepKind::Moved, id, libraryOfThread(id), 0, its);
+    its = group;
+}
+
+bool ModelStore::hasThreadsIn(QorIdentifier group) const {
+    return std::any_of(_threads.begin(), _threads.end(),
+                       [&](const ThreadRow& row) { return row.id != QorNoIdentifier && row.group == group; });
 }
 
 QorBuildResult ModelStore::moveEnd(QorIdentifier id, Adjacency::Direction direction, QorIdentifier objectId) {
@@ -245,7 +285,7 @@ void ModelStore::forgetObject(QorIdentifier id) {
     ObjectRow& row = editObject(id);
     _values.clearAll(id, row.cls, row.model);
     const Step step = noteRemoved(id, row.model);
-    --_meta.editClass(row.cls).instances;
+    _meta.countInstance(row.cls, -1);
     _store.names.remove(NameIndex::hashOf({row.model, row.cls}, text(row.name)), id);
     ModelRow& owner = editModel(row.model);
     owner.objects.noteRemoval();

@@ -27,12 +27,19 @@ public:
     QorBuildResult addObject(QorIdentifier model, QorIdentifier cls, std::string_view name);
     QorBuildResult addRelation(QorIdentifier relationClass, QorIdentifier from, QorIdentifier to);
     QorBuildResult renameObject(QorIdentifier object, std::string_view name);
+    // All versions of the model.
+    QorBuildResult renameThread(QorIdentifier thread, std::string_view name);
+    // The thread must exist; whether the group may hold it is not asked here.
+    void moveThread(QorIdentifier thread, QorIdentifier group);
+    [[nodiscard]] bool hasThreadsIn(QorIdentifier group) const;
     // Makes the relation leave (reach) another object of the same model.
     QorBuildResult moveEnd(QorIdentifier relation, Adjacency::Direction direction, QorIdentifier object);
     // With its relations.
     QorBuildResult removeObject(QorIdentifier object);
     QorBuildResult removeModel(QorIdentifier model);
 
+    // How many rows may lie within one another.
+    static constexpr std::size_t kDeepestRows = 16;
     // A row of a record attribute that the owner has. `position` counts from 0, -1 means the end.
     QorBuildResult addRow(QorIdentifier owner, const AttributeRow& attribute, long position);
     QorBuildResult removeRow(QorIdentifier row);
@@ -113,9 +120,15 @@ private:
     void tidyLists(QorIdentifier model, QorIdentifier cls) noexcept;
     void takeBackAdded(const Step& step) noexcept;
     void takeBackRemoved(const Step& step) noexcept;
+    void noteChange(StepKind kind, QorIdentifier id, QorIdentifier scope, TextRef text, QorIdentifier other);
+    [[nodiscard]] NameScope nameScopeOf(QorIdentifier objectOrThread) const;
+    [[nodiscard]] TextRef& nameIn(QorIdentifier objectOrThread);
+    // The name must be free.
+    QorBuildResult rename(QorIdentifier objectOrThread, QorIdentifier scope, std::string_view name);
     void takeBackName(const Step& step) noexcept;
     void takeBackEnd(const Step& step) noexcept;
     [[nodiscard]] QorIdentifier libraryOfThread(QorIdentifier thread) const;
+    [[nodiscard]] std::size_t depthOf(QorIdentifier rowOwner) const;
     void sweepWhenHalfIsGone() noexcept;
     void sweep() noexcept;
 

@@ -12,6 +12,9 @@ void ModelStore::takeBack(const Step& step) noexcept {
             return takeBackRemoved(step);
         case StepKind::Renamed:
             return takeBackName(step);
+        case StepKind::Moved:
+            _threads[_store.things.at(step.id).index].group = step.other;
+            return;
         case StepKind::EndMoved:
             return takeBackEnd(step);
         case StepKind::ValueSet:
@@ -44,7 +47,7 @@ void ModelStore::takeBackAdded(const Step& step) noexcept {
             ModelRow& owner = editModel(row.model);
             owner.objects.takeBackLast();
             bucketFor(owner, row.cls).objects.takeBackLast();
-            --_meta.editClass(row.cls).instances;
+            _meta.countInstance(row.cls, -1);
             _store.names.remove(NameIndex::hashOf({row.model, row.cls}, text(row.name)), step.id);
             _store.texts.release(row.name);
             _tables.objects.pop_back();
@@ -61,7 +64,7 @@ void ModelStore::takeBackAdded(const Step& step) noexcept {
             const RecordRow row = _rows[at];
             const auto place = _rowsOf.find({row.owner, row.attribute});
             place->second.erase(place->second.begin() + step.position);  // the list stays: an earlier step may need it
-            --_meta.editClass(row.recordClass).instances;
+            _meta.countInstance(row.recordClass, -1);
             _rows.pop_back();
             break;
         }
@@ -95,7 +98,7 @@ void ModelStore::takeBackRemoved(const Step& step) noexcept {
             ModelRow& owner = editModel(row.model);
             owner.objects.noteReturn();
             bucketFor(owner, row.cls).objects.noteReturn();
-            ++_meta.editClass(row.cls).instances;
+            _meta.countInstance(row.cls, 1);
             _store.names.add(NameIndex::hashOf({row.model, row.cls}, text(row.name)), step.id);
             --_gone.objects;
             _adjacency.forget();
@@ -115,7 +118,7 @@ void ModelStore::takeBackRemoved(const Step& step) noexcept {
             row.id = step.id;
             std::vector<QorIdentifier>& list = _rowsOf.find({row.owner, row.attribute})->second;
             list.insert(list.begin() + step.position, step.id);
-            ++_meta.editClass(row.recordClass).instances;
+            _meta.countInstance(row.recordClass, 1);
             --_gone.rows;
             break;
         }
@@ -123,12 +126,12 @@ void ModelStore::takeBackRemoved(const Step& step) noexcept {
 }
 
 void ModelStore::takeBackName(const Step& step) noexcept {
-    ObjectRow& row = editObject(step.id);
-    const NameScope scope{row.model, row.cls};
-    _store.names.remove(NameIndex::hashOf(scope, text(row.name)), step.id);
-    _store.texts.release(row.name);
-    row.name = step.text;
-    _store.names.add(NameIndex::hashOf(scope, text(row.name)), step.id);
+    const NameScope within = nameScopeOf(step.id);
+    TextRef& its = nameIn(step.id);
+    _store.names.remove(NameIndex::hashOf(within, text(its)), step.id);
+    _store.texts.release(its);
+    its = step.text;
+    _store.names.add(NameIndex::hashOf(within, text(its)), step.id);
 }
 
 void ModelStore::takeBackEnd(const Step& step) noexcept {

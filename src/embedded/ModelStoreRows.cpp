@@ -9,6 +9,7 @@ QorBuildResult ModelStore::addRow(QorIdentifier owner, const AttributeRow& attri
     if (attribute.type != QorCoreAttributeType::Record) return refused(QorBuildError::AttributeDoesNotBelong);
     const auto count = static_cast<long>(rows(owner, attribute.id).size());
     if (position < -1 || position > count) return refused(QorBuildError::UnknownIdentifier);
+    if (depthOf(owner) >= kDeepestRows) return refused(QorBuildError::NestedTooDeeply);
     if (!_store.things.hasRoomFor(1, _rows.size())) return refused(QorBuildError::NoIdentifiersLeft);
 
     makeRoomForOne(_rows);
@@ -22,8 +23,15 @@ QorBuildResult ModelStore::addRow(QorIdentifier owner, const AttributeRow& attri
     const long at = position == -1 ? count : position;
     list.insert(list.begin() + at, id);
     noteAdded(QorThingKind::RecordRow, id, modelOf(id), static_cast<std::size_t>(at));
-    ++_meta.editClass(attribute.target).instances;
+    _meta.countInstance(attribute.target, 1);
     return {id};
+}
+
+// How many rows a row of the owner lies in.
+std::size_t ModelStore::depthOf(QorIdentifier owner) const {
+    std::size_t depth = 0;
+    for (const RecordRow* above = row(owner); above != nullptr; above = row(above->owner)) ++depth;
+    return depth;
 }
 
 QorBuildResult ModelStore::removeRow(QorIdentifier id) {
@@ -48,7 +56,7 @@ void ModelStore::forgetRow(QorIdentifier id, std::size_t position) {
     const Step step = noteRemoved(id, modelId, position);
     std::vector<QorIdentifier>& list = _rowsOf.find({row.owner, row.attribute})->second;
     list.erase(list.begin() + static_cast<std::ptrdiff_t>(position));
-    --_meta.editClass(row.recordClass).instances;
+    _meta.countInstance(row.recordClass, -1);
     row.id = QorNoIdentifier;
     ++_gone.rows;
     gone(step);

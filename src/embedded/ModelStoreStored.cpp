@@ -16,10 +16,14 @@ bool ModelStore::adopt(const StoredRow& stored) {
     };
     switch (stored.table) {
         case StoredTable::Threads: {
-            if (_meta.modelType(numbers[1]) == nullptr) return false;
+            const bool isInGroup = numbers[2] != QorNoIdentifier;
+            if (_meta.modelType(numbers[1]) == nullptr ||
+                (isInGroup && _store.things.kindOf(numbers[2]) != QorThingKind::ModelGroup))
+                return false;
             ThreadRow row;
             row.id = id;
             row.modelType = numbers[1];
+            row.group = numbers[2];
             row.name = _store.texts.add(stored.texts[0]);
             index({row.modelType, nameTag::kThread});
             place(QorThingKind::ModelThread, _threads.size());
@@ -52,7 +56,7 @@ bool ModelStore::adopt(const StoredRow& stored) {
             owner.objects.add(id);
             bucket.objects.makeRoom();
             bucket.objects.add(id);
-            ++_meta.editClass(cls).instances;
+            _meta.countInstance(cls, 1);
             index({owner.id, cls});
             place(QorThingKind::Object, _tables.objects.size());
             _tables.objects.push_back({id, cls, owner.id, _store.texts.add(stored.texts[0])});
@@ -76,9 +80,10 @@ bool ModelStore::adopt(const StoredRow& stored) {
             const AttributeRow* const attribute = _meta.attribute(numbers[3]);
             const ClassRow* const cls = _meta.anyClass(numbers[1]);
             if (attribute == nullptr || attribute->type != QorCoreAttributeType::Record || cls == nullptr ||
-                !cls->isRecordClass || classOfInstance(numbers[2]) == QorNoIdentifier)
+                !cls->isRecordClass || classOfInstance(numbers[2]) == QorNoIdentifier ||
+                depthOf(numbers[2]) >= kDeepestRows)
                 return false;
-            ++_meta.editClass(numbers[1]).instances;
+            _meta.countInstance(numbers[1], 1);
             place(QorThingKind::RecordRow, _rows.size());
             _rows.push_back({id, numbers[1], numbers[2], numbers[3]});
             return true;
@@ -99,7 +104,7 @@ void ModelStore::orderRows(std::vector<StoredRow>& rows) {
 StoredRow ModelStore::stored(QorThingKind kind, QorIdentifier id, std::size_t at, std::size_t position) const {
     switch (kind) {
         case QorThingKind::ModelThread:
-            return {StoredTable::Threads, {id, _threads[at].modelType}, {text(_threads[at].name)}};
+            return {StoredTable::Threads, {id, _threads[at].modelType, _threads[at].group}, {text(_threads[at].name)}};
         case QorThingKind::Model:
             return {StoredTable::Models, {id, _models[at].thread}, {text(_models[at].version)}};
         case QorThingKind::Object: {

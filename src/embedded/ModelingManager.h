@@ -3,6 +3,7 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "embedded/Announcements.h"
 #include "embedded/LibrarySession.h"
 #include "embedded/Repository.h"
 #include "embedded/UnitsOfWork.h"
@@ -15,8 +16,8 @@ namespace qor::embedded {
 // The repository as the contracts show it: narrows identifiers, sets outputs, turns failures into codes, raises events.
 class ModelingManager final : public QorCoreModelingManager, public QorCoreBulkView {
 public:
-    ModelingManager(Repository& repository, LibrarySession& session, const Users& users)
-        : _repository(repository), _session(session), _users(users) {}
+    ModelingManager(Repository& repository, LibrarySession& session, const Users& users, Announcements& announcements)
+        : _repository(repository), _session(session), _users(users), _announcements(announcements) {}
     ~ModelingManager() override;
 
     QorCoreBulkView* bulkView() override { return this; }
@@ -123,7 +124,8 @@ private:
     Repository& _repository;
     LibrarySession& _session;
     const Users& _users;
-    UnitsOfWork _units{_repository};
+    Announcements& _announcements;
+    UnitsOfWork _units{_repository, _announcements};
 };
 
 }  // namespace qor::embedded

@@ -25,6 +25,7 @@ inline constexpr QorIdentifier kModelType = -4;
 inline constexpr QorIdentifier kAttribute = -5;
 inline constexpr QorIdentifier kThread = -6;
 inline constexpr QorIdentifier kVersion = -7;
+inline constexpr QorIdentifier kGroup = -8;
 }  // namespace nameTag
 
 // Hash to identifiers, 8 bytes a slot, at most three quarters full. Who asks compares the names themselves.

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/QorEmbeddedPlatform.h"
 
+#include "embedded/Announcements.h"
 #include "embedded/Builder.h"
 #include "embedded/ConsoleWindows.h"
 #include "embedded/Editing.h"
 #include "embedded/LibrarySession.h"
+#include "embedded/ModelGroupService.h"
 #include "embedded/ModelingManager.h"
 #include "embedded/Reader.h"
 #include "embedded/RecordingWindows.h"
@@ -22,6 +24,7 @@ struct QorEmbeddedPlatform::Impl {
         host.repository = &manager;
         host.coreVars = &coreVars;
         host.users = &users;
+        host.modelGroups = &modelGroups;
         host.attributeProfiles = &attributeProfiles;
         host.editing = &editing;
         host.graphics = &patterns;
@@ -32,12 +35,14 @@ struct QorEmbeddedPlatform::Impl {
     Repository repository;
     LibrarySession session;
     Users users;
-    ModelingManager manager{repository, session, users};
-    Builder builder{repository, session};
+    Announcements announcements;
+    ModelingManager manager{repository, session, users, announcements};
+    Builder builder{repository, session, announcements};
     Reader reader{repository};
-    CoreVars coreVars{session};
+    CoreVars coreVars{repository, session};
     AttributeProfiles attributeProfiles{repository};
-    Editing editing{repository, manager};
+    Editing editing{repository, manager, announcements};
+    ModelGroupService modelGroups{repository};
     ClassPatterns patterns{repository, session};
     MessageTexts texts;
     RecordingWindows recording;

@@ -15,7 +15,7 @@ const char* Qor_BuildErrorText(QorBuildError error) {
         case QorBuildError::EmptyName:
             return "the name is empty";
         case QorBuildError::NameRefused:
-            return "the name is longer than 65535 bytes or holds a zero byte";
+            return "the name is longer than 65535 bytes, or holds a line break or control character";
         case QorBuildError::DuplicateName:
             return "the name is taken";
         case QorBuildError::CyclicInheritance:
@@ -38,6 +38,10 @@ const char* Qor_BuildErrorText(QorBuildError error) {
             return "the attribute's type does not take this value";
         case QorBuildError::HasInstances:
             return "it is in use and cannot be changed any more";
+        case QorBuildError::GroupInItself:
+            return "the model group would lie in itself";
+        case QorBuildError::NestedTooDeeply:
+            return "it would be nested too deeply: 64 model groups and 16 record rows lie within one another at most";
         case QorBuildError::NoIdentifiersLeft:
             return "the repository is full";
         case QorBuildError::NotStored:

@@ -16,7 +16,7 @@ enum class QorBuildError : std::int32_t {
     None = 0,
     UnknownIdentifier,  ///< no such thing, or not of the kind that is needed here
     EmptyName,
-    NameRefused,        ///< holds a zero byte, or is longer than 65535 bytes
+    NameRefused,        ///< holds a control character or line break, or is longer than 65535 bytes
     DuplicateName,      ///< `id` names who has it
     CyclicInheritance,  ///< for readers of files; a class that is added has no subclasses yet
     ForeignLibrary,     ///< the things belong to different application libraries
@@ -28,6 +28,8 @@ enum class QorBuildError : std::int32_t {
     AttributeDoesNotBelong,  ///< the class has no such attribute
     ValueRefused,            ///< the attribute's type does not take this text
     HasInstances,            ///< cannot be changed any more
+    GroupInItself,           ///< a model group would lie in itself
+    NestedTooDeeply,         ///< more than 64 model groups, or 16 record rows, within one another
     NoIdentifiersLeft,       ///< neither identifiers nor memory
     NotStored,               ///< the repository file did not take it
 };
@@ -51,6 +53,7 @@ struct QorAttributeSpec {
     std::string_view defaultText;                   ///< value of an instance without one of its own
     QorIdentifier target = QorNoIdentifier;         ///< record class of a record, profile class of a profile reference
     bool refersToModels = false;                    ///< an inter-model reference to whole models
+    QorCoreAttributeType shownAs = QorCoreAttributeType::None;  ///< the type that users see; None: its own
 };
 
 enum class QorLibraryPart : std::int32_t { BusinessProcess, WorkingEnvironment };
@@ -83,6 +86,9 @@ public:
     virtual QorBuildResult setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text) = 0;
     /// Value of a library's attribute (QorAttributeIds.h); `library` is an application library or a part.
     virtual QorBuildResult setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text) = 0;
+    /// The relation class, by name, whose relations stay behind when an object is converted: the core variable 33 names
+    /// it for the business-process part, 40 for the other one. The empty name takes it away.
+    virtual QorBuildResult setUnmovedRelationClass(QorIdentifier part, std::string_view relationClass) = 0;
     /// A kind of models and the classes whose objects such models hold, relation classes excluded; an abstract class
     /// stands for the count of its subclasses' objects. Names are unique within the application library.
     virtual QorBuildResult addModelType(QorIdentifier part, std::string_view name,
@@ -106,8 +112,28 @@ public:
     /// no text. The empty text takes the value away, except from free texts (Text, LongText, Expression,
     /// SimulationAction), which it makes empty. The value of an object's name renames the object.
     virtual QorBuildResult setValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) = 0;
+    /// A row of a record attribute of an object or relation instance, without values yet; its cells are set as values
+    /// of the row. `position` counts from 0; -1 puts the row at the end.
+    virtual QorBuildResult addRecordRow(QorIdentifier instance, QorIdentifier attribute, long position = -1) = 0;
+    /// A copy of an object, in the same or another model of its library, with its values and record rows, without
+    /// relations. The copy remembers the name of its source.
+    virtual QorBuildResult pasteObject(QorIdentifier model, QorIdentifier source, std::string_view name) = 0;
+    /// With all its versions; no other model of the type may have the name.
+    virtual QorBuildResult renameModel(QorIdentifier model, std::string_view name) = 0;
     /// Deletes the model with everything in it. O(its content).
     virtual QorBuildResult removeModel(QorIdentifier model) = 0;
+
+    // ---- Model groups ----
+
+    /// A group in another one, or at the top of an application library. Names are unique among the groups of one group.
+    virtual QorBuildResult addModelGroup(QorIdentifier parent, std::string_view name) = 0;
+    virtual QorBuildResult renameModelGroup(QorIdentifier group, std::string_view name) = 0;
+    /// Into another group, or to the top of the application library, with everything in it.
+    virtual QorBuildResult moveModelGroup(QorIdentifier group, QorIdentifier parent) = 0;
+    /// HasInstances while it holds a group or a model.
+    virtual QorBuildResult removeModelGroup(QorIdentifier group) = 0;
+    /// Puts the model, with all its versions, into a group of its library; none takes it out of its group.
+    virtual QorBuildResult moveModel(QorIdentifier model, QorIdentifier group) = 0;
 
     /// Tells how much is to come, so that room is made once.
     virtual void reserve(std::size_t objects, std::size_t relations) = 0;

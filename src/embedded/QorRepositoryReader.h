@@ -24,6 +24,7 @@ enum class QorThingKind : std::int32_t {
     Object,
     Relation,
     RecordRow,
+    ModelGroup,
 };
 
 struct QorClassInfo {
@@ -53,6 +54,7 @@ struct QorAttributeInfo {
     std::vector<std::string_view> enumeration;
     QorIdentifier target = QorNoIdentifier;
     bool refersToModels = false;
+    QorCoreAttributeType shownAs = QorCoreAttributeType::None;  ///< None: its own type
 };
 
 struct QorModelTypeInfo {
@@ -67,6 +69,13 @@ struct QorModelInfo {
     QorIdentifier thread = QorNoIdentifier;
     std::string_view name;
     std::string_view version;
+};
+
+struct QorModelGroupInfo {
+    QorIdentifier id = QorNoIdentifier;
+    QorIdentifier library = QorNoIdentifier;
+    QorIdentifier parent = QorNoIdentifier;  ///< none at the top
+    std::string_view name;
 };
 
 struct QorRelationInfo {
@@ -106,6 +115,8 @@ public:
     /// Class-level or library-level value of an attribute; empty when there is none.
     [[nodiscard]] virtual std::string_view classValue(QorIdentifier cls, QorIdentifier attribute) const = 0;
     [[nodiscard]] virtual std::string_view libraryValue(QorIdentifier library, QorIdentifier attribute) const = 0;
+    /// Name of the part's unmoved relation class; empty when there is none.
+    [[nodiscard]] virtual std::string_view unmovedRelationClass(QorIdentifier part) const = 0;
     [[nodiscard]] virtual std::vector<QorModelTypeInfo> modelTypesOf(QorIdentifier applicationLibrary) const = 0;
     [[nodiscard]] virtual std::vector<QorIdentifier> visibleClasses(QorIdentifier modelType) const = 0;
 
@@ -120,4 +131,15 @@ public:
     [[nodiscard]] virtual std::string_view valueOf(QorIdentifier instance, QorIdentifier attribute) const = 0;
     /// Tells an own value that is the empty text from none at all; with a default behind it, that is a difference.
     [[nodiscard]] virtual bool hasValue(QorIdentifier instance, QorIdentifier attribute) const = 0;
+    /// Rows of a record attribute, in their order.
+    [[nodiscard]] virtual std::vector<QorIdentifier> recordRows(QorIdentifier instance,
+                                                                QorIdentifier attribute) const = 0;
+
+    /// All groups of the library; none comes before the one that it lies in.
+    [[nodiscard]] virtual std::vector<QorModelGroupInfo> modelGroupsOf(QorIdentifier applicationLibrary) const = 0;
+    [[nodiscard]] virtual QorModelGroupInfo modelGroupInfo(QorIdentifier group) const = 0;
+    /// A group by name, within another one or at the top of an application library.
+    [[nodiscard]] virtual QorIdentifier findModelGroup(QorIdentifier parent, std::string_view name) const = 0;
+    /// None for a model that lies in no group.
+    [[nodiscard]] virtual QorIdentifier groupOfModel(QorIdentifier model) const = 0;
 };

@@ -79,6 +79,7 @@ QorAttributeInfo Reader::attributeInfo(QorIdentifier attribute) const {
         for (const TextRef value : row->enumeration) info.enumeration.push_back(_repository.text(value));
         info.target = row->target;
         info.refersToModels = row->refersToModels;
+        info.shownAs = row->shownAs;
         return info;
     });
 }
@@ -122,6 +123,10 @@ std::string_view Reader::classValue(QorIdentifier cls, QorIdentifier attribute) 
 
 std::string_view Reader::libraryValue(QorIdentifier library, QorIdentifier attribute) const {
     return own(library, attribute).value_or(std::string_view());
+}
+
+std::string_view Reader::unmovedRelationClass(QorIdentifier part) const {
+    return libraryValue(part, kUnmovedRelationClass);
 }
 
 std::vector<QorModelTypeInfo> Reader::modelTypesOf(QorIdentifier applicationLibrary) const {
@@ -197,6 +202,40 @@ std::string_view Reader::valueOf(QorIdentifier instance, QorIdentifier attribute
 
 bool Reader::hasValue(QorIdentifier instance, QorIdentifier attribute) const {
     return own(instance, attribute).has_value();
+}
+
+std::vector<QorIdentifier> Reader::recordRows(QorIdentifier instance, QorIdentifier attribute) const {
+    return listed([&] {
+        const auto rows = _repository.models().rows(instance, attribute);
+        return std::vector<QorIdentifier>(rows.begin(), rows.end());
+    });
+}
+
+// ---- Model groups ----
+
+std::vector<QorModelGroupInfo> Reader::modelGroupsOf(QorIdentifier applicationLibrary) const {
+    return listed([&] {
+        std::vector<QorModelGroupInfo> groups;
+        if (_repository.meta().library(applicationLibrary) != nullptr)
+            for (const QorIdentifier id : _repository.groups().groupsBelow(applicationLibrary))
+                groups.push_back(modelGroupInfo(id));
+        return groups;
+    });
+}
+
+QorModelGroupInfo Reader::modelGroupInfo(QorIdentifier group) const {
+    const GroupRow* const row = _repository.groups().group(group);
+    return row ? QorModelGroupInfo{row->id, row->library, row->parent, _repository.text(row->name)}
+               : QorModelGroupInfo{};
+}
+
+QorIdentifier Reader::findModelGroup(QorIdentifier parent, std::string_view name) const {
+    return _repository.groups().find(parent, name);
+}
+
+QorIdentifier Reader::groupOfModel(QorIdentifier model) const {
+    const ModelRow* const row = _repository.models().model(model);
+    return row ? _repository.models().thread(row->thread)->group : QorNoIdentifier;
 }
 
 }  // namespace qor::embedded

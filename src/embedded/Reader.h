@@ -28,6 +28,7 @@ public:
     [[nodiscard]] QorIdentifier findModelType(QorIdentifier library, std::string_view name) const override;
     [[nodiscard]] std::string_view classValue(QorIdentifier cls, QorIdentifier attribute) const override;
     [[nodiscard]] std::string_view libraryValue(QorIdentifier library, QorIdentifier attribute) const override;
+    [[nodiscard]] std::string_view unmovedRelationClass(QorIdentifier part) const override;
     [[nodiscard]] std::vector<QorModelTypeInfo> modelTypesOf(QorIdentifier applicationLibrary) const override;
     [[nodiscard]] std::vector<QorIdentifier> visibleClasses(QorIdentifier modelType) const override;
 
@@ -40,6 +41,12 @@ public:
     [[nodiscard]] QorRelationInfo relationInfo(QorIdentifier relation) const override;
     [[nodiscard]] std::string_view valueOf(QorIdentifier instance, QorIdentifier attribute) const override;
     [[nodiscard]] bool hasValue(QorIdentifier instance, QorIdentifier attribute) const override;
+    [[nodiscard]] std::vector<QorIdentifier> recordRows(QorIdentifier instance, QorIdentifier attribute) const override;
+
+    [[nodiscard]] std::vector<QorModelGroupInfo> modelGroupsOf(QorIdentifier applicationLibrary) const override;
+    [[nodiscard]] QorModelGroupInfo modelGroupInfo(QorIdentifier group) const override;
+    [[nodiscard]] QorIdentifier findModelGroup(QorIdentifier parent, std::string_view name) const override;
+    [[nodiscard]] QorIdentifier groupOfModel(QorIdentifier model) const override;
 
 private:
     [[nodiscard]] std::optional<std::string_view> own(QorIdentifier thing, QorIdentifier attribute) const;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/Repository.h"
 
+#include <new>
+#include <string>
+
 #include "platform/QorAttributeIds.h"
 
 namespace qor::embedded {
@@ -22,6 +25,7 @@ QorBuildResult outcome(QorIdentifier id, QorBuildError error) {
 bool Repository::isInstance(QorIdentifier id) const { return models().classOfInstance(id) != QorNoIdentifier; }
 
 std::string_view Repository::nameOf(QorIdentifier id) const {
+    if (const GroupRow* group = groups().group(id)) return text(group->name);
     const std::string_view name = models().nameOf(id);
     return name.empty() ? meta().nameOf(id) : name;
 }
@@ -35,6 +39,8 @@ QorIdentifier Repository::applicationLibraryOf(QorIdentifier id) const {
         case QorThingKind::Relation:
         case QorThingKind::RecordRow:
             return meta().libraryOf(models().classOfInstance(id));
+        case QorThingKind::ModelGroup:
+            return groups().group(id)->library;
         default:
             return meta().libraryOf(id);
     }
@@ -52,6 +58,7 @@ QorBuildResult Repository::removeApplicationLibrary(QorIdentifier id) {
         _content->values.clearAll(partId, partId, id);
     }
     _content->values.clearAll(id, id, id);
+    groups().removeAllOf(id);
     meta().removeApplicationLibrary(id);
     return {id};
 }
@@ -81,6 +88,48 @@ QorBuildResult Repository::setInstanceValue(QorIdentifier instance, QorIdentifie
     if (row == nullptr) return refused(QorBuildError::AttributeDoesNotBelong);
     if (attribute == QorAttributeId::Name) return models().renameObject(instance, text);
     return outcome(instance, _content->values.set(instance, *row, text, models().modelOf(instance)));
+}
+
+QorBuildResult Repository::setUnmovedRelationClass(QorIdentifier part, std::string_view name) {
+    if (meta().part(part) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (!name.empty() && meta().findRelationClass(part, name) == QorNoIdentifier)
+        return refused(QorBuildError::UnknownIdentifier);
+    return setLibraryValue(part, kUnmovedRelationClass, name);
+}
+
+QorBuildResult Repository::pasteObject(QorIdentifier modelId, QorIdentifier source, std::string_view name) {
+    const ObjectRow* const row = models().object(source);
+    if (row == nullptr || models().model(modelId) == nullptr) return refused(QorBuildError::UnknownIdentifier);
+    if (applicationLibraryOf(modelId) != applicationLibraryOf(source)) return refused(QorBuildError::ForeignLibrary);
+    const QorBuildResult made = models().addObject(modelId, row->cls, name);
+    if (!made.ok()) return made;
+    copyValues(source, made.id);
+    const std::string sourceName(nameOf(source));
+    return outcome(made.id, _content->values.set(made.id, *meta().attribute(kPastedFrom), sourceName, modelId));
+}
+
+// The instances are of one class.
+void Repository::copyValues(QorIdentifier from, QorIdentifier to) {
+    const QorIdentifier cls = models().classOfInstance(from);
+    std::vector<QorIdentifier> attributes = meta().attributesInLine(cls);
+    for (const FixedAttribute& fixed : fixedAttributes())
+        if (!isName(fixed.id) && attributeOf(from, fixed.id) != nullptr) attributes.push_back(fixed.id);
+    for (const QorIdentifier id : attributes) {
+        const AttributeRow& attribute = *meta().attribute(id);
+        // What is a view into the repository may not hold while it grows.
+        if (attribute.type == QorCoreAttributeType::Record) {
+            const auto rows = models().rows(from, id);
+            const std::vector<QorIdentifier> sources(rows.begin(), rows.end());
+            for (const QorIdentifier row : sources) {
+                const QorBuildResult made = models().addRow(to, attribute, -1);
+                if (!made.ok()) throw std::bad_alloc();
+                copyValues(row, made.id);
+            }
+        } else if (const auto value = _content->values.own(from, id);
+                   value && attribute.level == QorAttributeLevel::Instance) {
+            (void)_content->values.set(to, attribute, std::string(*value), models().modelOf(to));  // the source took it
+        }
+    }
 }
 
 const AttributeRow* Repository::attributeOf(QorIdentifier thing, QorIdentifier attribute) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "embedded/MetaModel.h"
+#include "embedded/ModelGroups.h"
 #include "embedded/ModelStore.h"
 #include "embedded/Store.h"
 #include "embedded/Values.h"
@@ -25,14 +26,17 @@ public:
     [[nodiscard]] const MetaModel& meta() const { return _content->meta; }
     [[nodiscard]] ModelStore& models() { return _content->models; }
     [[nodiscard]] const ModelStore& models() const { return _content->models; }
+    [[nodiscard]] ModelGroups& groups() { return _content->groups; }
+    [[nodiscard]] const ModelGroups& groups() const { return _content->groups; }
     [[nodiscard]] const ThingTable& things() const { return _content->store.things; }
 
-    // Runs an operation that changes something. With a file, what it did is written as one transaction, or with the
-    // unit of work that is open. What fails, to be done or to be written, has changed nothing.
+    // Runs an operation that changes something, in one step that itself changes all or nothing, or in many. With a
+    // file, what it did is written as one transaction, or with the unit of work that is open. What fails, to be done or
+    // to be written, has changed nothing.
     template <class Operation>
-    QorBuildResult change(Operation operation) {
+    QorBuildResult change(Operation operation, bool ofManySteps = false) {
         if (!mayChange()) return refused(QorBuildError::NotStored);
-        Change change(*this);
+        Change change(*this, ofManySteps);
         const QorBuildResult result = operation();
         if (!result.ok() || change.keep()) return result;
         return refused(QorBuildError::NotStored);
@@ -43,6 +47,12 @@ public:
     [[nodiscard]] bool beginUnit();
     [[nodiscard]] bool commitUnit();
     void rollBackUnit() noexcept;
+    // What of the unit others may have asked for and kept.
+    struct Touched {
+        bool models = false;                    // that came, went, or got another name or group
+        std::vector<QorIdentifier> references;  // models whose references changed, ascending
+    };
+    [[nodiscard]] Touched touchedByUnit() const;
 
     // ---- The file behind it ----
 
@@ -71,6 +81,10 @@ public:
     QorBuildResult setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text);
     // Of an object, relation or record row; setting an object's name renames it.
     QorBuildResult setInstanceValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text);
+    // The empty name takes it away.
+    QorBuildResult setUnmovedRelationClass(QorIdentifier part, std::string_view name);
+    // A copy with values and record rows, without relations, that remembers the name of its source.
+    QorBuildResult pasteObject(QorIdentifier model, QorIdentifier source, std::string_view name);
 
     // The attribute as one that the instance, class or library can have a value of; null when it cannot.
     [[nodiscard]] const AttributeRow* attributeOf(QorIdentifier thing, QorIdentifier attribute) const;
@@ -89,12 +103,13 @@ private:
         MetaModel meta{store};
         Values values{store, meta};
         ModelStore models{store, meta, values};
+        ModelGroups groups{store, meta, models};
     };
 
     // Taken back at its end unless it was kept.
     class Change {
     public:
-        explicit Change(Repository& repository);
+        Change(Repository& repository, bool ofManySteps);
         Change(const Change&) = delete;
         Change& operator=(const Change&) = delete;
         ~Change();
@@ -103,7 +118,7 @@ private:
 
     private:
         Repository& _repository;
-        bool _standsAlone;  // written at once
+        bool _standsAlone;  // written at once, if there is a file
         bool _isKept = false;
         std::size_t _from;
     };
@@ -111,6 +126,8 @@ private:
     class Loading;
 
     [[nodiscard]] Journal& journal() { return _content->store.journal; }
+    [[nodiscard]] const Journal& journal() const { return _content->store.journal; }
+    void copyValues(QorIdentifier from, QorIdentifier to);
     [[nodiscard]] bool mayChange();
     [[nodiscard]] bool isInstance(QorIdentifier id) const;
     [[nodiscard]] bool writeBehind();

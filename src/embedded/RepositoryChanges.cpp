@@ -16,9 +16,9 @@ bool Repository::mayChange() {
     return false;
 }
 
-Repository::Change::Change(Repository& repository)
+Repository::Change::Change(Repository& repository, bool ofManySteps)
     : _repository(repository),
-      _standsAlone(repository._file != nullptr && !repository._isUnitOpen),
+      _standsAlone((repository._file != nullptr || ofManySteps) && !repository._isUnitOpen),
       _from(repository.journal().size()) {
     if (_standsAlone) repository.journal().start(repository.things().next());
 }
@@ -29,7 +29,7 @@ Repository::Change::~Change() {
 }
 
 bool Repository::Change::keep() {
-    _isKept = !_standsAlone || _repository.writeBehind();
+    _isKept = !_standsAlone || _repository._file == nullptr || _repository.writeBehind();
     if (_isKept && _standsAlone) _repository.buryAll();
     return _isKept;
 }
@@ -70,11 +70,29 @@ void Repository::rollBackUnit() noexcept {
     _isUnitOpen = false;
 }
 
+Repository::Touched Repository::touchedByUnit() const {
+    Touched touched;
+    for (const Step& step : journal().steps()) {
+        if (step.thing == QorThingKind::Model || step.thing == QorThingKind::ModelThread) touched.models = true;
+        if (step.kind != StepKind::ValueSet) continue;
+        // An attribute that went is no reference any more, but then its instances went as well.
+        const AttributeRow* const attribute = meta().attribute(step.other);
+        if (attribute == nullptr || attribute->type != QorCoreAttributeType::InterReference) continue;
+        touched.references.push_back(step.scope);
+    }
+    std::sort(touched.references.begin(), touched.references.end());
+    touched.references.erase(std::unique(touched.references.begin(), touched.references.end()),
+                             touched.references.end());
+    return touched;
+}
+
 void Repository::takeBackTo(std::size_t steps) noexcept {
     while (journal().size() > steps) {
         const Step step = journal().takeLast();
         if (step.kind == StepKind::ValueSet)
             _content->values.takeBack(step);
+        else if (step.thing == QorThingKind::ModelGroup)
+            groups().takeBack(step);
         else if (isOfModels(step.thing))
             models().takeBack(step);
         else
@@ -84,9 +102,13 @@ void Repository::takeBackTo(std::size_t steps) noexcept {
 
 void Repository::buryAll() noexcept {
     bool libraryWent = false;
+    bool groupWent = false;
     for (const Step& step : journal().steps()) {
         if (step.kind == StepKind::ValueSet) {
             _content->values.bury(step);
+        } else if (step.thing == QorThingKind::ModelGroup) {
+            groups().bury(step);
+            groupWent = groupWent || step.kind == StepKind::Removed;
         } else if (isOfModels(step.thing)) {
             models().bury(step);
         } else {
@@ -96,6 +118,7 @@ void Repository::buryAll() noexcept {
     }
     models().tidy(journal().steps());
     if (libraryWent) meta().sweep();
+    if (groupWent) groups().sweep();
 }
 
 // ---- Writing behind ----
@@ -140,7 +163,9 @@ void Repository::writeThing(const Step& step) {
         else
             _file->put(stored, step.scope, isNew);
     };
-    if (isOfModels(step.thing))
+    if (step.thing == QorThingKind::ModelGroup)
+        write(groups().stored(step.id, row));
+    else if (isOfModels(step.thing))
         write(models().stored(step.thing, step.id, row));
     else
         meta().forEachStored(step.thing, step.id, row, write);

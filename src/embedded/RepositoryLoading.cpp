@@ -12,7 +12,7 @@ public:
     void expect(QorIdentifier next) override;
     QorIdentifier take(const StoredRow& row) override;
     // What can be done only when all rows are there.
-    void finish() { _content.models.orderRows(_recordRows); }
+    void finish(QorRepositoryResult& result);
 
 private:
     [[nodiscard]] bool makeKnown(QorIdentifier id);
@@ -42,6 +42,13 @@ bool Repository::Loading::makeKnown(QorIdentifier id) {
     return true;
 }
 
+void Repository::Loading::finish(QorRepositoryResult& result) {
+    _content.models.orderRows(_recordRows);
+    if (_content.groups.areSound()) return;
+    result.status = QorRepositoryStatus::Damaged;
+    result.findings.emplace_back("the model groups are no tree with names of their own");
+}
+
 QorIdentifier Repository::Loading::take(const StoredRow& row) {
     switch (row.table) {
         case StoredTable::Values:
@@ -50,6 +57,9 @@ QorIdentifier Repository::Loading::take(const StoredRow& row) {
         case StoredTable::EnumerationValues:
         case StoredTable::VisibleClasses:
             if (!_content.meta.adopt(row)) return QorNoIdentifier;
+            break;
+        case StoredTable::ModelGroups:
+            if (!makeKnown(row.numbers[0]) || !_content.groups.adopt(row)) return QorNoIdentifier;
             break;
         case StoredTable::Threads:
         case StoredTable::Models:
@@ -89,6 +99,7 @@ QorIdentifier Repository::Loading::scopeOfThing(QorIdentifier id) const {
     const QorThingKind kind = _content.store.things.kindOf(id);
     if (kind == QorThingKind::ModelThread || kind == QorThingKind::Model)
         return _content.meta.libraryOf(_content.models.modelTypeOf(id));
+    if (kind == QorThingKind::ModelGroup) return _content.groups.group(id)->library;
     return isOfModels(kind) ? _content.models.modelOf(id) : _content.meta.scopeOf(id);
 }
 
@@ -99,7 +110,7 @@ QorRepositoryResult Repository::attach(std::unique_ptr<RepositoryStore> file) {
     Loading loading(*content);
     QorRepositoryResult result = file->load(loading);
     if (!result.ok() && result.status != QorRepositoryStatus::Damaged) return result;
-    loading.finish();
+    loading.finish(result);
     _content = std::move(content);
     _file = std::move(file);
     return result;
@@ -117,6 +128,7 @@ QorRepositoryResult Repository::verify(RepositoryStore& file) {
     Loading loading(content);
     QorRepositoryResult result = file.load(loading);
     if (!result.ok() && result.status != QorRepositoryStatus::Damaged) return result;
+    loading.finish(result);
     QorRepositoryResult storage = file.checkStorage();
     if (storage.ok()) return result;
     if (result.ok()) return storage;

@@ -25,12 +25,18 @@ long CoreVars::coreVar(QorCoreVarType variable) {
         case QorCoreVarType::WorkingEnvironmentCardinalityAttribute:
         case QorCoreVarType::WorkingEnvironmentGraphicAttribute:
             return static_cast<long>(variable);
-        // No relation class stays behind in a conversion.
         case QorCoreVarType::UnmovedRelationClass:
+            return unmovedRelationClass(_session.businessProcess);
         case QorCoreVarType::OtherUnmovedRelationClass:
-            return -1;
+            return unmovedRelationClass(_session.workingEnvironment);
     }
     return -1;
+}
+
+long CoreVars::unmovedRelationClass(QorIdentifier part) const {
+    const AttributeRow* const attribute = _repository.attributeOf(part, kUnmovedRelationClass);
+    const auto name = attribute ? _repository.ownValue(part, *attribute) : std::nullopt;
+    return name ? _repository.meta().findRelationClass(part, *name) : QorNoIdentifier;
 }
 
 MessageTexts::MessageTexts(const std::string& language) : _rows(messageRows(language)) {
@@ -55,11 +61,31 @@ QorErrorCode ClassPatterns::findPattern(const SV::String& name, bool businessPro
         const QorIdentifier part = businessProcess ? _session.businessProcess : _session.workingEnvironment;
         const ClassRow* const row = _repository.meta().objectClass(_repository.meta().findClass(part, name.view()));
         if (row == nullptr) return QorErrorCode::NotFound;
-        pattern.name = name;
-        pattern.cls = row->id;
-        pattern.unusable = row->isAbstract;
+        pattern = patternOf(*row);
         return QorErrorCode::Ok;
     });
+}
+
+QorErrorCode ClassPatterns::patterns(bool businessProcess, std::vector<QorGrObjPattern>& patterns) {
+    patterns.clear();
+    return answered([&] {
+        const PartRow* const part =
+            _repository.meta().part(businessProcess ? _session.businessProcess : _session.workingEnvironment);
+        if (part == nullptr) return QorErrorCode::NotFound;
+        std::vector<QorGrObjPattern> found;
+        for (const QorIdentifier id : part->classes)
+            if (const ClassRow* row = _repository.meta().objectClass(id)) found.push_back(patternOf(*row));
+        patterns = std::move(found);
+        return QorErrorCode::Ok;
+    });
+}
+
+QorGrObjPattern ClassPatterns::patternOf(const ClassRow& row) const {
+    QorGrObjPattern pattern;
+    pattern.name = SV::String(_repository.text(row.name));
+    pattern.cls = row.id;
+    pattern.unusable = row.isAbstract;
+    return pattern;
 }
 
 AttributeProfiles::~AttributeProfiles() = default;

@@ -3,6 +3,7 @@
 #pragma once
 #include <span>
 #include <string>
+#include <vector>
 
 #include "embedded/LibrarySession.h"
 #include "embedded/MessageTable.h"
@@ -16,11 +17,16 @@ namespace qor::embedded {
 
 class CoreVars final : public QorCoreVarService {
 public:
-    explicit CoreVars(const LibrarySession& session) : _session(session) {}
+    CoreVars(const Repository& repository, const LibrarySession& session)
+        : _repository(repository), _session(session) {}
     ~CoreVars() override;
     long coreVar(QorCoreVarType variable) override;
 
 private:
+    // The relation class whose relations a conversion leaves behind; -1 when the part names none.
+    [[nodiscard]] long unmovedRelationClass(QorIdentifier part) const;
+
+    const Repository& _repository;
     const LibrarySession& _session;
 };
 
@@ -43,8 +49,11 @@ public:
     ~ClassPatterns() override;
     // Every class is offered under its own name; an abstract one is unusable.
     QorErrorCode findPattern(const SV::String& name, bool businessProcess, QorGrObjPattern& pattern) override;
+    QorErrorCode patterns(bool businessProcess, std::vector<QorGrObjPattern>& patterns) override;
 
 private:
+    [[nodiscard]] QorGrObjPattern patternOf(const ClassRow& row) const;
+
     const Repository& _repository;
     const LibrarySession& _session;
 };

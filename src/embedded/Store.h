@@ -36,11 +36,26 @@ private:
     TextRef _ref;
 };
 
+// Control characters, and what else some reader of texts takes for the end of a line: U+0000 to U+001F, U+007F to
+// U+009F, U+2028 and U+2029, in UTF-8.
+[[nodiscard]] inline bool holdsControlCharacter(std::string_view text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byteAt = [&](std::size_t place) {
+            return place < text.size() ? static_cast<unsigned char>(text[place]) : 0U;
+        };
+        const unsigned byte = byteAt(at);
+        if (byte < 0x20 || byte == 0x7F) return true;
+        if (byte == 0xC2 && byteAt(at + 1) >= 0x80 && byteAt(at + 1) < 0xA0) return true;
+        if (byte == 0xE2 && byteAt(at + 1) == 0x80 && (byteAt(at + 2) & 0xFEU) == 0xA8) return true;
+    }
+    return false;
+}
+
 // Whether a text may be a name.
 [[nodiscard]] inline QorBuildError checkName(std::string_view name) {
     constexpr std::size_t kLongestName = 65535;
     if (name.empty()) return QorBuildError::EmptyName;
-    if (name.size() > kLongestName || name.find('\0') != std::string_view::npos) return QorBuildError::NameRefused;
+    if (name.size() > kLongestName || holdsControlCharacter(name)) return QorBuildError::NameRefused;
     return QorBuildError::None;
 }
 

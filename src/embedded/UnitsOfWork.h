@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include "embedded/Announcements.h"
 #include "embedded/Answers.h"
 #include "embedded/Repository.h"
 #include "platform/QorCoreUnitsOfWork.h"
@@ -8,15 +9,20 @@ namespace qor::embedded {
 
 class UnitsOfWork final : public QorCoreUnitsOfWork {
 public:
-    explicit UnitsOfWork(Repository& repository) : _repository(repository) {}
+    UnitsOfWork(Repository& repository, Announcements& announcements)
+        : _repository(repository), _announcements(announcements) {}
     ~UnitsOfWork() override;
 
     QorErrorCode begin() override;
     QorErrorCode commit() override;
-    void rollBack() noexcept override { _repository.rollBackUnit(); }
+    void rollBack() noexcept override;
 
 private:
+    [[nodiscard]] Repository::Touched touched() const noexcept;
+    void announceRollBack(const Repository::Touched& touched) noexcept;
+
     Repository& _repository;
+    Announcements& _announcements;
 };
 
 }  // namespace qor::embedded

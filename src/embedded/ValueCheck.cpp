@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "embedded/InterReferenceText.h"
+#include "embedded/expressions/ExpressionParser.h"
 #include "platform/SvDate.h"
 
 namespace qor::embedded {
@@ -91,6 +92,8 @@ bool plainValueFits(QorCoreAttributeType type, bool refersToModels, std::string_
             return isDateTime(text);
         case QorCoreAttributeType::InterReference:
             return parseReferences(text, refersToModels).has_value();
+        case QorCoreAttributeType::Expression:
+            return std::holds_alternative<ExpressionCode>(parseExpression(text));
         default:
             return true;
     }

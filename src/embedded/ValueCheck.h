@@ -8,6 +8,7 @@
 //   Enumeration        one of its values
 //   EnumerationList    several of its values, each once, with ";" between them
 //   InterReference     a keyword text (InterReferenceText.h)
+//   Expression         a formula (docs/expressions.md)
 //   Record             none: its rows are things of their own
 //   everything else    any text
 //

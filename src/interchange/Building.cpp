@@ -22,6 +22,8 @@ std::string_view kindName(QorThingKind kind) {
             return "relation class";
         case QorThingKind::ModelType:
             return "model type";
+        case QorThingKind::ModelGroup:
+            return "model group";
         case QorThingKind::Model:
             return "model";
         case QorThingKind::Object:
@@ -60,7 +62,7 @@ std::string Building::whyNotMade(const QorBuildResult& result, std::string_view 
         case QorBuildError::EmptyName:
             return "the name is empty";
         case QorBuildError::NameRefused:
-            return "the name is longer than 65535 bytes";
+            return "a name has 65535 bytes at most, and neither line breaks nor control characters";
         case QorBuildError::DuplicateName:
             if (result.id == QorNoIdentifier) return concat({"the name ", inQuotes(name), " is taken"});
             return concat({"the name ", inQuotes(name), " is taken by the ", described(result.id)});
@@ -69,9 +71,12 @@ std::string Building::whyNotMade(const QorBuildResult& result, std::string_view 
     }
 }
 
-QorIdentifier Building::findAttribute(QorIdentifier owner, std::string_view name) {
-    const auto [place, isNew] = _attributes[owner].try_emplace(name, QorNoIdentifier);
-    if (isNew) place->second = reader.findAttribute(owner, name);
+const Building::Attribute& Building::findAttribute(QorIdentifier owner, std::string_view name) {
+    const auto [place, isNew] = _attributes[owner].try_emplace(name);
+    if (isNew) {
+        const QorAttributeInfo info = reader.attributeInfo(reader.findAttribute(owner, name));
+        place->second = {info.id, info.type, info.level, info.target};
+    }
     return place->second;
 }
 

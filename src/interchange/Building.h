@@ -37,8 +37,15 @@ public:
     /// "class "Task" at line 12", or without the line when it was not written in this file.
     [[nodiscard]] std::string described(QorIdentifier thing) const;
 
+    /// What is asked of an attribute for each of its values.
+    struct Attribute {
+        QorIdentifier id = QorNoIdentifier;  ///< none when there is no attribute of that name
+        QorCoreAttributeType type = QorCoreAttributeType::None;
+        QorAttributeLevel level = QorAttributeLevel::Instance;
+        QorIdentifier target = QorNoIdentifier;
+    };
     /// An attribute of a class or relation class by name, kept for the next time.
-    [[nodiscard]] QorIdentifier findAttribute(QorIdentifier owner, std::string_view name);
+    [[nodiscard]] const Attribute& findAttribute(QorIdentifier owner, std::string_view name);
     /// "class "Task" has no attribute ...", with a guess.
     [[nodiscard]] std::string unknownAttribute(QorIdentifier owner, std::string_view name);
     /// The text of a value for an attribute. A list is the value of an enumeration list. Nothing, after the error was
@@ -50,9 +57,13 @@ public:
 
 private:
     std::unordered_map<QorIdentifier, NodeId> _nodes;
-    std::unordered_map<QorIdentifier, std::unordered_map<std::string_view, QorIdentifier>> _attributes;
+    std::unordered_map<QorIdentifier, std::unordered_map<std::string_view, Attribute>> _attributes;
     std::string _joined;  // the last list
 };
+
+/// Begins the names and versions, which nobody writes, of things that cannot have the ones that were written. It is a
+/// noncharacter of Unicode.
+inline constexpr std::string_view kSpareMark = "\xEF\xBF\xBE";
 
 /// A class or relation class as a file names it: by its name, or with the library part when both parts have one.
 struct Reference {

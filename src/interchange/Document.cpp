@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/Document.h"
 
-#include <array>
-
 #include "interchange/Fields.h"
 #include "interchange/Format.h"
 #include "interchange/JsonReader.h"

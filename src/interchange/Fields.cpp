@@ -36,6 +36,8 @@ std::string_view described(Shape shape) {
             return "a mapping";
         case Shape::Reference:
             return "a name";
+        case Shape::Way:
+            return "a name or a list of names";
     }
     return {};
 }
@@ -55,6 +57,8 @@ bool hasShape(const Tree& tree, NodeId node, Shape shape) {
             return kind == NodeKind::Mapping;
         case Shape::Reference:
             return tree.isText(node) || kind == NodeKind::Mapping;
+        case Shape::Way:
+            return tree.isText(node) || kind == NodeKind::Sequence;
     }
     return false;
 }

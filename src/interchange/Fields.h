@@ -21,6 +21,7 @@ enum class Shape : std::uint8_t {
     Values,     ///< a mapping whose keys are not fixed
     Mapping,    ///< to be read with a table of its own
     Reference,  ///< a name, or a mapping that tells more
+    Way,        ///< a name, or a list of names
 };
 
 /// One key of a mapping.

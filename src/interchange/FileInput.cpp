@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <system_error>
 
 namespace qor::interchange {
 namespace {
@@ -22,7 +21,7 @@ std::string problemOf(int error) {
         case EPERM:
             return "there is no permission to read the file";
         case EISDIR:
-            return "this is a folder, not a file";
+            return "this is a folder, not a file; name the files in it";
         case ENAMETOOLONG:
             return "the name is longer than the file system allows";
         case ELOOP:

@@ -75,8 +75,9 @@ inline constexpr std::array kAttributeTypes = {
                      "references such as OBJECT \"name\" class: \"...\" model: \"...\" type: \"...\", or "
                      "MODEL \"name\" type: \"...\" to models",
                      "refers_to"},
-    AttributeTypeRow{"expression", QorCoreAttributeType::Expression},
-    AttributeTypeRow{"record", QorCoreAttributeType::Record, "rows, which a file cannot hold", "record_class", true},
+    AttributeTypeRow{"expression", QorCoreAttributeType::Expression, "an expression"},
+    AttributeTypeRow{"record", QorCoreAttributeType::Record, "a list of rows, each a mapping of columns to values",
+                     "record_class", true},
     AttributeTypeRow{"attribute profile", QorCoreAttributeType::AttributeProfile, "the name of a profile",
                      "profile_class", true},
     AttributeTypeRow{"date and time", QorCoreAttributeType::DateTime, "a time in the form YYYY-MM-DD HH:MM:SS"},

@@ -3,16 +3,18 @@
 #include <unordered_set>
 #include <vector>
 
+#include "interchange/InstanceValues.h"
 #include "interchange/LibraryReader.h"
 
 namespace qor::interchange {
 namespace {
 
-enum AttributeKey { kName, kType, kLevel, kDefault, kFirstCompanion };
+enum AttributeKey { kName, kType, kLevel, kDefault, kShownAs, kFirstCompanion };
 constexpr std::array kKeys = {Key{"name", Shape::Text, true},
                               Key{"type", Shape::Text, true},
                               Key{"level"},
                               Key{"default"},
+                              Key{"shown_as"},
                               Key{"values", Shape::Texts},
                               Key{"record_class", Shape::Reference},
                               Key{"profile_class", Shape::Reference},
@@ -24,16 +26,16 @@ std::size_t keyIndex(std::string_view name) {
         std::find_if(kKeys.begin(), kKeys.end(), [name](const Key& key) { return key.name == name; }) - kKeys.begin());
 }
 
-// The type's row; nothing after a report.
-const AttributeTypeRow* typeOf(Building& building, const AttributeFields& fields) {
-    if (!fields.has(kType)) return nullptr;
+// The row of the type that the key names; nothing without one, and after a report.
+const AttributeTypeRow* typeOf(Building& building, const AttributeFields& fields, AttributeKey key) {
+    if (!fields.has(key)) return nullptr;
     const auto found = std::find_if(kAttributeTypes.begin(), kAttributeTypes.end(),
-                                    [&](const AttributeTypeRow& row) { return row.name == fields.text(kType); });
+                                    [&](const AttributeTypeRow& row) { return row.name == fields.text(key); });
     if (found != kAttributeTypes.end()) return &*found;
     std::vector<std::string_view> names;
     for (const AttributeTypeRow& row : kAttributeTypes) names.push_back(row.name);
-    building.error(fields[kType], concat({"there is no attribute type ", inQuotes(fields.text(kType)),
-                                          building.reading.guesser.hint(fields.text(kType), names)}));
+    building.error(fields[key], concat({"there is no attribute type ", inQuotes(fields.text(key)),
+                                        building.reading.guesser.hint(fields.text(key), names)}));
     return nullptr;
 }
 
@@ -101,7 +103,8 @@ void LibraryReader::makeAttributes(QorIdentifier owner, NodeId attributes, std::
 
 bool LibraryReader::makeAttribute(QorIdentifier owner, NodeId node, std::size_t part) {
     const AttributeFields fields(_building.reading, node, "an attribute", kKeys);
-    const AttributeTypeRow* type = typeOf(_building, fields);
+    const AttributeTypeRow* type = typeOf(_building, fields, kType);
+    const AttributeTypeRow* shownAs = typeOf(_building, fields, kShownAs);
     QorAttributeSpec spec;
     spec.name = fields.text(kName);
     spec.level = isSecondWord(_building, fields, kLevel, "instance", "class") ? QorAttributeLevel::Class
@@ -110,6 +113,7 @@ bool LibraryReader::makeAttribute(QorIdentifier owner, NodeId node, std::size_t 
     spec.defaultText = fields.text(kDefault);
     if (type == nullptr || !companionsFit(_building, node, fields, *type) || !fields.complete()) return false;
     spec.type = type->type;
+    if (shownAs != nullptr && shownAs != type) spec.shownAs = shownAs->type;
 
     std::vector<std::string_view> values;
     if (type->companion == "values") {
@@ -123,7 +127,10 @@ bool LibraryReader::makeAttribute(QorIdentifier owner, NodeId node, std::size_t 
         if (spec.target == QorNoIdentifier) return false;
     }
 
+    const bool hasExpression = spec.type == QorCoreAttributeType::Expression && fields.has(kDefault);
+    if (hasExpression && !checkExpression(_building, fields[kDefault])) return false;
     const QorBuildResult made = _building.builder.addAttribute(owner, spec);
+    if (made.ok() && hasExpression) _defaultExpressions.emplace_back(owner, fields[kDefault]);
     if (made.ok()) return true;
     if (made.error != QorBuildError::ValueRefused)
         _building.error(fields[kName], _building.whyNotMade(made, spec.name));

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "interchange/InstanceValues.h"
 #include "interchange/Places.h"
 
 namespace qor::interchange {
@@ -18,6 +19,7 @@ constexpr std::array kPartKeys = {Key{"name"},
                                   Key{"record_classes", Shape::List},
                                   Key{"classes", Shape::List},
                                   Key{"relation_classes", Shape::List},
+                                  Key{"unmoved_relation_class"},
                                   Key{"model_types", Shape::List}};
 
 constexpr std::array kClassKeys = {Key{"name", Shape::Text, true}, Key{"extends", Shape::Reference},
@@ -61,12 +63,14 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     }
     for (const Class& cls : _classes) makeAttributes(cls.id, cls.fields[kAttributes], cls.part);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeRelationClasses(p);
+    for (const Part& part : _parts) setUnmovedRelationClass(part);
     for (const Class& cls : _classes) setClassValues(cls);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeModelTypes(p);
 
     setTexts(_library, fields[kTexts]);
     for (const Part& part : _parts)
         if (part.fields) setTexts(part.id, (*part.fields)[kPartTexts]);
+    for (const auto& [owner, expression] : _defaultExpressions) warnOfUnknownAttributes(_building, owner, expression);
 }
 
 bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameNode) {
@@ -91,7 +95,7 @@ bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameN
 }
 
 // A name that nobody writes, for what cannot have the one that was written.
-std::string LibraryReader::spareName() { return concat({"\x1A", std::to_string(++_spareNames)}); }
+std::string LibraryReader::spareName() { return concat({kSpareMark, std::to_string(++_spareNames)}); }
 
 void LibraryReader::declareClasses(std::size_t part) {
     const auto& fields = _parts[part].fields;
@@ -251,6 +255,17 @@ void LibraryReader::makeRelationClass(std::size_t part, NodeId node) {
     setValues(made.id, fields[kRelationValues], doubtful);
 }
 
+void LibraryReader::setUnmovedRelationClass(const Part& part) {
+    if (!part.fields || !part.fields->has(kUnmoved)) return;
+    const std::string_view name = part.fields->text(kUnmoved);
+    const NodeId node = (*part.fields)[kUnmoved];
+    if (_building.builder.setUnmovedRelationClass(part.id, name).ok()) return;
+    std::vector<std::string_view> names;
+    for (const QorRelationClassInfo& known : _building.reader.relationClassesOf(part.id)) names.push_back(known.name);
+    _building.error(node, concat({"this part has no relation class ", inQuotes(name),
+                                  _building.reading.guesser.hint(name, names)}));
+}
+
 void LibraryReader::setClassValues(const Class& cls) {
     if (cls.id == QorNoIdentifier) return;
     if (!cls.isRecord) {
@@ -271,7 +286,8 @@ void LibraryReader::setClassValues(const Class& cls) {
 void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful) {
     forEachPair(_tree, values, [&](NodeId key, NodeId value) {
         const std::string_view name = _tree.text(key);
-        const QorIdentifier attribute = _building.findAttribute(owner, name);
+        const Building::Attribute& found = _building.findAttribute(owner, name);
+        const QorIdentifier attribute = found.id;
         if (attribute == QorNoIdentifier) {
             if (!doubtful && !_failedAttributes.contains(name))
                 _building.error(key, _building.unknownAttribute(owner, name));
@@ -283,10 +299,11 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
                 return;
             }
         // The repository keeps such a value, but whoever writes one may well mean a default.
-        if (_building.reader.attributeInfo(attribute).level == QorAttributeLevel::Instance)
+        if (found.level == QorAttributeLevel::Instance)
             _building.warn(key, concat({inQuotes(name),
                                         " has a value for each object; this one is the class's own, and no "
                                         "default for its objects"}));
+        if (found.type == QorCoreAttributeType::Expression && !checkExpression(_building, value)) return;
         const auto text = _building.valueText(value, attribute);
         if (!text) return;
         const QorBuildResult set = _building.builder.setClassValue(owner, attribute, *text);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "interchange/Building.h"
@@ -26,7 +27,16 @@ public:
     void read(NodeId root, QorIdentifier& library);
 
 private:
-    enum PartKey { kPartName, kPartTexts, kRecordClasses, kClasses, kRelationClasses, kModelTypes, kPartKeyCount };
+    enum PartKey {
+        kPartName,
+        kPartTexts,
+        kRecordClasses,
+        kClasses,
+        kRelationClasses,
+        kUnmoved,
+        kModelTypes,
+        kPartKeyCount
+    };
     enum ClassKey { kClassName, kExtends, kAbstract, kAttributes, kValues, kFirstClassText };
     static constexpr std::size_t kClassKeyCount = kFirstClassText + kClassTexts.size();
 
@@ -67,6 +77,7 @@ private:
     bool makeAttribute(QorIdentifier owner, NodeId node, std::size_t part);
     void makeRelationClasses(std::size_t part);
     void makeRelationClass(std::size_t part, NodeId node);
+    void setUnmovedRelationClass(const Part& part);
     void setClassValues(const Class& cls);
     void setValues(QorIdentifier owner, NodeId values, bool doubtful);
     void setTexts(QorIdentifier library, NodeId texts);
@@ -85,7 +96,8 @@ private:
     std::vector<Class> _classes;
     std::vector<std::uint32_t> _makingOrder;  // no class before the one that it extends
     std::vector<std::string_view> _classNames;
-    std::unordered_set<std::string_view> _failedAttributes;  // names
+    std::unordered_set<std::string_view> _failedAttributes;             // names
+    std::vector<std::pair<QorIdentifier, NodeId>> _defaultExpressions;  // whose attribute, and the default
     unsigned _spareNames = 0;
 };
 

@@ -29,6 +29,8 @@ void LibraryWriter::writePart(std::size_t index) {
         for (const auto& cls : relationClasses) writeRelationClass(cls);
         _writer.leave();
     }
+    if (const auto unmoved = _reader.unmovedRelationClass(part); !unmoved.empty())
+        _writer.pair("unmoved_relation_class", unmoved);
     writeModelTypes(part);
     _writer.leave();
 }
@@ -109,6 +111,7 @@ void LibraryWriter::writeAttribute(const QorAttributeInfo& attribute, QorIdentif
         line.written(type->companion, _naming.reference(_writer, attribute.target, part));
     }
     if (!attribute.defaultText.empty()) line.pair("default", attribute.defaultText);
+    if (const AttributeTypeRow* shownAs = attributeTypeRow(attribute.shownAs)) line.pair("shown_as", shownAs->name);
     _writer.item(line.text());
 }
 

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/ModelReader.h"
 
-#include <algorithm>
+#include "interchange/InstanceValues.h"
 
 namespace qor::interchange {
 namespace {
 
-enum RootKey { kFormat, kLibrary, kModels };
-constexpr std::array kRootKeys = {Key{"format", Shape::Text, true}, Key{"library"}, Key{"models", Shape::List}};
+enum RootKey { kFormat, kLibrary, kGroups, kModels };
+constexpr std::array kRootKeys = {Key{"format", Shape::Text, true}, Key{"library"}, Key{"groups", Shape::List},
+                                  Key{"models", Shape::List}};
 
-enum ModelKey { kModelName, kModelType, kVersion, kObjects, kRelations };
-constexpr std::array kModelKeys = {Key{"name", Shape::Text, true}, Key{"type", Shape::Text, true}, Key{"version"},
-                                   Key{"objects", Shape::List}, Key{"relations", Shape::List}};
+enum ModelKey { kModelName, kModelType, kVersion, kGroup, kObjects, kRelations };
+constexpr std::array kModelKeys = {
+    Key{"name", Shape::Text, true}, Key{"type", Shape::Text, true}, Key{"version"},
+    Key{"group", Shape::Way},       Key{"objects", Shape::List},    Key{"relations", Shape::List}};
 
 enum ObjectKey { kIdentifier, kClass, kName, kValues };
 constexpr std::array kObjectKeys = {Key{"id"}, Key{"class", Shape::Reference, true}, Key{"name", Shape::Text, true},
@@ -27,12 +29,17 @@ constexpr std::array kEndKeys = {Key{"class", Shape::Reference, true}, Key{"name
 }  // namespace
 
 ModelReader::ModelReader(Building& building, QorIdentifier library)
-    : _building(building), _tree(building.tree()), _library(library), _objects(building.tree()) {
+    : _building(building),
+      _tree(building.tree()),
+      _library(library),
+      _groups(building, library),
+      _objects(building.tree()) {
     for (std::size_t i = 0; i < kParts.size(); ++i) _parts[i] = building.builder.libraryPart(library, kParts[i].part);
 }
 
 void ModelReader::read(NodeId root) {
     const Fields fields(_building.reading, root, "a model file", kRootKeys);
+    _groups.makeGroups(fields[kGroups]);
     if (fields.has(kModels)) reserve(fields[kModels]);
     forEachItem(_tree, fields[kModels], [this](NodeId node) { readModel(node); });
 }
@@ -57,6 +64,7 @@ void ModelReader::readModel(NodeId node) {
     if (_model == QorNoIdentifier) return;
     _building.reading.findings.madeModel(_model);
     _building.wrote(_model, node);
+    if (fields.has(kGroup)) _groups.placeModel(_model, fields[kGroup]);
     forEachItem(_tree, fields[kObjects], [this](NodeId item) { readObject(item); });
     forEachItem(_tree, fields[kRelations], [this](NodeId item) { readRelation(item); });
 }
@@ -91,8 +99,8 @@ QorIdentifier ModelReader::makeModel(NodeId node, NodeId name, NodeId type, std:
     }
     for (int tries = 0; !made.ok() && tries < 100; ++tries)
         made = _building.builder.addModel(
-            typeId, "\x1A",
-            concat({"\x1A", std::to_string(_tree.mark(node).line), ".", std::to_string(++_spareVersions)}));
+            typeId, kSpareMark,
+            concat({kSpareMark, std::to_string(_tree.mark(node).line), ".", std::to_string(++_spareVersions)}));
     return made.id;
 }
 
@@ -110,7 +118,7 @@ void ModelReader::readObject(NodeId node) {
         if (made.ok()) {
             const Mark mark = _tree.mark(node);
             _building.reading.findings.madeThing(made.id, mark.line, mark.column, fields.text(kIdentifier));
-            setValues(made.id, object.cls, fields[kValues]);
+            setInstanceValues(_building, made.id, object.cls, fields[kValues]);
         } else if (made.error == QorBuildError::DuplicateName) {
             const std::uint32_t holder = _objects.find(object.cls, name);
             object.id = QorNoIdentifier;
@@ -158,7 +166,7 @@ void ModelReader::readRelation(NodeId node) {
     }
     const Mark mark = _tree.mark(node);
     _building.reading.findings.madeThing(made.id, mark.line, mark.column, {});
-    setValues(made.id, cls, fields[kRelationValues]);
+    setInstanceValues(_building, made.id, cls, fields[kRelationValues]);
 }
 
 std::string ModelReader::whyNotRelated(const QorBuildResult& result, QorIdentifier relationClass, std::uint32_t from,
@@ -172,20 +180,6 @@ std::string ModelReader::whyNotRelated(const QorBuildResult& result, QorIdentifi
     return concat({"relations of class ", inQuotes(info.name), leaves ? " leave" : " arrive at", " objects of class ",
                    inQuotes(expected), ", and ", inQuotes(_tree.text(_objects[object].name)), " is of class ",
                    inQuotes(_building.reader.nameOf(_objects[object].cls))});
-}
-
-void ModelReader::setValues(QorIdentifier instance, QorIdentifier cls, NodeId values) {
-    forEachPair(_tree, values, [&](NodeId key, NodeId value) {
-        const QorIdentifier attribute = _building.findAttribute(cls, _tree.text(key));
-        if (attribute == QorNoIdentifier) {
-            _building.error(key, _building.unknownAttribute(cls, _tree.text(key)));
-            return;
-        }
-        const auto text = _building.valueText(value, attribute);
-        if (!text) return;
-        const QorBuildResult set = _building.builder.setValue(instance, attribute, *text);
-        if (!set.ok()) _building.error(value, _building.whyNotTaken(set, attribute, *text));
-    });
 }
 
 QorIdentifier ModelReader::findClass(const Reference& reference, bool wantRelationClass) {

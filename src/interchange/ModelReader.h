@@ -9,6 +9,7 @@
 
 #include "interchange/Building.h"
 #include "interchange/Format.h"
+#include "interchange/GroupPaths.h"
 #include "interchange/ObjectNames.h"
 
 namespace qor::interchange {
@@ -29,7 +30,6 @@ private:
     QorIdentifier makeModel(NodeId node, NodeId name, NodeId type, std::string_view version);
     void readObject(NodeId node);
     void readRelation(NodeId node);
-    void setValues(QorIdentifier instance, QorIdentifier cls, NodeId values);
 
     QorIdentifier classAt(NodeId node, std::string_view what, bool wantRelationClass);
     QorIdentifier findClass(const Reference& reference, bool wantRelationClass);
@@ -46,6 +46,7 @@ private:
     Building& _building;
     const Tree& _tree;
     QorIdentifier _library;
+    GroupPaths _groups;
     QorIdentifier _parts[kParts.size()]{};
     Cache _classes;
     Cache _relationClasses;

@@ -2,17 +2,50 @@
 #include "interchange/ModelWriter.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace qor::interchange {
 
 void ModelWriter::write(std::span<const QorIdentifier> models, std::string_view libraryFile) {
     _writer.pair("format", kModelFormat);
     if (!libraryFile.empty()) _writer.pair("library", libraryFile);
+    writeGroups(models);
     if (models.empty()) return;
     _writer.key("models");
     _writer.enter();
     for (const QorIdentifier model : models) writeModel(model);
     _writer.leave();
+}
+
+// The groups on the way to one of the models, and those that hold no model at all. A group whose models stand in
+// another file is that file's to tell.
+void ModelWriter::writeGroups(std::span<const QorIdentifier> models) {
+    const auto groups = _reader.modelGroupsOf(_library);
+    if (groups.empty()) return;
+    std::unordered_set<QorIdentifier> wanted;
+    std::unordered_set<QorIdentifier> inhabited;
+    const auto takeAbove = [&](QorIdentifier group, std::unordered_set<QorIdentifier>& taken) {
+        for (; group != QorNoIdentifier && taken.insert(group).second; group = _reader.modelGroupInfo(group).parent) {
+        }
+    };
+    for (const QorModelInfo& model : _reader.modelsOf(_library)) takeAbove(_reader.groupOfModel(model.id), inhabited);
+    for (const QorIdentifier model : models) takeAbove(_reader.groupOfModel(model), wanted);
+    for (const QorModelGroupInfo& group : groups)
+        if (!inhabited.contains(group.id)) takeAbove(group.id, wanted);
+
+    if (wanted.empty()) return;
+    _writer.key("groups");
+    _writer.enter();
+    for (const QorModelGroupInfo& group : groups)
+        if (wanted.contains(group.id)) _writer.item(wayTo(group.id));
+    _writer.leave();
+}
+
+std::string ModelWriter::wayTo(QorIdentifier group) {
+    std::string way;
+    for (; group != QorNoIdentifier; group = _reader.modelGroupInfo(group).parent)
+        way = concat({_writer.scalar(_reader.nameOf(group)), way.empty() ? "" : ", ", way});
+    return concat({"[", way, "]"});
 }
 
 void ModelWriter::writeModel(QorIdentifier model) {
@@ -21,6 +54,8 @@ void ModelWriter::writeModel(QorIdentifier model) {
     _writer.pair("name", info.name);
     _writer.pair("type", _reader.nameOf(info.modelType));
     if (!info.version.empty()) _writer.pair("version", info.version);
+    if (const QorIdentifier group = _reader.groupOfModel(model); group != QorNoIdentifier)
+        _writer.writtenPair("group", wayTo(group));
 
     const auto objects = _reader.objectsOf(model);
     _namesakes.clear();
@@ -72,17 +107,47 @@ void ModelWriter::writeRelation(const QorRelationInfo& relation) {
     _writer.endItem();
 }
 
+bool ModelWriter::hasValue(QorIdentifier instance, const Attribute& attribute) const {
+    return attribute.recordClass == QorNoIdentifier ? _reader.hasValue(instance, attribute.id)
+                                                    : !_reader.recordRows(instance, attribute.id).empty();
+}
+
 bool ModelWriter::hasValues(QorIdentifier instance, const Class& cls) const {
     return std::any_of(cls.attributes.begin(), cls.attributes.end(),
-                       [&](const Attribute& attribute) { return _reader.hasValue(instance, attribute.id); });
+                       [&](const Attribute& attribute) { return hasValue(instance, attribute); });
 }
 
 void ModelWriter::writeValues(QorIdentifier instance, const Class& cls) {
     _writer.key("values");
     _writer.enter();
-    for (const Attribute& attribute : cls.attributes)
-        if (_reader.hasValue(instance, attribute.id))
+    writePairs(instance, cls);
+    _writer.leave();
+}
+
+void ModelWriter::writePairs(QorIdentifier instance, const Class& cls) {
+    for (const Attribute& attribute : cls.attributes) {
+        if (!hasValue(instance, attribute)) continue;
+        if (attribute.recordClass == QorNoIdentifier)
             _writer.pair(attribute.name, _reader.valueOf(instance, attribute.id));
+        else
+            writeRows(instance, attribute);
+    }
+}
+
+// A row without values is "{}". How deep rows nest is bounded by the repository.
+void ModelWriter::writeRows(QorIdentifier instance, const Attribute& attribute) {
+    const Class& cls = classOf(attribute.recordClass);
+    _writer.key(attribute.name);
+    _writer.enter();
+    for (const QorIdentifier row : _reader.recordRows(instance, attribute.id)) {
+        if (!hasValues(row, cls)) {
+            _writer.item("{}");
+            continue;
+        }
+        _writer.beginItem();
+        writePairs(row, cls);
+        _writer.endItem();
+    }
     _writer.leave();
 }
 
@@ -93,12 +158,14 @@ const ModelWriter::Class& ModelWriter::classOf(QorIdentifier cls) {
     result.reference = _naming.reference(_writer, cls);
     for (QorIdentifier owner = cls; owner != QorNoIdentifier; owner = _reader.classInfo(owner).superclass)
         for (const QorAttributeInfo& attribute : _reader.attributesOf(owner))
-            if (attribute.level == QorAttributeLevel::Instance && attribute.type != QorCoreAttributeType::Record)
-                result.attributes.push_back({attribute.id, attribute.name});
+            if (attribute.level == QorAttributeLevel::Instance)
+                result.attributes.push_back(
+                    {attribute.id, attribute.name,
+                     attribute.type == QorCoreAttributeType::Record ? attribute.target : QorNoIdentifier});
     // Where the object stands in the drawing.
     for (const QorIdentifier graphic : {QorAttributeId::Graphic, QorAttributeId::WorkingEnvironmentGraphic})
         if (const auto name = _reader.nameOf(graphic); _reader.findAttribute(cls, name) == graphic)
-            result.attributes.push_back({graphic, name});
+            result.attributes.push_back({graphic, name, QorNoIdentifier});
     return result;
 }
 

@@ -21,6 +21,12 @@ TextPlace textPlaceOf(const Tree& tree, NodeId node) {
     }
 }
 
+Mark markInText(const TextPlace& place, std::uint32_t line, std::uint32_t column) {
+    if (line == 1 && place.exactOnFirst) return {place.first.line, place.first.column + std::max(column, 1U) - 1};
+    if (line > 1 && place.lineByLine) return {place.first.line + line - 1, place.indent + std::max(column, 1U)};
+    return place.first;
+}
+
 std::uint32_t Places::beginFile(std::string name) {
     _files.push_back({std::move(name), _entries.size()});
     return static_cast<std::uint32_t>(_files.size() - 1);
@@ -81,16 +87,8 @@ std::string_view Places::sourceIdOf(QorIdentifier thing) const {
 QorFilePlace Places::placeInText(QorIdentifier owner, QorIdentifier attribute, QorKexPosition position) const {
     const auto found = _fileTexts.find({owner, attribute});
     if (found == _fileTexts.end()) return {};
-    const TextPlace& place = found->second.place;
-    QorFilePlace result{_files[found->second.file].name, place.first.line, place.first.column};
-    if (position.line == 0) return result;
-    if (position.line == 1 && place.exactOnFirst) {
-        if (position.column > 0) result.column += position.column - 1;
-    } else if (place.lineByLine) {
-        result.line += position.line - 1;
-        result.column = place.indent + std::max<std::uint32_t>(position.column, 1);
-    }
-    return result;
+    const Mark mark = markInText(found->second.place, position.line, position.column);
+    return {_files[found->second.file].name, mark.line, mark.column};
 }
 
 }  // namespace qor::interchange

@@ -23,6 +23,9 @@ struct TextPlace {
 
 /// Of the text of a node.
 [[nodiscard]] TextPlace textPlaceOf(const Tree& tree, NodeId node);
+/// The place in the file of a line and column (from 1; line 0 means the whole text) of the text; its beginning where
+/// the file does not show the text as it is.
+[[nodiscard]] Mark markInText(const TextPlace& place, std::uint32_t line, std::uint32_t column);
 
 /// Where things were written: 16 bytes for an object or relation and its identifier in the file, lookups O(log n).
 class Places {

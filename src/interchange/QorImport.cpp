@@ -91,7 +91,7 @@ struct QorImporter::Impl {
             findings.error({}, concat({"cannot be read: ", error.what()}));
         }
         result.models = findings.models();
-        if (findings.hasErrors()) takeBack(result);
+        if (findings.hasErrors()) takeBack(result, findings.groups());
         result.diagnostics = findings.takeDiagnostics();
         result.diagnostics.insert(result.diagnostics.begin(), std::make_move_iterator(ofLibrary.begin()),
                                   std::make_move_iterator(ofLibrary.end()));
@@ -176,11 +176,12 @@ struct QorImporter::Impl {
         return (std::filesystem::path(file).parent_path() / path).string();
     }
 
-    void takeBack(QorImportResult& result) {
+    void takeBack(QorImportResult& result, const std::vector<QorIdentifier>& groups) {
         // From the last: what was made last may stand on what was made before.
         for (auto model = result.models.rbegin(); model != result.models.rend(); ++model)
             (void)builder.removeModel(*model);  // it was made a moment ago
         result.models.clear();
+        for (auto group = groups.rbegin(); group != groups.rend(); ++group) (void)builder.removeModelGroup(*group);
         if (result.library != QorNoIdentifier) (void)builder.removeApplicationLibrary(result.library);
         result.library = QorNoIdentifier;
         places.forgetFile();

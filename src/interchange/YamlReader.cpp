@@ -4,7 +4,6 @@
 #include <yaml.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <new>
 #include <string>

@@ -94,7 +94,7 @@ const Key* Document::add(std::string_view text, Span name) {
     if (const Key* const same = find(text, element, viewOf(text, name))) return same;
 
     keys.push_back({name, {}});
-    const Range range = keysOf(element);
+    const Range range = rangeOf(element);
     if (range.end - range.begin > kFewKeys) addToTable(text, range);
     return nullptr;
 }
@@ -109,14 +109,19 @@ void Document::addToTable(std::string_view text, Range range) {
     for (; key < range.end; ++key) _index.insert(_index.hash(viewOf(text, keys[key].name)), key);
 }
 
-Document::Range Document::keysOf(std::size_t element) const {
+std::span<const Key> Document::keysOf(std::size_t element) const {
+    const Range range = rangeOf(element);
+    return {keys.data() + range.begin, range.end - range.begin};
+}
+
+Document::Range Document::rangeOf(std::size_t element) const {
     const auto end = element + 1 < elements.size() ? elements[element + 1].firstKey : keys.size();
     return {elements[element].firstKey, static_cast<std::uint32_t>(end)};
 }
 
 const Key* Document::find(std::string_view text, std::size_t element, std::string_view name) const {
     if (elements[element].table != kNoTable) return findInTable(text, elements[element].table, name);
-    const Range range = keysOf(element);
+    const Range range = rangeOf(element);
     for (std::uint32_t key = range.begin; key < range.end; ++key)
         if (same(viewOf(text, keys[key].name), name)) return &keys[key];
     return nullptr;

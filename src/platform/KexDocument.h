@@ -2,6 +2,7 @@
 #pragma once
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -107,6 +108,7 @@ public:
     /// Adds a key to the last element; null, or the key of that name that the element already has.
     const Key* add(std::string_view text, Span name);
 
+    [[nodiscard]] std::span<const Key> keysOf(std::size_t element) const;
     [[nodiscard]] const Key* find(std::string_view text, std::size_t element, std::string_view name) const;
 
     /// A string value; nothing for other values.
@@ -119,7 +121,7 @@ private:
         std::uint32_t begin = 0;
         std::uint32_t end = 0;
     };
-    [[nodiscard]] Range keysOf(std::size_t element) const;
+    [[nodiscard]] Range rangeOf(std::size_t element) const;
     void addToTable(std::string_view text, Range range);
     [[nodiscard]] const Key* findInTable(std::string_view text, std::uint32_t table, std::string_view name) const;
 

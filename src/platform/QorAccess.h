@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -15,10 +14,10 @@ inline constexpr std::int32_t Read = 2;
 inline constexpr std::int32_t Write = 4;
 }  // namespace QorModelGroupPermission
 
-/// One model group that a user group may reach.
+/// One model group that a user group may reach. Holds what it was given; nothing is looked up or checked.
 class QOR_API QorAccModelgroup {
 public:
-    /// A null name counts as the empty text.
+    /// A null name counts as the empty text. `applicationLibrary`: the method library that the model group belongs to.
     QorAccModelgroup(long modelGroup, const char* name, long applicationLibrary, std::int32_t permission);
     /// Reads a permission of 1, which older data sources deliver, as no access.
     QorAccModelgroup(const QorAccModelgroup& other);
@@ -46,10 +45,12 @@ public:
     QorAccModelgroupContainer& operator=(const QorAccModelgroupContainer&) = delete;
     ~QorAccModelgroupContainer();
 
+    /// Takes the entry over; O(log n).
     void add(std::unique_ptr<QorAccModelgroup> entry);
     void removeAll();
     [[nodiscard]] unsigned long numberOfElements() const { return _entries.size(); }
 
+    /// Entries stay where they are until `removeAll` or the container's end.
     using Entries = std::multiset<std::unique_ptr<QorAccModelgroup>>;
     [[nodiscard]] Entries::const_iterator begin() const { return _entries.begin(); }
     [[nodiscard]] Entries::const_iterator end() const { return _entries.end(); }

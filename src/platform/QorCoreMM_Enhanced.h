@@ -77,12 +77,17 @@ public:
     virtual QorErrorCode getModelClass(long model, long& cls);
     /// The class of an object; NotFound when the identifier is no object.
     virtual QorErrorCode GetClassOfInstance(long object, long& cls);
-    /// NotFound when the model has no object of that class (subclasses not counted) and name.
+    /// NotFound when the model has no object of that class (subclasses not counted) and name, so that the name is free;
+    /// OutOfRange when model or class is none.
     virtual QorErrorCode getInstanceIDFromInstanceName(long model, long cls, const char* name, long& object);
-    /// The name must be free among the class's objects of the model.
+    /// Makes an object, without values of its own. NotFound when model or class is none; ValueRefused when the name is
+    /// empty, longer than 65535 bytes, or taken among the class's objects of the model; OutOfRange when the class is
+    /// abstract or the model's type does not show it.
     virtual QorErrorCode createInstance(long model, long cls, const char* name, long& object);
+    /// NotFound when the model has no such object; ValueRefused for a name that createInstance would refuse. Ok, and no
+    /// change, for the name that the object has. `raiseEvent` announces the change of the name attribute.
     virtual QorErrorCode RenameInstance(long model, long object, const char* name, bool raiseEvent);
-    /// Deletes the object with its relations.
+    /// Deletes the object with its relations. NotFound when the model has no such object.
     virtual QorErrorCode deleteInstance(long model, long object);
 
     /// Thread of the models of that name and model type; their versions follow each other in it.

@@ -7,20 +7,24 @@
 #include "platform/QorExport.h"
 #include "platform/QorUserGroupID.h"
 
-/// What a host offers behind QorCoreModelGroupManager. Every default refuses, with empty outputs.
+/// What a host offers behind QorCoreModelGroupManager. Outputs are emptied first and stay so after a failure; an
+/// identifier that is no model group, or lies beyond 32 bits, is NotFound. Every default refuses.
 class QOR_API QorModelGroupService {
 public:
     virtual ~QorModelGroupService();
+    /// The groups directly below a group, with `recursive` at any depth; never the group itself. O(result).
     virtual QorErrorCode subGroups(long modelGroup, ISortedSet<long>& groups, bool recursive);
+    /// `permission`: a value of QorModelGroupPermission; OutOfRange, and no change, for any other.
     virtual QorErrorCode setUserGroupPermission(long modelGroup, const QorUserGroupID& userGroup,
                                                 std::int32_t permission);
 };
 
-/// Model groups: a tree of groups that hold models.
+/// Model groups: a tree of groups that hold models. Each operation hands on to the service's operation of that meaning,
+/// with its outputs and codes.
 class QOR_API QorCoreModelGroupManager {
 public:
     static QorErrorCode GetAllSubGroupsOfModelGroup(long modelGroup, ISortedSet<long>& groups, bool recursive) noexcept;
-    /// A value of QorModelGroupPermission; None removes the assignment.
+    /// QorModelGroupPermission::None removes the assignment.
     static QorErrorCode SetUserGroupPermission(long modelGroup, const QorUserGroupID& userGroup,
                                                std::int32_t permission) noexcept;
 };

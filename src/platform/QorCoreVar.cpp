@@ -7,7 +7,7 @@
 
 QorCoreVarService::~QorCoreVarService() = default;
 long QorCoreVarService::coreVar(QorCoreVarType) { return -1; }
-const char* QorCoreVarService::syntaxChecksLevel() { return "4.00.00"; }
+const char* QorCoreVarService::syntaxChecksLevel() { return QorDefaultSyntaxChecksLevel; }
 
 long Qor_GetCoreVarConst(QorCoreVarType variable) noexcept {
     return Qor_Guarded("corevar", -1L,

@@ -30,6 +30,6 @@ public:
     virtual ~QorCoreVarService();
     /// -1 for an unknown setting, which is also the default's answer.
     virtual long coreVar(QorCoreVarType variable);
-    /// Version text of the syntax that method libraries are checked against; "4.00.00" by default.
+    /// Version text of the syntax that method libraries are checked against; QorDefaultSyntaxChecksLevel by default.
     virtual const char* syntaxChecksLevel();
 };

@@ -14,6 +14,7 @@ enum class [[nodiscard]] QorErrorCode : std::int32_t{
     OutOfRange = 17,                   ///< an argument lies outside its range (also: an identifier beyond 32 bits)
     ValueRefused = 52,                 ///< the attribute does not take this text
     NotAModelVersion = 60,             ///< the identifier is not a model version
+    NotComputable = 63,                ///< an expression cannot be worked out
     ModelTypeHandlerError = 78,        ///< the model-type attribute handler reported an error
     SimMappingError = 79,              ///< the simulation mapping handler reported an error
     NotAllHandlersSetUp = 82,          ///< some library handlers were not set up; the load counts it as success

@@ -35,8 +35,11 @@ class QOR_API QorLibraryEvent final : public QorEvent {
 public:
     explicit QorLibraryEvent(QorEventType type, long first = -1, long second = -1);
     ~QorLibraryEvent() override;
-    [[nodiscard]] long first() const { return field(8); }
-    [[nodiscard]] long second() const { return field(9); }
+    [[nodiscard]] long first() const { return field(kFirst); }
+    [[nodiscard]] long second() const { return field(kSecond); }
+
+private:
+    enum : int { kFirst = kFirstField, kSecond };
 };
 
 /// ModelCreated, ModelRenamed, ModelMoved, ModelDeleted, ModelReferencesChanged, ModelVersionsChanged.
@@ -44,7 +47,10 @@ class QOR_API QorModelEvent final : public QorEvent {
 public:
     QorModelEvent(QorEventType type, long model);
     ~QorModelEvent() override;
-    [[nodiscard]] long model() const { return field(8); }
+    [[nodiscard]] long model() const { return field(kModel); }
+
+private:
+    enum : int { kModel = kFirstField };
 };
 
 /// AutomaticUpdatesSwitched.
@@ -52,7 +58,10 @@ class QOR_API QorSwitchEvent final : public QorEvent {
 public:
     QorSwitchEvent(QorEventType type, long sender, bool on);
     ~QorSwitchEvent() override;
-    [[nodiscard]] bool isOn() const { return field(9) != 0; }
+    [[nodiscard]] bool isOn() const { return field(kOn) != 0; }
+
+private:
+    enum : int { kSender = kFirstField, kOn };
 };
 
 /// AttributeValueChanged: sender, model, object, attribute, row (-1 when not in a record), attribute type code.
@@ -61,11 +70,14 @@ public:
     QorAttributeEvent(QorEventType type, long sender, long model, long object, long attribute, long row,
                       long attributeType);
     ~QorAttributeEvent() override;
-    [[nodiscard]] long model() const { return field(9); }
-    [[nodiscard]] long object() const { return field(10); }
-    [[nodiscard]] long attribute() const { return field(11); }
-    [[nodiscard]] long row() const { return field(12); }
-    [[nodiscard]] long attributeType() const { return field(13); }
+    [[nodiscard]] long model() const { return field(kModel); }
+    [[nodiscard]] long object() const { return field(kObject); }
+    [[nodiscard]] long attribute() const { return field(kAttribute); }
+    [[nodiscard]] long row() const { return field(kRow); }
+    [[nodiscard]] long attributeType() const { return field(kAttributeType); }
+
+private:
+    enum : int { kSender = kFirstField, kModel, kObject, kAttribute, kRow, kAttributeType };
 };
 
 /// UserChanged: kind of the change, user, up to two further values.
@@ -73,10 +85,13 @@ class QOR_API QorUserEvent final : public QorEvent {
 public:
     QorUserEvent(long kind, long user, long value = 0, long furtherValue = 0);
     ~QorUserEvent() override;
-    [[nodiscard]] long kind() const { return field(8); }
-    [[nodiscard]] long user() const { return field(9); }
-    [[nodiscard]] long value() const { return field(10); }
-    [[nodiscard]] long furtherValue() const { return field(11); }
+    [[nodiscard]] long kind() const { return field(kKind); }
+    [[nodiscard]] long user() const { return field(kUser); }
+    [[nodiscard]] long value() const { return field(kValue); }
+    [[nodiscard]] long furtherValue() const { return field(kFurtherValue); }
+
+private:
+    enum : int { kKind = kFirstField, kUser, kValue, kFurtherValue };
 };
 
 /// UserGroupChanged: kind of the change, user group, user.
@@ -84,7 +99,10 @@ class QOR_API QorUserGroupEvent final : public QorEvent {
 public:
     QorUserGroupEvent(long kind, long userGroup, long user);
     ~QorUserGroupEvent() override;
-    [[nodiscard]] long kind() const { return field(8); }
-    [[nodiscard]] long userGroup() const { return field(9); }
-    [[nodiscard]] long user() const { return field(10); }
+    [[nodiscard]] long kind() const { return field(kKind); }
+    [[nodiscard]] long userGroup() const { return field(kUserGroup); }
+    [[nodiscard]] long user() const { return field(kUser); }
+
+private:
+    enum : int { kKind = kFirstField, kUserGroup, kUser };
 };

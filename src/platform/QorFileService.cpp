@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/QorFileManager.h"
 
+#include "platform/QorErrorCode.h"
+
 QorFileService::~QorFileService() = default;
 
 bool QorFileService::exists(const SV::String&) {

@@ -16,6 +16,11 @@ QorErrorCode QorGrObjService::findPattern(const SV::String&, bool, QorGrObjPatte
     return Qor_NotInstalled("QorGrObjService::findPattern");
 }
 
+QorErrorCode QorGrObjService::patterns(bool, std::vector<QorGrObjPattern>& patterns) {
+    patterns.clear();
+    return Qor_NotInstalled("QorGrObjService::patterns");
+}
+
 QorGrObjAttrHandler::QorGrObjAttrHandler(bool, bool) {}
 QorGrObjAttrHandler::~QorGrObjAttrHandler() = default;
 
@@ -28,5 +33,11 @@ QorErrorCode QorGrObjAttrHandler::FindPattern(const SV::String& name, bool busin
                                               QorGrObjPattern& pattern) const {
     return Qor_Guarded("grobj", QorErrorCode::Broken, [&] {
         return qor::platform::installed(&QorHost::graphics).findPattern(name, businessProcess, pattern);
+    });
+}
+
+QorErrorCode QorGrObjAttrHandler::GetPatterns(bool businessProcess, std::vector<QorGrObjPattern>& patterns) const {
+    return Qor_Guarded("grobj", QorErrorCode::Broken, [&] {
+        return qor::platform::installed(&QorHost::graphics).patterns(businessProcess, patterns);
     });
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <vector>
+
 #include "platform/QorErrorCode.h"
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
@@ -18,6 +20,9 @@ public:
     /// The pattern of that name in the business-process (else working-environment) part of the loaded library; NotFound
     /// when there is none. The default refuses.
     virtual QorErrorCode findPattern(const SV::String& name, bool businessProcess, QorGrObjPattern& pattern);
+    /// All patterns of that part, in the order in which they are offered; unusable ones are among them. NotFound, and
+    /// no patterns, while no library is loaded. The default refuses.
+    virtual QorErrorCode patterns(bool businessProcess, std::vector<QorGrObjPattern>& patterns);
 };
 
 /// Handler of the graphical attributes of objects. One is current at a time; whoever creates it owns it.
@@ -36,6 +41,7 @@ public:
     [[nodiscard]] static bool IsToolkitMode() noexcept;
     static void SetToolkitMode(bool on) noexcept;
 
-    /// As QorGrObjService::findPattern.
+    // As QorGrObjService::findPattern and patterns.
     QorErrorCode FindPattern(const SV::String& name, bool businessProcess, QorGrObjPattern& pattern) const;
+    QorErrorCode GetPatterns(bool businessProcess, std::vector<QorGrObjPattern>& patterns) const;
 };

@@ -147,6 +147,32 @@ QorKexPosition QorKexParser::GetCurElemPosition() const {
 
 bool QorKexParser::IsContained(std::string_view key) const { return _impl && _impl->key(key) != nullptr; }
 
+std::string_view QorKexParser::GetKeyView(unsigned long index) const {
+    if (!_impl || _impl->element() == nullptr) return {};
+    const auto keys = _impl->document.keysOf(_impl->current);
+    return index < keys.size() ? _impl->view(keys[index].name) : std::string_view();
+}
+
+QorKexValueKind QorKexParser::GetValueKind(std::string_view key) const {
+    const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
+    if (found == nullptr) return QorKexValueKind::None;
+    switch (found->value.kind) {
+        case kex::ValueKind::None:
+            return QorKexValueKind::None;
+        case kex::ValueKind::String:
+        case kex::ValueKind::Unescaped:
+            return QorKexValueKind::String;
+        case kex::ValueKind::Word:
+            return QorKexValueKind::Word;
+        case kex::ValueKind::Integer:
+            return QorKexValueKind::Integer;
+        case kex::ValueKind::Moment:
+        case kex::ValueKind::NegativeLength:
+            return QorKexValueKind::TimeOrLength;
+    }
+    return QorKexValueKind::None;
+}
+
 QorKexPosition QorKexParser::GetKeyPosition(std::string_view key) const {
     const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
     if (found == nullptr) return {};

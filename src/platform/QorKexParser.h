@@ -14,6 +14,9 @@ struct QorKexPosition {
     std::uint32_t column = 0;
 };
 
+/// What kind of value a key has.
+enum class QorKexValueKind : std::int32_t { None, String, Word, Integer, TimeOrLength };
+
 /// Parser of keyword texts: the configuration language of method libraries.
 ///
 /// A text is a sequence of elements: an upper-case keyword, optionally a value of its own, then keys with or without a
@@ -50,6 +53,10 @@ public:
 
     /// The current element holds the key, with or without a value.
     [[nodiscard]] bool IsContained(std::string_view key) const;
+    /// The current element's keys by an index from 0, in the order of the text; empty behind the last one.
+    [[nodiscard]] std::string_view GetKeyView(unsigned long index) const;
+    /// None also when the key is absent.
+    [[nodiscard]] QorKexValueKind GetValueKind(std::string_view key) const;
     /// Where the key stands in the current element.
     [[nodiscard]] QorKexPosition GetKeyPosition(std::string_view key) const;
     /// The string value of the key; empty when the key is absent or has no string value.

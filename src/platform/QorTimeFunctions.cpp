@@ -6,21 +6,19 @@
 
 #include "platform/InstalledService.h"
 #include "platform/QorGuard.h"
-
-namespace {
-constexpr std::int32_t kSecondsPerDay = 86400;
-}
+#include "platform/QorTimeUnits.h"
 
 std::int32_t QorTimeFunctions::getTimeInSeconds(const SV::Time& time) {
-    return time.GetHours() * 3600 + time.GetMinutes() * 60 + time.GetSeconds();
+    return time.GetHours() * QorSecondsPerHour + time.GetMinutes() * QorSecondsPerMinute + time.GetSeconds();
 }
 
 void QorTimeFunctions::setTimeInSeconds(SV::Time& time, std::int32_t seconds) {
-    time = SV::Time(0, 0, std::clamp(seconds, 0, kSecondsPerDay));
+    time = SV::Time(0, 0, std::clamp(seconds, 0, QorSecondsPerDay));
 }
 
 std::int32_t QorTimeFunctions::getDiffTimeInSeconds(const SV::Time& from, const SV::Time& to) {
-    return std::max(0, getTimeInSeconds(to) - getTimeInSeconds(from));
+    const std::int64_t difference = std::int64_t{getTimeInSeconds(to)} - getTimeInSeconds(from);
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(difference, 0, INT32_MAX));
 }
 
 void QorTimeFunctions::getLocalDateAndTime(SV::Date& date, SV::Time& time) {

@@ -9,9 +9,9 @@
 /// Times of day as seconds, and the host's clock.
 class QOR_API QorTimeFunctions {
 public:
-    /// Seconds after midnight, 0 to 86400.
+    /// Seconds after midnight: 0 to QorSecondsPerDay for a time within the day, for any other what it holds.
     [[nodiscard]] static std::int32_t getTimeInSeconds(const SV::Time& time);
-    /// The time `seconds` after midnight; below 0 counts as 0, above 86400 as 86400.
+    /// The time `seconds` after midnight; below 0 counts as 0, above QorSecondsPerDay as that.
     static void setTimeInSeconds(SV::Time& time, std::int32_t seconds);
     /// Seconds from `from` to `to`; 0 when `to` lies before `from`, so that an interval clipped to a range that it
     /// does not touch has no length.

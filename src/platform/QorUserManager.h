@@ -2,7 +2,6 @@
 #pragma once
 #include <cstdint>
 
-#include "platform/ISequence.h"
 #include "platform/ISortedSet.h"
 #include "platform/QorAccess.h"
 #include "platform/QorErrorCode.h"
@@ -39,6 +38,8 @@ public:
     virtual QorErrorCode userGroupName(const QorUserGroupID& group, SV::String& name);
     virtual bool isAdministrator(const QorUserID& user);
     virtual bool isSubAdministrator(const QorUserID& user);
+    /// The text of one entry of the user's profile. The host numbers the entries; NotFound for a user or an entry that
+    /// it does not have.
     virtual QorErrorCode userProfile(const QorUserID& user, long entry, SV::String& value);
 
     /// Selects a user manager until `pop`; selections nest.

@@ -333,12 +333,31 @@ TEST(Steps, WriteMessagesAndMarks) {
     Desk desk;
     desk.draw("a>b a=x c>a");
     auto& handler = desk.handler;
-    handler.makeErrorText(1962, desk["Task"], -1, -1, 3, 1980);
-    EXPECT_EQ(handler.getErrorText(), "1962{1988<Task>,1980,3}");
-    handler.makeErrorText(1971, desk["a"], desk["x"], -1, 1, 1980);
-    EXPECT_EQ(handler.getErrorText(), "1972{1983<a|x>,,1}");
-    handler.makeErrorText(1973, desk["Task"], desk["Document"], desk["uses"], 2, 1981);
-    EXPECT_EQ(handler.getErrorText(), "1973{1983<Task|Document>,uses,2}");
+    const struct {
+        unsigned long message;
+        const char* subject;
+        const char* other;
+        const char* relationClass;
+        unsigned long number;
+        unsigned long direction;
+        const char* text;
+    } messages[] = {
+        {1962, "Task", "", "", 3, 1980, "1962{1988<Task>,1980,3}"},
+        {1962, "a", "", "", 1, 1982, "1963{ \"a\",1982,1}"},
+        {1964, "a", "", "then", 1, 1981, "1965{ \"a\" 1981,then,1}"},
+        {1971, "a", "x", "", 1, 1980, "1972{1983<a|x>,,1}"},
+        {1973, "Task", "Document", "uses", 2, 1981, "1973{1983<Task|Document>,uses,2}"},
+        {1973, "a", "Document", "uses", 1, 1981, "1974{1984<Document|a>,uses,1}"},
+        // Beyond 16 and 32 bits nothing wraps round to a number that means something.
+        {65536 + 1962, "a", "", "", 1, 1980, "0"},
+        {1962, "a", "", "", 4294967297, 65536 + 1980, "1962{ \"a\",0,4294967295}"},
+    };
+    const auto idOf = [&](std::string_view name) { return name.empty() ? -1 : desk[std::string(name)]; };
+    for (const auto& row : messages) {
+        handler.makeErrorText(row.message, idOf(row.subject), idOf(row.other), idOf(row.relationClass), row.number,
+                              row.direction);
+        EXPECT_EQ(handler.getErrorText(), row.text) << row.message;
+    }
 
     handler.setBadInstances({desk["b"], desk["c>a"]}, true, false);
     EXPECT_EQ(desk.names(handler.getBadObjects()), "b c");
@@ -363,6 +382,12 @@ TEST(Steps, WriteMessagesAndMarks) {
     EXPECT_EQ(handler.getCurrentInRelations(desk["a"], desk["then"], desk["Document"], relations), 0u);
     EXPECT_EQ(handler.getCurrentInRelations(desk["a"], desk["then"], desk["Task"], relations), 1u);
     EXPECT_EQ(desk.names(relations), "c>a");
+
+    // For all of an object's relations nobody asks what they are.
+    const CallRecord& calls = desk.watched().record;
+    EXPECT_EQ(handler.getCurrentOutRelations(desk["a"], relations), 2u);
+    EXPECT_EQ(handler.getCurrentInRelations(desk["a"], relations), 1u);
+    EXPECT_EQ(calls.order(), (std::vector<std::string>{"getFromRelationInstances", "getToRelationInstances"}));
 }
 
 }  // namespace

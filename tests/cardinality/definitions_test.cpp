@@ -23,11 +23,31 @@ struct LimitCase {
     const char* key;  ///< that the limit comes from
 };
 
-template <class Record>
-void expectLimit(const LimitCase<Record>& row, const Record* record) {
-    ASSERT_NE(record, nullptr) << row.text;
-    EXPECT_EQ((record->*row.limit).count, row.count) << row.text << " / " << row.later;
-    EXPECT_EQ((record->*row.limit).key, row.key) << row.text << " / " << row.later;
+/// Reads both texts behind the same beginning and looks the limit up in the record that `find` gives.
+template <class Record, std::size_t count, class Find>
+void expectLimits(const char* beginning, const LimitCase<Record> (&rows)[count], Find find) {
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.text) + " / " + row.later);
+        Desk desk;
+        for (const char* text : {row.text, row.later}) desk.rules("Task", std::string(beginning) + text);
+        const ClassRules* const rules = desk.handler.getClassCardinality(desk["Task"]);
+        ASSERT_NE(rules, nullptr);
+        const Record* const record = find(desk, *rules);
+        ASSERT_NE(record, nullptr);
+        EXPECT_EQ((record->*row.limit).count, row.count);
+        EXPECT_EQ((record->*row.limit).key, row.key);
+        EXPECT_FALSE(desk.handler.isError());
+    }
+}
+
+const RelationRules* rulesOfThen(const Desk& desk, const ClassRules& rules) {
+    return rules.relations.find(static_cast<QorIdentifier>(desk["then"]));
+}
+
+const TargetRules* rulesOfThenTask(const Desk& desk, const ClassRules& rules) {
+    const RelationRules* const relation = rulesOfThen(desk, rules);
+    if (relation == nullptr || relation->targets.numberOfElements() != 1) return nullptr;
+    return relation->targets.find(static_cast<QorIdentifier>(desk["Task"]));
 }
 
 TEST(ClassKeys, AreReadInTheirOwnOrderAndClampOneWay) {
@@ -50,13 +70,7 @@ TEST(ClassKeys, AreReadInTheirOwnOrderAndClampOneWay) {
         {"min-outgoing: 4", "min-outgoing: 2", &ClassRules::minTotal, 4, "min-outgoing"},
         {"min-outgoing: 1 max-outgoing: 0", "", &ClassRules::minOut, 1, "min-outgoing"},
     };
-    for (const auto& row : rows) {
-        Desk desk;
-        desk.rules("Task", std::string("CARDINALITIES ") + row.text);
-        if (*row.later != '\0') desk.rules("Task", std::string("CARDINALITIES ") + row.later);
-        expectLimit(row, desk.handler.getClassCardinality(desk["Task"]));
-        EXPECT_FALSE(desk.handler.isError()) << row.text;
-    }
+    expectLimits("CARDINALITIES ", rows, [](const Desk&, const ClassRules& rules) { return &rules; });
 }
 
 TEST(RelationKeys, AreReadInTheirOwnOrderAndMergeWithAnEarlierReading) {
@@ -72,14 +86,7 @@ TEST(RelationKeys, AreReadInTheirOwnOrderAndMergeWithAnEarlierReading) {
         {"min-incoming: 3", "default-min-incoming: 2", &RelationRules::defaultMinIn, 2, "default-min-incoming"},
         {"min-incoming: -1", "", &RelationRules::minIn, 4294967295u, "min-incoming"},
     };
-    for (const auto& row : rows) {
-        Desk desk;
-        desk.rules("Task", std::string("CARDINALITIES RELATION \"then\" ") + row.text);
-        if (*row.later != '\0') desk.rules("Task", std::string("CARDINALITIES RELATION \"then\" ") + row.later);
-        const auto* rules = desk.handler.getClassCardinality(desk["Task"]);
-        ASSERT_NE(rules, nullptr);
-        expectLimit(row, rules->relations.find(static_cast<QorIdentifier>(desk["then"])));
-    }
+    expectLimits("CARDINALITIES RELATION \"then\" ", rows, rulesOfThen);
 }
 
 TEST(TargetKeys, KeepTheTighterBoundAlsoAcrossReadings) {
@@ -95,16 +102,7 @@ TEST(TargetKeys, KeepTheTighterBoundAlsoAcrossReadings) {
          "max-incoming"},
         {"TO_CLASS \"Task\" max-outgoing: -1", "", &TargetRules::maxToTarget, kNone, ""},
     };
-    for (const auto& row : rows) {
-        Desk desk;
-        desk.rules("Task", std::string("CARDINALITIES RELATION \"then\" ") + row.text);
-        if (*row.later != '\0') desk.rules("Task", std::string("CARDINALITIES RELATION \"then\" ") + row.later);
-        const auto* relation =
-            desk.handler.getClassCardinality(desk["Task"])->relations.find(static_cast<QorIdentifier>(desk["then"]));
-        ASSERT_NE(relation, nullptr) << row.text;
-        EXPECT_EQ(relation->targets.numberOfElements(), 1u);
-        expectLimit(row, relation->targets.find(static_cast<QorIdentifier>(desk["Task"])));
-    }
+    expectLimits("CARDINALITIES RELATION \"then\" ", rows, rulesOfThenTask);
 }
 
 /// The records that the handler holds: class{relation class:target,target ...}.
@@ -276,15 +274,34 @@ TEST(Watcher, KeepsTheRulesInStepWithTheLibrary) {
     EXPECT_EQ(handler.getClassCardinality(desk["Task"]), nullptr);
 }
 
+std::string reportOfTask(const Desk& desk) {
+    SV::String text("> ");
+    EXPECT_EQ(&desk.handler.getClassCardinality(desk["Task"])->toReportText(text), &text);
+    return text.str();
+}
+
+TEST(Report, ListsDefaultsOnlyAndARelationWithoutTargets) {
+    Desk desk;
+    const std::string ofClass =
+        "> Cardinalities for Task:\nmaxObjects: 65535\nmaxTotal:   65535\nmaxIn:      65535\nmaxOut:     65535\n\n"
+        "minObjects: 0\nminTotal:   0\nminIn:      0\nminOut:     0\n\n";
+    desk.rules("Task", "CARDINALITIES");
+    EXPECT_EQ(reportOfTask(desk), ofClass + "=======\n\n");
+    desk.rules("Task", "CARDINALITIES RELATION \"then\" min-outgoing: 0");
+    EXPECT_EQ(reportOfTask(desk), ofClass +
+                                      "Relation then:\nmaxIn:         65535\nmaxOut:        65535\n\n"
+                                      "defaultMaxIn:  65535\ndefaultMaxOut: 65535\n\n"
+                                      "minIn:         0\nminOut:        0\n\n"
+                                      "defaultMinIn:  0\ndefaultMinOut: 0\n\n\n=======\n\n");
+}
+
 TEST(Report, ListsAllRulesOfAClass) {
     Desk desk;
     desk.rules("Task",
                "CARDINALITIES max-relations: 9 max-incoming: 4 min-objects: 1 min-outgoing: 2\n"
                "RELATION \"then\" max-outgoing: 3 min-incoming: 1\n"
                "TO_CLASS \"Document\" max-outgoing: 2 FROM_CLASS \"Task\" min-incoming: 1");
-    SV::String text("> ");
-    EXPECT_EQ(&desk.handler.getClassCardinality(desk["Task"])->toReportText(text), &text);
-    EXPECT_EQ(text.str(), R"(> Cardinalities for Task:
+    std::string expected = R"(> Cardinalities for Task:
 maxObjects: 65535
 maxTotal:   9
 maxIn:      4
@@ -325,7 +342,16 @@ minFromSource:       0
 
 =======
 
-)");
+)";
+    EXPECT_EQ(reportOfTask(desk), expected);
+
+    // Without names the labels stay.
+    for (const std::string name : {"Task:", "Document:", "then:"})
+        for (std::size_t at = 0; (at = expected.find(name)) != std::string::npos;)
+            expected.replace(at, name.size(), ":");
+    desk.watched().record.fail("getAttributeValue", QorErrorCode::NoValue, 0);
+    EXPECT_EQ(reportOfTask(desk), expected);
+    EXPECT_TRUE(desk.internalErrors.empty());
 }
 
 }  // namespace

@@ -86,7 +86,12 @@ TEST_F(CliCheck, EachWayOfCallingEndsWithItsCode) {
         {"check --library gone.yaml clean.yaml orders.yaml", "", 3, "",
          "orders.yaml: error: not checked because of the errors in its library \"gone.yaml\", told with "
          "\"clean.yaml\""},
-        {"check --library clean.yaml clean.yaml", "", 3, "", "clean.yaml: error: is not a method library"},
+        {"check --library gone.yaml orders.yaml", "", 3, "",
+         "gone.yaml: error: there is no such file\norders.yaml: error: not checked because of the errors in its "
+         "library "
+         "\"gone.yaml\"\n"},
+        {"check ''", "", 3, "", "the name is empty"},
+        {"check --library clean.yaml clean.yaml", "", 3, "", "clean.yaml: error: this is not a method library"},
         {"check workshop.yaml", "", 0, "1 file, 0 models",
          "workshop.yaml: warning: holds a method library and no models"},
         {"check --quiet workshop.yaml", "", 0, "", ""},

@@ -54,6 +54,27 @@ working_environment:
     - {name: Role, cardinalities: 'CARDINALITIES max-objects: 7'}
 )";
 
+/// Reads without an error, and not at all as its author meant it.
+constexpr std::string_view kMisspelt = R"(format: qor.library/1
+name: Misspelt
+texts:
+  automatic_checks: CHECK_CARDINALITIES
+business_process:
+  texts:
+    automatic_checks: CHECK_CARDINALITIES before-save
+  classes:
+    - name: Task
+      cardinalities: |
+        CARDINALITIES
+        max-outgonig: 1
+        max-objects: many
+  model_types:
+    - {name: Process, classes: [Task]}
+working_environment:
+  classes:
+    - {name: Actor, cardinalities: 'CARDINALITIES max-objetcs: 1'}
+)";
+
 TEST(CliLibrary, ShowsTheTreeOfClassesWithTheirAttributes) {
     CommandRunner qor;
     qor.write("tree.yaml", kTree);
@@ -84,6 +105,7 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
     qor.write("workshop.yaml", qor::test::kWorkshop);
     qor.write("clean.yaml", qor::test::kClean);
     qor.write("parts.yaml", kParts);
+    qor.write("misspelt.yaml", kMisspelt);
     struct Row {
         const char* arguments;
         int exit;
@@ -100,12 +122,23 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
         {"rules parts.yaml", 1, "parts.yaml:5:63: error: Cardinalities of class \"Task\"", ""},
         {"rules parts.yaml", 1, "parts.yaml:8:51: error: ", ""},
         {"rules parts.yaml", 1, "Cardinalities for Role:\nmaxObjects: 7\n", ""},
+        {"rules misspelt.yaml", 0, "Cardinalities for Task:\nmaxObjects: 0\n",
+         "misspelt.yaml:12:9: warning: cardinalities of class \"Task\": the key \"max-outgonig\" of CARDINALITIES is "
+         "not "
+         "read; did you mean max-outgoing?\n"},
+        {"rules misspelt.yaml", 0, "", "misspelt.yaml:13:9: warning: cardinalities of class \"Task\": the value of "},
+        {"rules --class Actor misspelt.yaml", 0, "",
+         "misspelt.yaml:18:51: warning: cardinalities of class \"Actor\": "},
+        {"check misspelt.yaml", 0, "", "misspelt.yaml:12:9: warning: cardinalities of class \"Task\": the key "},
+        {"check misspelt.yaml", 0, "",
+         "misspelt.yaml:7:43: warning: automatic_checks: the key \"before-save\" has no "},
+        {"check misspelt.yaml", 0, "", "misspelt.yaml:4:21: warning: automatic_checks: the text is not read here; "},
         {"rules workshop.yaml", 0, "Cardinalities for Store:\n", ""},
         {"rules --language de tree.yaml", 1, "Cardinalities for Task:\n", ""},
         {"rules - < workshop.yaml", 0, "Cardinalities for Store:\n", ""},
         {"rules bpmn", 0, "Cardinalities for Start event:\n", ""},
-        {"rules clean.yaml", 3, "", "clean.yaml: error: is not a method library"},
-        {"library clean.yaml", 3, "", "clean.yaml: error: is not a method library"},
+        {"rules clean.yaml", 3, "", "clean.yaml: error: this is not a method library"},
+        {"library clean.yaml", 3, "", "clean.yaml: error: this is not a method library"},
         {"library gone.yaml", 3, "", "gone.yaml: error: "},
         {"library bpmn", 0, "Start event", ""},
     };
@@ -117,6 +150,7 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
     }
     EXPECT_THAT(qor.run("rules --class Store workshop.yaml").out, Not(HasSubstr("Task")));
     EXPECT_THAT(qor.run("rules tree.yaml").out, Not(HasSubstr("\\x0A")));  // a line feed of the handler's text
+    EXPECT_THAT(qor.run("rules --class Actor misspelt.yaml").err, Not(HasSubstr("Task")));
     EXPECT_NE(qor.run("rules --language de tree.yaml").out, qor.run("rules tree.yaml").out);
 }
 

@@ -353,10 +353,6 @@ TEST_P(Values, TheNotebookShowsWhatUsersSee) {
     std::vector<std::string> wanted(names.begin(), names.end());
     wanted.insert(wanted.end(), {"Greeting", "Size", "Models"});
     EXPECT_EQ(shown, wanted);
-    ASSERT_EQ(set(a, names[10], "2 * 3"), Code::Ok);
-    EXPECT_EQ(QorCoreExpressionManager::GetExprHandler(model, a, w.attributeOf(a, names[10])).GetResultText(name),
-              Code::Ok);
-    EXPECT_EQ(name, "2 * 3");
 }
 
 TEST_P(Values, ChangesAreAnnouncedWhenWanted) {

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -126,28 +127,19 @@ public:
         return QorErrorCode::Ok;
     }
     const char* text(unsigned short number) const override {
-        switch (number) {
-            case message::loadingLibrary:
-                return "loading %s";
-            case message::libraryNotLoaded:
-                return "not loaded %s";
-            case message::initialisingHandlers:
-                return "initialising";
-            case message::oneInitialisationError:
-                return "one in %s1: %s2";
-            case message::furtherFailure:
-                return "further";
-            case message::otherFailure:
-                return "code %c";
-            case message::updatingFacets:
-                return "facets";
-            case message::libraryLocked:
-                return "%l locked by %u";
-            case message::severalInitialisationErrors:
-                return "several in %s1: %s2";
-            default:
-                return nullptr;
-        }
+        static const std::map<unsigned short, const char*> texts{
+            {message::loadingLibrary, "loading %s"},
+            {message::libraryNotLoaded, "not loaded %s"},
+            {message::initialisingHandlers, "initialising"},
+            {message::oneInitialisationError, "one in %s1: %s2"},
+            {message::furtherFailure, "further"},
+            {message::otherFailure, "code %c"},
+            {message::updatingFacets, "facets"},
+            {message::libraryLocked, "%l locked by %u"},
+            {message::severalInitialisationErrors, "several in %s1: %s2"},
+        };
+        const auto found = texts.find(number);
+        return found == texts.end() ? nullptr : found->second;
     }
 
     // Windows
@@ -197,6 +189,30 @@ QorErrorCode load(long library, unsigned wishes) {
                            wishes & kShown ? QorLibLoad_SilentMode::Shown : QorLibLoad_SilentMode::Silent);
 }
 
+/// One load: what is wished for, what the platform finds, which calls fail, and all calls in their order.
+struct LoadCase {
+    unsigned wishes;
+    long loaded, holder;
+    std::string failing;
+    QorErrorCode expected;
+    std::string calls;
+};
+
+void expectLoad(const LoadCase& row, Stage& stage) {
+    SCOPED_TRACE(row.calls);
+    stage.loaded = row.loaded;
+    stage.holder = row.holder;
+    std::istringstream failing(row.failing);
+    for (std::string call; failing >> call;) stage.codes[call] = kFailure;
+    EXPECT_EQ(load(kLibrary, row.wishes), row.expected);
+    std::string calls;
+    for (const auto& call : stage.calls) calls += (calls.empty() ? "" : ", ") + call;
+    EXPECT_EQ(calls, row.calls);
+}
+
+constexpr auto kOk = QorErrorCode::Ok;
+constexpr auto kLocked = QorErrorCode::LockedByOther;
+
 }  // namespace
 
 TEST(LibraryLoad, AnIdentifierBelowOneDoesNothing) {
@@ -207,34 +223,44 @@ TEST(LibraryLoad, AnIdentifierBelowOneDoesNothing) {
     EXPECT_EQ(stage.calls, Calls{});
 }
 
-TEST(LibraryLoad, GivesUpTheCurrentLibraryAndShowsEachStep) {
-    Stage stage;
-    stage.loaded = kOtherLibrary;
-    EXPECT_EQ(load(kLibrary, kInit | kFacets | kExclusive | kShown), QorErrorCode::Ok);
-    EXPECT_EQ(stage.calls, (Calls{"discard", "refresh", "clear boxes",                           //
-                                  "cursor on", "open: facets", "facets", "close", "cursor off",  //
-                                  "locked?",                                                     //
-                                  "cursor on", "attached", "name", "open: loading %s2 Works", "load+lock", "close",
-                                  "cursor off",  //
-                                  "open: initialising", "init", "close"}));
+TEST(LibraryLoad, GivesUpTheCurrentLibraryShowsEachStepAndLeavesNothingOpenAfterAFailure) {
+    const std::string givingUp = "discard, refresh, clear boxes, ";
+    const std::string facets = "cursor on, open: facets, facets, close, cursor off, ";
+    const std::string name = "attached, name, open: loading %s2 Works, ";
+    const std::string loading = "cursor on, " + name + "load, close, cursor off";
+    const std::string locking = "locked?, cursor on, " + name + "load+lock, close, cursor off";
+    const std::string initialising = ", open: initialising, init, close";
+    const LoadCase cases[] = {
+        {kInit | kFacets | kExclusive | kShown, kOtherLibrary, -1, "", kOk, givingUp + facets + locking + initialising},
+        {kInit | kFacets, kOtherLibrary, -1, "discard facets load", kFailure, "discard, facets, attached, load"},
+        {kInit | kShown, -1, -1, "init", kFailure, loading + initialising + ", name, box: one in %s2 Works: code 4711"},
+        {kFacets | kShown, -1, -1, "facets", kOk, facets + loading},
+        {kExclusive, kLibrary, -1, "lock", kFailure, "attached, locked?, lock"},
+        {kExclusive, -1, kColleague, "", kLocked, "locked?"},
+        {kInit | kExclusive | kShown, kOtherLibrary, kColleague, "", kLocked,
+         givingUp + "locked?, name, box: %s2 Works locked by Ada"},
+    };
+    for (const auto& row : cases) {
+        Stage stage;
+        expectLoad(row, stage);
+    }
 }
 
-TEST(LibraryLoad, SilentShowsNothingWhateverGoesWrong) {
+TEST(LibraryLoad, JoinsBothPartsOfALockersName) {
     Stage stage;
-    stage.loaded = kOtherLibrary;
-    stage.codes = {{"discard", kFailure}, {"facets", kFailure}, {"load", kFailure}};
-    EXPECT_EQ(load(kLibrary, kInit | kFacets), kFailure);
-    EXPECT_EQ(stage.calls, (Calls{"discard", "facets", "attached", "load"}));
+    stage.nameKind = QorUserLogonNameType::TwoPart;
+    expectLoad({kExclusive | kShown, -1, kColleague, "", kLocked, "locked?, name, box: %s2 Works locked by Ada;Sales"},
+               stage);
 }
 
+// The parts are unlocked only when they are loaded.
 TEST(LibraryLoad, AFailedExclusiveLoadLeavesNoLockAndRestoresTheCursor) {
     Stage stage;
     stage.waitCursor = true;
-    stage.codes = {{"load+lock", kFailure}};
-    EXPECT_EQ(load(kLibrary, kInit | kExclusive | kShown), kFailure);
-    EXPECT_EQ(stage.calls, (Calls{"locked?", "attached", "name", "open: loading %s2 Works", "load+lock", "unlock 10",
-                                  "close", "box: not loaded %s2 Works"}))
-        << "the parts are unlocked only when they are loaded";
+    expectLoad(
+        {kInit | kExclusive | kShown, -1, -1, "load+lock", kFailure,
+         "locked?, attached, name, open: loading %s2 Works, load+lock, unlock 10, close, box: not loaded %s2 Works"},
+        stage);
     EXPECT_TRUE(stage.waitCursor);
 }
 
@@ -248,23 +274,8 @@ TEST(LibraryLoad, AFailedExclusiveLoadUnlocksPartsThatAreLoadedAllTheSame) {
     Stage stage;
     HalfLoaded variables;
     stage.replaceCoreVars(variables);
-    stage.codes = {{"load+lock", kFailure}};
-    stage.loaded = 40;
-    EXPECT_EQ(load(kLibrary, kExclusive), kFailure);
-    EXPECT_EQ(stage.calls, (Calls{"locked?", "attached", "load+lock", "unlock 10", "unlock 40"}));
-}
-
-TEST(LibraryLoad, AnotherUsersLockRefusesAfterThePreviousLibraryIsGone) {
-    for (const auto& [kind, name] :
-         {std::pair(QorUserLogonNameType::Plain, "Ada"), std::pair(QorUserLogonNameType::TwoPart, "Ada;Sales")}) {
-        Stage stage;
-        stage.loaded = kOtherLibrary;
-        stage.holder = kColleague;
-        stage.nameKind = kind;
-        EXPECT_EQ(load(kLibrary, kInit | kExclusive | kShown), QorErrorCode::LockedByOther);
-        EXPECT_EQ(stage.calls, (Calls{"discard", "refresh", "clear boxes", "locked?", "name",
-                                      std::string("box: %s2 Works locked by ") + name}));
-    }
+    expectLoad({kExclusive, 40, -1, "load+lock", kFailure, "locked?, attached, load+lock, unlock 10, unlock 40"},
+               stage);
 }
 
 /// The simulation mapping handler while it lives; of a library without options, so that it has an error text and is in
@@ -274,62 +285,20 @@ struct MappingHandler {
     ~MappingHandler() { QorSimMappingHandler::FreeGlobal(); }
 };
 
-TEST(LibraryLoad, AFailureOnTheWayIsHandedThroughAndLeavesNothingOpen) {
-    const Calls facets{"cursor on", "open: facets", "facets", "close", "cursor off"};
-    const Calls loading{"cursor on", "attached", "name", "open: loading %s2 Works", "load", "close", "cursor off"};
-    const Calls initialising{"open: initialising", "init", "close", "name", "box: one in %s2 Works: code 4711"};
-    const auto joined = [](std::initializer_list<Calls> parts) {
-        Calls all;
-        for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
-        return all;
-    };
-    const struct {
-        unsigned wishes;
-        const char* failing;
-        long loaded, holder;
-        QorErrorCode expected;
-        Calls calls;
-    } cases[] = {
-        {kInit | kShown, "init", -1, -1, kFailure, joined({loading, initialising})},
-        {kFacets | kShown, "facets", -1, -1, QorErrorCode::Ok, joined({facets, loading})},
-        {kExclusive, "lock", kLibrary, -1, kFailure, {"attached", "locked?", "lock"}},
-        {kExclusive, "", -1, kColleague, QorErrorCode::LockedByOther, {"locked?"}},
-    };
-    for (const auto& row : cases) {
-        Stage stage;
-        stage.loaded = row.loaded;
-        stage.holder = row.holder;
-        stage.codes = {{row.failing, kFailure}};
-        EXPECT_EQ(load(kLibrary, row.wishes), row.expected) << row.failing;
-        EXPECT_EQ(stage.calls, row.calls) << row.failing;
-    }
-}
-
 TEST(LibraryLoad, ReloadingTheLoadedLibraryOnlyInitialisesAndLocks) {
-    const struct {
-        const char* what;
-        unsigned wishes;
-        long holder;
-        QorErrorCode attached;
-        QorErrorCode expected;
-        Calls calls;
-    } cases[] = {
-        {"current handlers are left alone", kInit | kFacets, -1, {}, {}, {"attached"}},
-        {"the query's code is the result", 0, -1, kFailure, kFailure, {"attached"}},
-        {"the initialisation's code replaces it", kInit, -1, kFailure, {}, {"attached"}},
-        {"a free lock is taken", kExclusive, -1, {}, {}, {"attached", "locked?", "lock"}},
-        {"an own lock is kept", kExclusive, kUser, kFailure, kFailure, {"attached", "locked?"}},
-        {"another's lock refuses", kExclusive, kColleague, {}, QorErrorCode::LockedByOther, {"attached", "locked?"}},
+    const LoadCase cases[] = {
+        {kInit | kFacets, kLibrary, -1, "", kOk, "attached"},  // current handlers are left alone
+        {0, kLibrary, -1, "attached", kFailure, "attached"},   // the query's code is the result ...
+        {kInit, kLibrary, -1, "attached", kOk, "attached"},    // ... which the initialisation's replaces
+        {kExclusive, kLibrary, -1, "", kOk, "attached, locked?, lock"},
+        {kExclusive, kLibrary, kUser, "attached", kFailure, "attached, locked?"},  // an own lock is kept
+        {kExclusive, kLibrary, kColleague, "", kLocked, "attached, locked?"},
     };
     for (const auto& row : cases) {
         Stage stage;
         const MappingHandler mapping;
-        stage.loaded = kLibrary;
         stage.hasModelTypes = true;
-        stage.holder = row.holder;
-        stage.codes = {{"attached", row.attached}};
-        EXPECT_EQ(load(kLibrary, row.wishes), row.expected) << row.what;
-        EXPECT_EQ(stage.calls, row.calls) << row.what;
+        expectLoad(row, stage);
     }
 }
 

@@ -53,6 +53,7 @@ business_process:
         - {name: Count, type: integer}
         - {name: Shape, type: text, level: class}
         - {name: Rows, type: record, record_class: Row}
+        - {name: Sum, type: expression}
     - name: Task
       extends: Step
     - name: Event

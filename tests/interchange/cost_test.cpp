@@ -4,7 +4,6 @@
 #include <malloc.h>
 
 #include <ctime>
-#include <functional>
 #include <string>
 
 #include "interchange/Document.h"
@@ -15,102 +14,58 @@ namespace {
 
 using qor::test::Files;
 
+/// A file of n parts, and n further ones; "@" stands for a part's number, "^" for that of the next one. In what stands
+/// behind all parts "@" is n.
 struct Shape {
     const char* name;
-    std::function<std::string(int)> text;
+    std::string before, part, between = {}, further = {}, after = {};
+
+    std::string text(int n) const {
+        std::string text = before;
+        for (int i = 0; i < n; ++i) append(text, part, i);
+        text += between;
+        for (int i = 0; i < n; ++i) append(text, further, i);
+        append(text, after, n);
+        return text;
+    }
+
+private:
+    static void append(std::string& text, std::string_view pattern, int number) {
+        for (const char c : pattern)
+            if (c == '@' || c == '^')
+                text += std::to_string(c == '^' ? number + 1 : number);
+            else
+                text += c;
+    }
 };
 
-std::string repeated(const std::string& before, int count, const std::function<std::string(int)>& one,
-                     const std::string& after = {}) {
-    std::string text = before;
-    for (int i = 0; i < count; ++i) text += one(i);
-    return text + after;
-}
-
-std::function<std::string(int)> always(std::string text) {
-    return [text = std::move(text)](int) { return text; };
-}
-
-std::string number(int i) { return std::to_string(i); }
-
 const std::string kModel = "format: qor.model/1\nmodels:\n  - name: M\n    type: Process\n    objects:\n";
+const std::string kTask = "      - {class: Task, name: t@}\n";
 const std::string kLibrary = "format: qor.library/1\nname: X\nbusiness_process:\n  classes:\n";
+const std::string kAttributes = "    - name: A\n      attributes:\n";
+const std::string kAttribute = "        - {name: a@, type: text}\n";
 
 const Shape kShapes[] = {
-    {"JsonOnOneLine",
-     [](int n) {
-         return repeated(
-             R"({"format": "qor.model/1", "models": [{"name": "M", "type": "Notes", "objects": [)", n,
-             [](int i) { return (i == 0 ? "" : ",") + (R"({"class": "Note", "name": ")" + number(i) + "\"}"); },
-             "]}]}");
-     }},
-    {"YamlOnOneLine",
-     [](int n) {
-         return repeated(
-             "format: qor.model/1\nmodels: [", n, [](int i) { return "\xC3\xA4: {" + number(i) + "}, "; }, "]\n");
-     }},
-    {"RelationsByName",
-     [](int n) {
-         return repeated(kModel, n, [](int i) { return "      - {class: Task, name: t" + number(i) + "}\n"; }) +
-                repeated("    relations:\n", n,
-                         [](int i) { return "      - {class: then, from: t" + number(i) + ", to: t0}\n"; });
-     }},
-    {"UnknownEnds",
-     [](int n) {
-         return repeated(kModel, n, [](int i) { return "      - {class: Task, name: t" + number(i) + "}\n"; }) +
-                repeated("    relations:\n", n,
-                         [](int i) { return "      - {class: then, from: x" + number(i) + ", to: y}\n"; });
-     }},
-    {"SameNameAndIdentifier",
-     [](int n) { return repeated(kModel, n, always("      - {id: x, class: Task, name: a}\n")); }},
-    {"UnknownClasses",
-     [](int n) { return repeated(kModel, n, [](int i) { return "      - {class: C" + number(i) + ", name: a}\n"; }); }},
-    {"UnknownAttributes",
-     [](int n) {
-         return repeated(kModel + "      - class: Task\n        name: a\n        values:\n", n,
-                         [](int i) { return "          v" + number(i) + ": x\n"; });
-     }},
-    {"SameKeys",
-     [](int n) { return repeated("format: qor.model/1\n", n, [](int i) { return "k" + number(i / 2) + ": x\n"; }); }},
-    {"EmptyItems", [](int n) { return repeated("format: qor.model/1\nmodels:\n", n, always("-\n")); }},
-    {"LinesOfText",
-     [](int n) { return repeated("format: qor.model/1\nlibrary: |\n", n, always("  a \xE2\x82\xAC\n\n")); }},
-    {"FoldedText", [](int n) { return repeated("format: qor.model/1\nlibrary: \"", n, always("  a\n\n"), "\""); }},
-    {"Comments", [](int n) { return repeated("format: qor.model/1\n", n, always("# a\n\n")); }},
-    {"UnknownSuperclasses",
-     [](int n) {
-         return repeated(kLibrary, n,
-                         [](int i) { return "    - {name: A" + number(i) + ", extends: B" + number(i) + "}\n"; });
-     }},
-    {"BackwardChain",
-     [](int n) {
-         return repeated(kLibrary, n,
-                         [](int i) { return "    - {name: A" + number(i) + ", extends: A" + number(i + 1) + "}\n"; });
-     }},
-    {"Circle",
-     [](int n) {
-         return repeated(kLibrary, n, [n](int i) {
-             return "    - {name: A" + number(i) + ", extends: A" + number((i + 1) % n) + "}\n";
-         });
-     }},
-    {"AttributesOfOneClass",
-     [](int n) {
-         return repeated(
-             kLibrary + "    - name: A\n      attributes:\n", n,
-             [](int i) { return "        - {name: a" + number(i) + ", type: text}\n"; }, "        - {}\n");
-     }},
-    {"SubclassesAndAttributes",
-     [](int n) {
-         return repeated(kLibrary, n, [](int i) { return "    - {name: A" + number(i) + ", extends: A}\n"; }) +
-                repeated("    - name: A\n      attributes:\n", n,
-                         [](int i) { return "        - {name: a" + number(i) + ", type: text}\n"; });
-     }},
-    {"EnumerationValues",
-     [](int n) {
-         return repeated(
-             kLibrary + "    - name: A\n      attributes:\n        - {name: a, type: enumeration, values: [", n,
-             [](int i) { return number(i) + ","; }, "]}\n");
-     }},
+    {"JsonOnOneLine", R"({"format": "qor.model/1", "models": [{"name": "M", "type": "Notes", "objects": [)",
+     R"({"class": "Note", "name": "@"},)", "", "", R"({"class": "Note", "name": "@"}]}]})"},
+    {"YamlOnOneLine", "format: qor.model/1\nmodels: [", "\xC3\xA4: {@}, ", "", "", "]\n"},
+    {"RelationsByName", kModel, kTask, "    relations:\n", "      - {class: then, from: t@, to: t0}\n"},
+    {"UnknownEnds", kModel, kTask, "    relations:\n", "      - {class: then, from: x@, to: y}\n"},
+    {"SameNameAndIdentifier", kModel, "      - {id: x, class: Task, name: a}\n"},
+    {"UnknownClasses", kModel, "      - {class: C@, name: a}\n"},
+    {"UnknownAttributes", kModel + "      - class: Task\n        name: a\n        values:\n", "          v@: x\n"},
+    {"SameKeys", "format: qor.model/1\n", "k@: x\nk@: x\n"},
+    {"EmptyItems", "format: qor.model/1\nmodels:\n", "-\n"},
+    {"LinesOfText", "format: qor.model/1\nlibrary: |\n", "  a \xE2\x82\xAC\n\n"},
+    {"FoldedText", "format: qor.model/1\nlibrary: \"", "  a\n\n", "", "", "\""},
+    {"Comments", "format: qor.model/1\n", "# a\n\n"},
+    {"UnknownSuperclasses", kLibrary, "    - {name: A@, extends: B@}\n"},
+    {"BackwardChain", kLibrary, "    - {name: A@, extends: A^}\n"},
+    {"Circle", kLibrary, "    - {name: A@, extends: A^}\n", "", "", "    - {name: A@, extends: A0}\n"},
+    {"AttributesOfOneClass", kLibrary + kAttributes, kAttribute, "", "", "        - {}\n"},
+    {"SubclassesAndAttributes", kLibrary, "    - {name: A@, extends: A}\n", kAttributes, kAttribute},
+    {"EnumerationValues", kLibrary + kAttributes + "        - {name: a, type: enumeration, values: [", "@,", "", "",
+     "]}\n"},
 };
 
 class Cost : public testing::TestWithParam<Shape> {};

@@ -132,59 +132,37 @@ private:
 
 /// Texts that YAML readers stumble over, put together at random.
 rc::Gen<std::string> anyText() {
-    static const std::vector<std::string> kPieces = {"a",
-                                                     "B",
-                                                     "0",
-                                                     "no",
-                                                     "null",
-                                                     "~",
-                                                     " ",
-                                                     "  ",
-                                                     "\n",
-                                                     "\n\n",
-                                                     "\t",
-                                                     "\r",
-                                                     "\r\n",
-                                                     ":",
-                                                     ": ",
-                                                     " #",
-                                                     "#",
-                                                     "- ",
-                                                     "-",
-                                                     "? ",
-                                                     "|",
-                                                     ">",
-                                                     "'",
-                                                     "\"",
-                                                     "\\",
-                                                     "\\n",
-                                                     "[",
-                                                     "]",
-                                                     "{",
-                                                     "}",
-                                                     ",",
-                                                     "&",
-                                                     "*",
-                                                     "!",
-                                                     "%",
-                                                     "@",
-                                                     "`",
-                                                     "---",
-                                                     "...",
-                                                     "\x01",
-                                                     "\x1B",
-                                                     "\x7F",
-                                                     "\xC2\x80",
-                                                     "\xC2\x85",
-                                                     "\xC2\xA0",
-                                                     "\xC3\xA4",
-                                                     "\xE2\x80\xA8",
-                                                     "\xE2\x80\xA9",
-                                                     "\xEF\xBB\xBF",
-                                                     "\xEF\xBF\xBE",
-                                                     "\xF0\x9F\x98\x80",
-                                                     "CARDINALITIES",
-                                                     "max-objects: 1"};
+    static const std::vector<std::string> kPieces = [] {
+        std::vector<std::string> pieces;
+        for (const char c : {'a',  'B', '0', '~', ' ', '\n', '\t', '\r', ':', '#', '-', '|', '>',    '\'',   '"',
+                             '\\', '[', ']', '{', '}', ',',  '&',  '*',  '!', '%', '@', '`', '\x01', '\x1B', '\x7F'})
+            pieces.emplace_back(1, c);
+        for (const char* text : {"no",
+                                 "null",
+                                 "  ",
+                                 "\n\n",
+                                 "\r\n",
+                                 ": ",
+                                 " #",
+                                 "- ",
+                                 "? ",
+                                 "\\n",
+                                 "---",
+                                 "...",
+                                 "\xC2\x80",
+                                 "\xC2\x85",
+                                 "\xC2\xA0",
+                                 "\xC3\xA4",
+                                 "\xE2\x80\xA8",
+                                 "\xE2\x80\xA9",
+                                 "\xEF\xBB\xBF",
+                                 "\xEF\xBF\xBE",
+                                 "\xF0\x9F\x98\x80",
+                                 "CARDINALITIES",
+                                 "max-objects: 1"})
+            pieces.emplace_back(text);
+        return pieces;
+    }();
     return rc::gen::map(rc::gen::container<std::vector<std::string>>(rc::gen::elementOf(kPieces)),
                         [](const std::vector<std::string>& pieces) {
                             std::string text;
@@ -271,23 +249,28 @@ private:
     void setClassValues(QorIdentifier owner) {
         for (const QorIdentifier attribute : {47, 48, 194, 195})
             (void)_builder.setClassValue(owner, attribute, *anyText());
-        forEachAttribute(owner, [&](QorIdentifier attribute) {
-            (void)_builder.setClassValue(owner, attribute, number(0, 1) == 0 ? *anyText() : "7");
+        forEachAttribute(owner, [&](const QorAttributeInfo& attribute) {
+            (void)_builder.setClassValue(owner, attribute.id, anyValue(attribute.type));
         });
     }
 
     template <class Visit>
     void forEachAttribute(QorIdentifier owner, Visit visit) {
         for (; owner != QorNoIdentifier; owner = _reader.classInfo(owner).superclass)
-            for (const QorAttributeInfo& attribute : _reader.attributesOf(owner)) visit(attribute.id);
+            for (const QorAttributeInfo& attribute : _reader.attributesOf(owner)) visit(attribute);
+    }
+    // Many texts are refused by other types; a file's reader refuses what is no expression as well.
+    static std::string anyValue(QorCoreAttributeType type) {
+        if (number(0, 1) == 0) return "7";
+        return type == QorCoreAttributeType::Expression ? "[A] &\n  if(\"\" = \"#: \", 1, [B])" : *anyText();
     }
 
     void setValues(QorIdentifier thing, QorIdentifier cls) {
         if (number(0, 1) == 0) return;
         for (const QorIdentifier graphic : {QorAttributeId::Graphic, QorAttributeId::WorkingEnvironmentGraphic})
             (void)_builder.setValue(thing, graphic, *anyText());
-        forEachAttribute(cls, [&](QorIdentifier attribute) {
-            if (number(0, 2) != 0) (void)_builder.setValue(thing, attribute, number(0, 1) == 0 ? *anyText() : "7");
+        forEachAttribute(cls, [&](const QorAttributeInfo& attribute) {
+            if (number(0, 2) != 0) (void)_builder.setValue(thing, attribute.id, anyValue(attribute.type));
         });
     }
 

@@ -72,6 +72,14 @@ const Fault kObjectFaults[] = {
      {"9:17 \"Kind\" does not take \"none\": it holds one of \"manual\", \"automatic\"",
       "10:11 has no attribute \"Kint\"; did you mean \"Kind\"?", "11:18 a whole number", "12:17 \"red;red\"",
       "13:18 \"Shape\"", "14:17 rows, which a file cannot hold", "15:17 must be a text"}},
+    {"Expressions",
+     objects("      - class: Task\n        name: a\n        values:\n          Sum: |\n            1 +\n            "
+             "[Count] "
+             "[Kind]\n"
+             "      - {class: Task, name: b, values: {Sum: \"1 +\"}}\n      - {class: Task, name: c, values: {Sum: "
+             "[1]}}\n"),
+     {"11:21 in the expression: an operator or the end", "12:50 in the expression: the expression ends too early",
+      "13:46 must be a text"}},
 };
 
 std::string relations(const std::string& text) {
@@ -160,6 +168,18 @@ TEST(ModelFile, BecomesModelsWithObjectsAndRelations) {
     EXPECT_EQ(value(task, taskClass, "Tags"), "red;blue");
     EXPECT_EQ(value(relations[0].id, relations[0].relationClass, "Weight"), "2.50");
     EXPECT_EQ(value(objects[1], taskClass, "Kind"), "");
+}
+
+TEST(ModelFile, WarnsOfAttributesThatAnExpressionNamesInVain) {
+    Files files;
+    const QorIdentifier library = files.library(kSmallLibrary);
+    const QorImportResult result = files.read(
+        "format: qor.model/1\nmodels:\n  - name: M\n    type: Process\n    objects:\n"
+        "      - {class: Task, name: a, values: {Sum: \"[Count] + [Cuont]\"}}\n",
+        library);
+    expectDiagnostics(result.diagnostics,
+                      {"6:57 in the expression: class \"Task\" has no attribute \"Cuont\"; did you mean \"Count\"?"});
+    EXPECT_EQ(result.models.size(), 1U);
 }
 
 TEST(ModelFile, RemembersWhereThingsWereWritten) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <random>
 #include <set>
 #include <string>
@@ -79,6 +80,8 @@ TEST(Date, EveryDayFollowsTheOneBefore) {
         EXPECT_FALSE(SV::Date(number).IsValid()) << number;
     EXPECT_EQ(SV::Date(9999, 12, 31).AddDays(1), SV::Date());
     EXPECT_EQ(SV::Date(1, 1, 1).AddDays(-1), SV::Date());
+    EXPECT_EQ(SV::Date(INT_MAX, INT_MAX, INT_MAX), SV::Date(INT_MAX));
+    EXPECT_FALSE(SV::Date(INT_MIN, 1, 1).IsValid());
 }
 
 TEST(Time, StaysWithinTheDayAndClippedIntervalsHaveNoLength) {
@@ -89,6 +92,11 @@ TEST(Time, StaysWithinTheDayAndClippedIntervalsHaveNoLength) {
     }
     EXPECT_EQ(QorTimeFunctions::getDiffTimeInSeconds(SV::Time(8, 0, 0), SV::Time(9, 30, 5)), 5405);
     EXPECT_EQ(QorTimeFunctions::getDiffTimeInSeconds(SV::Time(9, 0, 0), SV::Time(8, 0, 0)), 0);
+    const SV::Time first(INT_MIN, 0, 0);
+    const SV::Time last(INT_MAX, INT_MAX, INT_MAX);
+    EXPECT_EQ(SV::Time(0, 90, 0), SV::Time(1, 30, 0));
+    EXPECT_EQ(QorTimeFunctions::getTimeInSeconds(last), INT_MAX);
+    EXPECT_EQ(QorTimeFunctions::getDiffTimeInSeconds(first, last), INT_MAX);
 }
 
 // An older data source writes 1 for no access; only a copy reads it so, the entry itself keeps what was delivered.

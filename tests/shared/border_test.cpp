@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What only a program that links the shared libraries can see: watchers that the linker kept, typed events that cross
 // the border between libraries, and exceptions that do not.
+#include <cstdlib>
+
 #include "cardinality/QorCardinalityCompleteCheck.h"
 #include "cardinality/QorCardinalityHandler.h"
 #include "embedded/QorEmbeddedPlatform.h"
@@ -22,6 +24,28 @@ public:
 private:
     void heard(const QorLibraryEvent& event) { businessProcess = event.first(); }
 };
+
+/// Goes after everything that is made from `main` on.
+struct AtEnd {
+    ~AtEnd() {
+        if (installed == nullptr) return;
+        (void)Qor_DiscardLibrary();
+        delete installed;
+        delete platform;
+    }
+    QorEmbeddedPlatform* platform = nullptr;
+    QorHostInstallation* installed = nullptr;
+} g_atEnd;
+
+void endWithALibraryLoaded() {
+    auto* const platform = g_atEnd.platform = new QorEmbeddedPlatform;
+    g_atEnd.installed = new QorHostInstallation(platform->host());
+    QorImporter importer(platform->builder(), platform->reader());
+    const auto library = importer.readFile(kLibrary, QorNoIdentifier);
+    (void)Qor_LoadLibrary(nullptr, library.library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
+                          QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+    std::exit(QorCardinalityHandler::Instance().getClassCardinalities().numberOfElements() != 0 ? 0 : 1);
+}
 
 class Throwing final : public QorCoreModelingManager {
 public:
@@ -57,6 +81,10 @@ TEST(Border, AHostOutsideSeesRulesReadEventsTypedAndBreachesFound) {
 
     EXPECT_EQ(Qor_DiscardLibrary(), QorErrorCode::Ok);
     EXPECT_EQ(handler.getClassCardinality(task), nullptr) << "the watcher gave the rules up";
+}
+
+TEST(Border, AHostThatGoesAfterMainDiscardsItsLibraryInPeace) {
+    EXPECT_EXIT(endWithALibraryLoaded(), testing::ExitedWithCode(0), testing::IsEmpty());
 }
 
 TEST(Border, WhatAHostThrowsBecomesACode) {

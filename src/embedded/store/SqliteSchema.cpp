@@ -12,12 +12,13 @@ constexpr StoredTableLayout kLayouts[] = {
     {"relation_classes", 1, {{{"id"}, {"part"}, {"source"}, {"target"}}}, {"name"}},
     {"attributes",
      1,
-     {{{"id"}, {"owner"}, {"type"}, {"level"}, {"refers_to_models"}, {"target", true}}},
+     {{{"id"}, {"owner"}, {"type"}, {"level"}, {"refers_to_models"}, {"target", true}, {"shown_as", true}}},
      {"name", "default_text"}},
     {"enumeration_values", 2, {{{"attribute"}, {"position"}}}, {"text"}},
     {"model_types", 1, {{{"id"}, {"part"}}}, {"name"}},
     {"visible_classes", 2, {{{"model_type"}, {"class"}}}, {}},
-    {"threads", 1, {{{"id"}, {"model_type"}}}, {"name"}},
+    {"model_groups", 1, {{{"id"}, {"library"}, {"parent", true}}}, {"name"}},
+    {"threads", 1, {{{"id"}, {"model_type"}, {"model_group", true}}}, {"name"}},
     {"models", 1, {{{"id"}, {"thread"}}}, {"version"}},
     {"objects", 1, {{{"id"}, {"class"}, {"model"}}}, {"name"}},
     {"relations", 1, {{{"id"}, {"class"}, {"source"}, {"target"}}}, {}},
@@ -83,6 +84,7 @@ CREATE TABLE attributes (
     level INTEGER NOT NULL,
     refers_to_models INTEGER NOT NULL,
     target INTEGER REFERENCES classes DEFERRABLE INITIALLY DEFERRED,
+    shown_as INTEGER,
     name TEXT NOT NULL,
     default_text TEXT NOT NULL,
     hash INTEGER NOT NULL
@@ -109,13 +111,24 @@ CREATE TABLE visible_classes (
     PRIMARY KEY (model_type, class)
 ) STRICT, WITHOUT ROWID;
 CREATE INDEX visible_classes_by_class ON visible_classes (class);
+CREATE TABLE model_groups (
+    id INTEGER PRIMARY KEY,
+    library INTEGER NOT NULL REFERENCES libraries DEFERRABLE INITIALLY DEFERRED,
+    parent INTEGER REFERENCES model_groups DEFERRABLE INITIALLY DEFERRED,
+    name TEXT NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+CREATE INDEX model_groups_of_library ON model_groups (library);
+CREATE INDEX model_groups_in_group ON model_groups (parent);
 CREATE TABLE threads (
     id INTEGER PRIMARY KEY,
     model_type INTEGER NOT NULL REFERENCES model_types DEFERRABLE INITIALLY DEFERRED,
+    model_group INTEGER REFERENCES model_groups DEFERRABLE INITIALLY DEFERRED,
     name TEXT NOT NULL,
     hash INTEGER NOT NULL
 ) STRICT;
 CREATE INDEX threads_of_model_type ON threads (model_type);
+CREATE INDEX threads_in_group ON threads (model_group);
 CREATE TABLE models (
     id INTEGER PRIMARY KEY,
     thread INTEGER NOT NULL REFERENCES threads DEFERRABLE INITIALLY DEFERRED,

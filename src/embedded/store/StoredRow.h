@@ -12,7 +12,8 @@
 
 namespace qor::embedded {
 
-// In the order in which they are read: what a row refers to stands in its own table before it, or in an earlier one.
+// In the order in which they are read: what a row refers to stands in its own table before it, or in an earlier one;
+// only a model group may come before the group that it lies in.
 enum class StoredTable : std::uint8_t {
     Libraries,
     Parts,
@@ -22,6 +23,7 @@ enum class StoredTable : std::uint8_t {
     EnumerationValues,
     ModelTypes,
     VisibleClasses,
+    ModelGroups,
     Threads,
     Models,
     Objects,
@@ -34,7 +36,7 @@ inline constexpr std::size_t kStoredTables = static_cast<std::size_t>(StoredTabl
 // First the numbers, then the texts, in the order of the table's columns; the key comes first. An identifier that is
 // none is -1. The texts are views.
 struct StoredRow {
-    static constexpr std::size_t kMaxNumbers = 6;
+    static constexpr std::size_t kMaxNumbers = 7;
     static constexpr std::size_t kMaxTexts = 2;
 
     StoredRow() = default;

@@ -2,7 +2,6 @@
 #include "interchange/bpmn/BpmnElements.h"
 
 #include <algorithm>
-#include <array>
 
 namespace qor::interchange::bpmn {
 
