@@ -26,6 +26,7 @@ public:
     ~SqliteStore() override;
 
     [[nodiscard]] bool isReadOnly() const override { return _isReadOnly; }
+    void refuseWriting() noexcept override { _isReadOnly = true; }
     QorRepositoryResult load(StoredRowSink& sink) override;
     void begin() override;
     void put(const StoredRow& row, QorIdentifier scope, bool isNew) override;

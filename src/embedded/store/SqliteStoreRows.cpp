@@ -54,8 +54,6 @@ QorRepositoryResult SqliteStore::load(StoredRowSink& sink) {
     (void)_connection.run("ROLLBACK");
     _sums = {};
     if (failed != SQLITE_OK) return failure(statusOf(failed), sqlite3_errstr(failed));
-    // What could not be read as it was written is not written over.
-    if (!result.ok()) _isReadOnly = true;
     return result;
 }
 
