@@ -49,6 +49,7 @@ std::uint32_t safeCount(const QorClassCardinality& rules, Direction direction) {
 ClassPlan planOf(const QorClassCardinality& rules) {
     ClassPlan plan;
     plan.rules = &rules;
+    plan.screen = ClassScreen(rules);
     for (const auto direction : kDirections) plan.safe[direction] = safeCount(rules, direction);
     for (const auto& relation : rules.relations) plan.relations.push_back(planOf(rules, relation));
     return plan;
@@ -61,6 +62,7 @@ const ClassPlan& ClassPlans::of(QorIdentifier cls) {
     if (number == _plans.size()) {
         const auto* rules = _rules.find(cls);
         _plans.push_back(rules == nullptr ? ClassPlan() : planOf(*rules));
+        _plans.back().number = number;
     }
     return _plans[number];
 }

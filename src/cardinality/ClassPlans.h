@@ -4,6 +4,7 @@
 #include <deque>
 #include <vector>
 
+#include "cardinality/ClassScreen.h"
 #include "cardinality/Direction.h"
 #include "cardinality/KeyIndex.h"
 #include "cardinality/RuleReader.h"
@@ -23,15 +24,18 @@ struct ClassPlan {
     };
 
     const QorClassCardinality* rules = nullptr;  ///< null: the class has none
+    std::uint32_t number = 0;                    ///< from 0, in the order in which runs have met the classes
+    ClassScreen screen;
     /// Up to so many relations in a direction break no maximum of a relation class, however they are mixed.
     PerDirection<std::uint32_t> safe;
     std::vector<Relation> relations;  ///< ascending by relation class
 };
 
-/// Plans of the classes that a run meets. The rules must not change while they are used.
+/// Plans of the classes that runs have met. Of no use once the rules have changed.
 class ClassPlans {
 public:
     explicit ClassPlans(const ClassRules& rules) : _rules(rules) {}
+    [[nodiscard]] const ClassRules& rules() const noexcept { return _rules; }
     /// O(1); O(the class's rules) on the first call for a class.
     const ClassPlan& of(QorIdentifier cls);
 

@@ -13,18 +13,16 @@ std::uint64_t keyOf(QorIdentifier relationClass, QorIdentifier otherClass) noexc
 
 void EndGroups::count(std::span<const QorRelationEnd> ends) {
     _ends = ends;
+    _chained = false;
     _index.clear();
     _groups.clear();
-    if (_nextTowards.size() < ends.size()) {
-        _nextTowards.resize(ends.size());
-        _nextOf.resize(ends.size());
-    }
     for (std::uint32_t at = 0; at < ends.size(); ++at) {
         const auto number = _index.add(keyOf(ends[at].relationClass, ends[at].otherClass));
         if (number == _groups.size()) addGroups(at);
-        append(_groups[number], at, _nextTowards);
-        append(_groups[_groups[number].whole], at, _nextOf);
+        ++_groups[number].count;
     }
+    for (const auto& group : _groups)
+        if (group.otherClass != QorNoIdentifier) _groups[group.whole].count += group.count;
 }
 
 /// Makes the group of the end's classes and, behind it, that of the relation class where it is missing.
@@ -42,9 +40,23 @@ void EndGroups::addGroup(QorIdentifier otherClass, std::uint32_t end, std::uint3
     group.whole = whole;
 }
 
-void EndGroups::append(Group& group, std::uint32_t end, std::vector<std::uint32_t>& next) {
-    if (group.count++ > 0) next[group.last] = end;
-    group.last = end;
+void EndGroups::chain() {
+    _chained = true;
+    _last.assign(_groups.size(), KeyIndex::kNone);
+    if (_nextTowards.size() < _ends.size()) {
+        _nextTowards.resize(_ends.size());
+        _nextOf.resize(_ends.size());
+    }
+    for (std::uint32_t at = 0; at < _ends.size(); ++at) {
+        const auto number = _index.find(keyOf(_ends[at].relationClass, _ends[at].otherClass));
+        append(number, at, _nextTowards);
+        append(_groups[number].whole, at, _nextOf);
+    }
+}
+
+void EndGroups::append(std::uint32_t group, std::uint32_t end, std::vector<std::uint32_t>& next) {
+    if (_last[group] != KeyIndex::kNone) next[_last[group]] = end;
+    _last[group] = end;
 }
 
 std::uint32_t EndGroups::countOf(QorIdentifier relationClass, QorIdentifier otherClass) const noexcept {
@@ -52,16 +64,15 @@ std::uint32_t EndGroups::countOf(QorIdentifier relationClass, QorIdentifier othe
     return number == KeyIndex::kNone ? 0 : _groups[number].count;
 }
 
-void EndGroups::collect(QorIdentifier relationClass, QorIdentifier otherClass,
-                        std::vector<QorRelationEnd>& ends) const {
+void EndGroups::collect(QorIdentifier relationClass, QorIdentifier otherClass, std::vector<QorRelationEnd>& ends) {
     const auto number = _index.find(keyOf(relationClass, otherClass));
     if (number == KeyIndex::kNone) return;
-    const auto& group = _groups[number];
+    if (!_chained) chain();
     const auto& next = otherClass == QorNoIdentifier ? _nextOf : _nextTowards;
-    ends.reserve(ends.size() + group.count);
-    for (auto at = group.first;; at = next[at]) {
+    ends.reserve(ends.size() + _groups[number].count);
+    for (auto at = _groups[number].first;; at = next[at]) {
         ends.push_back(_ends[at]);
-        if (at == group.last) return;
+        if (at == _last[number]) return;
     }
 }
 

@@ -17,8 +17,8 @@ void addAll(ISortedSet<long>& set, std::vector<long> identifiers) {
 
 }  // namespace
 
-FirstBreachRun::FirstBreachRun(const ClassRules& rules, RunResults results)
-    : _rules(rules), _results(results), _tests(rules) {}
+FirstBreachRun::FirstBreachRun(ClassPlans& plans, RunResults results)
+    : _plans(plans), _results(results), _tests(plans) {}
 FirstBreachRun::~FirstBreachRun() = default;
 
 bool FirstBreachRun::checkModel(long model) {
@@ -46,6 +46,7 @@ bool FirstBreachRun::checkObject(long object, bool minima, bool maxima) {
 
 bool FirstBreachRun::testObject(long object, bool minima, bool maxima) {
     if (!_object.open(object)) return false;
+    if (minima && maxima) return _tests.test(_object, *this) == Outcome::Completed;
     if (maxima && _tests.testMaxima(_object, *this) != Outcome::Completed) return false;
     return !minima || _tests.testMinima(_object, *this) == Outcome::Completed;
 }
@@ -66,7 +67,7 @@ bool FirstBreachRun::checkRelation(long relation, bool minima, bool maxima) {
 
 bool FirstBreachRun::checkClass(long model, long cls, bool minima, bool maxima) {
     const auto key = Qor_NarrowIdentifier(cls);
-    const auto* rules = key ? _rules.find(*key) : nullptr;
+    const auto* rules = key ? _plans.rules().find(*key) : nullptr;
     if (rules == nullptr) return true;
     const auto sink = [this](const QorCardinalityBreach& breach) {
         record(breach);
@@ -104,6 +105,17 @@ bool FirstBreachRun::wantsMinimumTowards(QorIdentifier cls) {
     if (_results.checked.classes.contains(cls)) return false;
     _results.checked.classes.add(cls);
     return true;
+}
+
+void FirstBreachRun::passedMinima(const ClassPlan& plan) {
+    if (plan.number >= _met.size()) _met.resize(plan.number + 1);
+    if (_met[plan.number]) return;
+    _met[plan.number] = true;
+    for (const auto& relation : plan.relations) {
+        turnsTo(relation.relationClass);
+        for (const auto& targets : relation.targets.values)
+            for (const auto& target : targets) (void)wantsMinimumTowards(target.cls);
+    }
 }
 
 }  // namespace qor::cardinality

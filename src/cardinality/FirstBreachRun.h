@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <vector>
+
 #include "cardinality/IdentifierMarks.h"
 #include "cardinality/ObjectTests.h"
 #include "cardinality/RuleReader.h"
@@ -24,7 +26,7 @@ struct RunResults {
 /// met is not met by the minima of later objects, nor is the number of its objects tested.
 class FirstBreachRun final : private TestObserver {
 public:
-    FirstBreachRun(const ClassRules& rules, RunResults results);
+    FirstBreachRun(ClassPlans& plans, RunResults results);
     FirstBreachRun(const FirstBreachRun&) = delete;
     FirstBreachRun& operator=(const FirstBreachRun&) = delete;
     ~FirstBreachRun() override;
@@ -45,11 +47,13 @@ private:
     void passed(std::span<const QorRelationEnd> outgoing) override;
     void turnsTo(QorIdentifier relationClass) override;
     bool wantsMinimumTowards(QorIdentifier cls) override;
+    void passedMinima(const ClassPlan& plan) override;
 
-    const ClassRules& _rules;
+    ClassPlans& _plans;
     RunResults _results;
     ObjectTests _tests;
     ObjectRelations _object;
+    std::vector<bool> _met;  ///< by number of the plan: all that its minima meet is marked
 };
 
 }  // namespace qor::cardinality

@@ -24,56 +24,72 @@ bool take(Request request, QorErrorCode code, long identifier, QorIdentifier& ou
     return true;
 }
 
-bool classOfObject(long object, QorIdentifier& cls) {
+bool readClass(QorCoreModelingManager& from, long object, QorIdentifier& cls) {
     long found = QorNoIdentifier;
-    const auto code = repository().classOf(object, found);
+    const auto code = from.classOf(object, found);
     return take(Request::ClassOfObject, code, found, cls);
 }
 
-bool otherEnd(long relation, Direction direction, QorIdentifier& other) {
+bool readOtherEnd(QorCoreModelingManager& of, long relation, Direction direction, QorIdentifier& other) {
     long from = QorNoIdentifier;
     long to = QorNoIdentifier;
     if (direction == Direction::Outgoing) {
-        const auto code = repository().getToInstanceViaRelnInstance(relation, to);
+        const auto code = of.getToInstanceViaRelnInstance(relation, to);
         return take(Request::TargetOfRelation, code, to, other);
     }
-    const auto code = repository().getEndpointsOfRelationInstance(relation, from, to);
+    const auto code = of.getEndpointsOfRelationInstance(relation, from, to);
     return take(Request::EndsOfRelation, code, from, other);
-}
-
-bool readEnd(long relation, Direction direction, QorRelationEnd& end) {
-    long relationClass = QorNoIdentifier;
-    const auto code = repository().relationOf(relation, relationClass);
-    return take(Request::ClassOfRelation, code, relationClass, end.relationClass) &&
-           take(Request::ClassOfRelation, QorErrorCode::Ok, relation, end.relation) &&
-           otherEnd(relation, direction, end.other) && classOfObject(end.other, end.otherClass);
 }
 
 }  // namespace
 
-bool listRelations(long object, Direction direction, ISortedSet<long>& relations) {
-    return direction == Direction::Outgoing
-               ? succeeded(Request::OutgoingRelations, repository().getFromRelationInstances(object, relations))
-               : succeeded(Request::IncomingRelations, repository().getToRelationInstances(object, relations));
-}
+// ---- Plain operations ----
 
-bool readEnds(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
-    ends.clear();
-    ISortedSet<long> relations;
-    if (!listRelations(object, direction, relations)) return false;
-    ends.reserve(relations.numberOfElements());
-    for (const long relation : relations)
-        if (!readEnd(relation, direction, ends.emplace_back())) return false;
+bool PlainRelations::classOf(long object, QorIdentifier& cls) {
+    if (_known.empty()) _known.resize(kKnown);
+    auto& known = _known[static_cast<std::size_t>(object) % kKnown];
+    if (known.cls == QorNoIdentifier || known.object != object) {
+        QorIdentifier found = QorNoIdentifier;
+        if (!readClass(_repository, object, found)) return false;
+        known = {object, found};
+    }
+    cls = known.cls;
     return true;
 }
 
-ObjectRelations::ObjectRelations() : _bulk(repository().bulkView()) {}
+bool PlainRelations::list(long object, Direction direction, ISortedSet<long>& relations) {
+    return direction == Direction::Outgoing
+               ? succeeded(Request::OutgoingRelations, _repository.getFromRelationInstances(object, relations))
+               : succeeded(Request::IncomingRelations, _repository.getToRelationInstances(object, relations));
+}
+
+bool PlainRelations::readEnd(long relation, Direction direction, QorRelationEnd& end) {
+    long relationClass = QorNoIdentifier;
+    const auto code = _repository.relationOf(relation, relationClass);
+    return take(Request::ClassOfRelation, code, relationClass, end.relationClass) &&
+           take(Request::ClassOfRelation, QorErrorCode::Ok, relation, end.relation) &&
+           readOtherEnd(_repository, relation, direction, end.other) && classOf(end.other, end.otherClass);
+}
+
+bool PlainRelations::read(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
+    ends.clear();
+    if (!list(object, direction, _relations)) return false;
+    ends.resize(_relations.numberOfElements());
+    auto* end = ends.data();
+    for (const long relation : _relations)
+        if (!readEnd(relation, direction, *end++)) return false;
+    return true;
+}
+
+// ---- One object ----
+
+ObjectRelations::ObjectRelations() : _bulk(repository().bulkView()), _plain(repository()) {}
 
 bool ObjectRelations::open(long object) {
     _object = object;
     _cls = QorNoIdentifier;
     for (auto& side : _sides.values) side.read = side.counted = false;
-    return openInBulk(object) || classOfObject(object, _cls);
+    return openInBulk(object) || _plain.classOf(object, _cls);
 }
 
 bool ObjectRelations::openInBulk(long object) {
@@ -92,7 +108,7 @@ bool ObjectRelations::openInBulk(long object) {
 bool ObjectRelations::read(Direction direction) {
     auto& wanted = _sides[direction];
     if (wanted.read) return true;
-    if (!readEnds(_object, direction, wanted.buffer)) return false;
+    if (!_plain.read(_object, direction, wanted.buffer)) return false;
     wanted.ends = wanted.buffer;
     wanted.read = true;
     return true;
@@ -116,7 +132,7 @@ std::uint32_t ObjectRelations::countOf(Direction direction, QorIdentifier relati
         }));
 }
 
-const EndGroups& ObjectRelations::groups(Direction direction) {
+EndGroups& ObjectRelations::groups(Direction direction) {
     auto& wanted = _sides[direction];
     if (!wanted.counted) {
         wanted.groups.count(wanted.ends);

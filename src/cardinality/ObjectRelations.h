@@ -8,9 +8,37 @@
 #include "cardinality/EndGroups.h"
 #include "platform/ISortedSet.h"
 #include "platform/QorCoreBulkView.h"
+#include "platform/QorCoreModelingManager.h"
 #include "platform/QorIdentifier.h"
 
 namespace qor::cardinality {
+
+/// Relations by the repository's plain operations. A reading operation that answers false has reported an internal
+/// error.
+class PlainRelations {
+public:
+    explicit PlainRelations(QorCoreModelingManager& from) : _repository(from) {}
+
+    bool classOf(long object, QorIdentifier& cls);
+    /// One object's relations.
+    bool list(long object, Direction direction, ISortedSet<long>& relations);
+    /// Their ends, ascending by relation.
+    bool read(long object, Direction direction, std::vector<QorRelationEnd>& ends);
+
+private:
+    /// Objects are met again and again, each time from another neighbour.
+    struct Known {
+        long object = QorNoIdentifier;
+        QorIdentifier cls = QorNoIdentifier;
+    };
+    static constexpr std::size_t kKnown = 4096;
+
+    bool readEnd(long relation, Direction direction, QorRelationEnd& end);
+
+    QorCoreModelingManager& _repository;
+    ISortedSet<long> _relations;
+    std::vector<Known> _known;  ///< by the lower bits of the object
+};
 
 /// Class and relations of one object at a time, taken from the repository's bulk view where it offers one and from its
 /// plain operations otherwise. Buffers are kept from object to object. A reading operation that answers false has
@@ -35,7 +63,7 @@ public:
     /// Relations of one relation class, with objects of one class or (none) of all.
     [[nodiscard]] std::uint32_t countOf(Direction direction, QorIdentifier relationClass, QorIdentifier otherClass);
     /// Counted on the first call for an object.
-    const EndGroups& groups(Direction direction);
+    EndGroups& groups(Direction direction);
 
 private:
     struct Side {
@@ -49,15 +77,10 @@ private:
     bool openInBulk(long object);
 
     QorCoreBulkView* _bulk;
+    PlainRelations _plain;
     long _object = QorNoIdentifier;
     QorIdentifier _cls = QorNoIdentifier;
     PerDirection<Side> _sides;
 };
-
-/// One object's relations by the repository's plain operation; false after an internal error.
-bool listRelations(long object, Direction direction, ISortedSet<long>& relations);
-
-/// The ends at one object's relations by the repository's plain operations; false after an internal error.
-bool readEnds(long object, Direction direction, std::vector<QorRelationEnd>& ends);
 
 }  // namespace qor::cardinality

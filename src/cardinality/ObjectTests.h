@@ -35,6 +35,8 @@ public:
     virtual void turnsTo(QorIdentifier relationClass);
     /// Whether to test the minimum towards a class.
     virtual bool wantsMinimumTowards(QorIdentifier cls);
+    /// All minima of an object hold; in place of a turn to each of the plan's relation classes and targets.
+    virtual void passedMinima(const ClassPlan& plan);
 };
 
 enum class Outcome {
@@ -47,14 +49,20 @@ enum class Outcome {
 /// go through here, so that they cannot differ in a limit or a count. O(relations of the object + rules of its class).
 class ObjectTests {
 public:
-    explicit ObjectTests(const ClassRules& rules) : _plans(rules) {}
+    explicit ObjectTests(ClassPlans& plans) : _plans(plans) {}
+
+    /// All maxima, then all minima, to the end or until the observer stops them.
+    Outcome test(ObjectRelations& object, TestObserver& observer);
 
     Outcome testMaxima(ObjectRelations& object, TestObserver& observer);
     /// Minima cannot be found by walking relations, since a missing relation has no instance: this walks the rules.
     Outcome testMinima(ObjectRelations& object, TestObserver& observer);
 
 private:
-    ClassPlans _plans;
+    enum class Screening { Holds, Suspicious, Failed };
+    static Screening screen(ObjectRelations& object, const ClassPlan& plan, TestObserver& observer);
+
+    ClassPlans& _plans;
 };
 
 }  // namespace qor::cardinality

@@ -17,7 +17,7 @@ class CompleteRun final : private TestObserver {
 public:
     using Sink = QorCardinalityCompleteCheck::Sink;
 
-    CompleteRun(const ClassRules& rules, const Sink& sink) : _rules(rules), _sink(sink), _tests(rules) {}
+    CompleteRun(ClassPlans& plans, const Sink& sink) : _plans(plans), _sink(sink), _tests(plans) {}
     CompleteRun(const CompleteRun&) = delete;
     CompleteRun& operator=(const CompleteRun&) = delete;
     ~CompleteRun() override = default;
@@ -27,11 +27,7 @@ public:
         return objects == Outcome::Completed ? checkClasses(model) : objects;
     }
 
-    Outcome checkObject(long object) {
-        if (!_object.open(object)) return Outcome::Failed;
-        const auto maxima = _tests.testMaxima(_object, *this);
-        return maxima == Outcome::Completed ? _tests.testMinima(_object, *this) : maxima;
-    }
+    Outcome checkObject(long object) { return _object.open(object) ? _tests.test(_object, *this) : Outcome::Failed; }
 
 private:
     Outcome checkObjects(long model) {
@@ -50,7 +46,7 @@ private:
         if (!visibleClasses(model, classes)) return Outcome::Failed;
         for (const long cls : classes) {
             const auto key = Qor_NarrowIdentifier(cls);
-            const auto* rules = key ? _rules.find(*key) : nullptr;
+            const auto* rules = key ? _plans.rules().find(*key) : nullptr;
             if (rules == nullptr) continue;
             const auto outcome = testClass(*rules, model, true, true, _sink);
             if (outcome != Outcome::Completed) return outcome;
@@ -60,7 +56,7 @@ private:
 
     bool breached(ObjectRelations& object, const Finding& finding) override { return _sink(breachOf(object, finding)); }
 
-    const ClassRules& _rules;
+    ClassPlans& _plans;
     const Sink& _sink;
     ObjectTests _tests;
     ObjectRelations _object;
@@ -73,14 +69,12 @@ QorCardinalityCompleteCheck::~QorCardinalityCompleteCheck() = default;
 
 bool QorCardinalityCompleteCheck::checkModel(long model, const Sink& sink) {
     const QorWaitCursor wait;
-    return Qor_Guarded(kSource, false, [&] {
-        return CompleteRun(_handler.getClassCardinalities(), sink).checkModel(model) != Outcome::Failed;
-    });
+    return Qor_Guarded(kSource, false,
+                       [&] { return CompleteRun(_handler.plans(), sink).checkModel(model) != Outcome::Failed; });
 }
 
 bool QorCardinalityCompleteCheck::checkObject(long object, const Sink& sink) {
     const QorWaitCursor wait;
-    return Qor_Guarded(kSource, false, [&] {
-        return CompleteRun(_handler.getClassCardinalities(), sink).checkObject(object) != Outcome::Failed;
-    });
+    return Qor_Guarded(kSource, false,
+                       [&] { return CompleteRun(_handler.plans(), sink).checkObject(object) != Outcome::Failed; });
 }

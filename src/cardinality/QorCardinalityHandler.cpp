@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "cardinality/ClassPlans.h"
 #include "cardinality/IdentifierMarks.h"
 #include "cardinality/RuleReader.h"
 #include "cardinality/names.h"
@@ -46,6 +47,7 @@ void QorCardinalityHandler::takeCopy(const QorCardinalityHandler& other) {
     _badRelations = std::move(badRelations);
     _checkBeforeSave = other._checkBeforeSave;
     _checkAfterModelingAction = other._checkAfterModelingAction;
+    _plans.reset();
     _classes = std::move(classes);
     _definitionErrors = std::move(definitionErrors);
 }
@@ -67,6 +69,7 @@ int QorCardinalityHandler::readFurtherLibrary(long library) noexcept {
 void QorCardinalityHandler::Reset() noexcept {
     resetCheck();
     _isActive = true;
+    _plans.reset();
     _classes.removeAll();
 }
 
@@ -90,12 +93,14 @@ void QorCardinalityHandler::initAutoChecks(long library) noexcept {
 }
 
 int QorCardinalityHandler::initFromLibrary(long library) noexcept {
+    _plans.reset();
     return Qor_Guarded(kSource, 0, [&] {
         return RuleReader(_classes, {_errorText, _definitionErrors}).readLibrary(library) ? 1 : 0;
     });
 }
 
 int QorCardinalityHandler::decryptKex(long library, long cls, const char* text) noexcept {
+    _plans.reset();
     return Qor_Guarded(kSource, 0, [&] {
         return RuleReader(_classes, {_errorText, _definitionErrors}).readClass(library, cls, text) ? 1 : 0;
     });
@@ -104,6 +109,7 @@ int QorCardinalityHandler::decryptKex(long library, long cls, const char* text) 
 QorClassCardinality* QorCardinalityHandler::createClassItem(long cls) noexcept {
     const auto key = Qor_NarrowIdentifier(cls);
     if (!key) return nullptr;
+    _plans.reset();
     QorClassCardinality* const none = nullptr;
     return Qor_Guarded(kSource, none, [&] { return &_classes.findOrCreate(*key); });
 }
@@ -128,6 +134,11 @@ const QorClassCardinality* QorCardinalityHandler::getClassCardinality(long cls) 
 
 const QorCardinalityMap<QorClassCardinality>& QorCardinalityHandler::getClassCardinalities() const noexcept {
     return _classes;
+}
+
+ClassPlans& QorCardinalityHandler::plans() const {
+    if (!_plans) _plans = std::make_unique<ClassPlans>(_classes);
+    return *_plans;
 }
 
 // ---- Names ----

@@ -11,6 +11,7 @@
 #include "platform/SvString.h"
 
 namespace qor::cardinality {
+class ClassPlans;
 struct CheckedMarks;
 class FirstBreachRun;
 }  // namespace qor::cardinality
@@ -118,7 +119,8 @@ protected:
     int initFromLibrary(long library) noexcept;
     /// `text` null: the class's stored text.
     int decryptKex(long library, long cls, const char* text) noexcept;
-    /// The class's record, made with its defaults when there is none; null for an identifier beyond 32 bits.
+    /// The class's record, made with its defaults when there is none; null for an identifier beyond 32 bits. To be
+    /// written to before the next check, which lays out the rules for its own use.
     QorClassCardinality* createClassItem(long cls) noexcept;
 
     // Names; empty after an internal error.
@@ -162,7 +164,9 @@ protected:
                                         ISortedSet<long>& relations) const noexcept;
 
 private:
+    friend class QorCardinalityCompleteCheck;
     [[nodiscard]] qor::cardinality::CheckedMarks& checked();
+    [[nodiscard]] qor::cardinality::ClassPlans& plans() const;
     template <class Check>
     bool run(const Check& check) noexcept;
     void takeCopy(const QorCardinalityHandler& other);
@@ -176,4 +180,5 @@ private:
     bool _checkAfterModelingAction = false;
     QorCardinalityMap<QorClassCardinality> _classes;
     std::vector<QorCardinalityDefinitionError> _definitionErrors;
+    mutable std::unique_ptr<qor::cardinality::ClassPlans> _plans;  ///< null: the rules have changed
 };

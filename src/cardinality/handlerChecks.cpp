@@ -22,7 +22,7 @@ CheckedMarks& QorCardinalityHandler::checked() {
 template <class Check>
 bool QorCardinalityHandler::run(const Check& check) noexcept {
     return Qor_Guarded(kSource, false, [&] {
-        FirstBreachRun run(_classes, {_errorText, checked(), _badObjects, _badRelations});
+        FirstBreachRun run(plans(), {_errorText, checked(), _badObjects, _badRelations});
         return check(run);
     });
 }
@@ -177,8 +177,9 @@ namespace {
 
 unsigned long allRelations(long object, Direction direction, ISortedSet<long>& relations) noexcept {
     relations.removeAll();
-    return Qor_Guarded(
-        kSource, 0ul, [&] { return listRelations(object, direction, relations) ? relations.numberOfElements() : 0ul; });
+    return Qor_Guarded(kSource, 0ul, [&] {
+        return PlainRelations(repository()).list(object, direction, relations) ? relations.numberOfElements() : 0ul;
+    });
 }
 
 /// Null `otherClass`: any.
@@ -187,7 +188,7 @@ unsigned long relationsOfClass(long object, Direction direction, long relationCl
     relations.removeAll();
     return Qor_Guarded(kSource, 0ul, [&] {
         std::vector<QorRelationEnd> ends;
-        if (!readEnds(object, direction, ends)) return 0ul;
+        if (!PlainRelations(repository()).read(object, direction, ends)) return 0ul;
         for (const auto& end : ends)
             if (end.relationClass == relationClass && (otherClass == nullptr || end.otherClass == *otherClass))
                 relations.add(end.relation);

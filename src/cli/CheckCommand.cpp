@@ -8,7 +8,8 @@
 
 #include "cardinality/QorCardinalityCompleteCheck.h"
 #include "cardinality/QorCardinalityHandler.h"
-#include "cli/CheckReport.h"
+#include "cli/BreachJudge.h"
+#include "cli/CheckReports.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
@@ -38,38 +39,55 @@ public:
           _console(console),
           _internalErrors(console),
           _workspaces(options.language, _internalErrors.windows()),
-          _report(options.json ? makeJsonReport(console) : makeTextReport(console, options.quiet)),
+          _reports(options, console),
+          _judge(options, _reports, _summary),
           _wantedModels(options.models.begin(), options.models.end()) {}
 
     Exit run() {
         const auto start = std::chrono::steady_clock::now();
         if (!_options.quiet) _console.progress().start();
+        if (!tell(_judge.faults())) return Exit::BadInput;
         for (const std::string& file : _options.files) checkFile(file);
+        const std::string unwritten = _judge.end();
+        _summary.notShown = _reports.notShown();
         _summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         _summary.internalErrors = _internalErrors.count();
-        _report->end(_summary);
+        _reports.end(_summary);
 
-        Exit exit = _summary.breaches != 0 ? Exit::Findings : Exit::Clean;
+        Exit exit = _judge.findings() != 0 ? Exit::Findings : Exit::Clean;
         if (!allModelsFound()) exit = worse(exit, Exit::WrongUse);
         if (_summary.errors != 0) exit = worse(exit, Exit::BadInput);
+        Diagnostics failures = _reports.commit();
+        if (!unwritten.empty()) failures.push_back(about(QorSeverity::Error, _options.writeBaseline, unwritten));
+        if (!tell(failures)) exit = worse(exit, Exit::WriteFailed);
         return _internalErrors.count() != 0 ? Exit::Internal : exit;
     }
 
 private:
     void checkFile(const std::string& file) {
         _console.progress().say(fmt::format("reading {} ({} of {})", file, _summary.files + 1, _options.files.size()));
+        if (SettingsFiles::isOne(file)) return;  // a pattern for the models beside it may name it, too
         ++_summary.files;
         Diagnostics diagnostics;
-        const std::string path = pathOf(file, diagnostics);
-        if (!repositoryNamed(path).file.empty()) {
+        _judge.beginFile(file, diagnostics);
+        std::string path;
+        const bool isThere = findPath(file, path, diagnostics);
+        if (isThere && !repositoryNamed(path).file.empty()) {
             checkRepository(file, path, diagnostics);
-        } else if (Workspace* workspace = hasErrors(diagnostics) ? nullptr : workspaceFor(file, path, diagnostics)) {
+        } else if (Workspace* workspace = isThere ? workspaceFor(file, path, diagnostics) : nullptr) {
             const QorIdentifier lastModel = readAndCheck(*workspace, file, path, diagnostics);
             _workspaces.giveUpWhenGrown(*workspace, lastModel);
         } else {
             beginFile(file, path, diagnostics);
         }
-        _report->endFile();
+        _reports.endFile();
+    }
+
+    /// False when there was anything to tell.
+    bool tell(const Diagnostics& diagnostics) {
+        for (const QorDiagnostic& diagnostic : diagnostics)
+            _console.err(diagnosticLine(diagnostic, _console.errColours()));
+        return diagnostics.empty();
     }
 
     /// The models of a repository file, where they are.
@@ -78,6 +96,7 @@ private:
         Workspace* workspace = openLibrary(isNamed ? path : path + "#" + _options.library, file, diagnostics);
         beginFile(file, path, diagnostics);
         if (workspace == nullptr) return;
+        _judge.beginModels(file);
         const QorImporter nothingRead(workspace->builder(), workspace->reader());
         checkModels(*workspace, nothingRead, workspace->models());
     }
@@ -87,21 +106,21 @@ private:
                                Diagnostics& diagnostics) {
         QorImporter importer(workspace.builder(), workspace.reader());
         QorImportResult result = importer.readFile(path, workspace.library());
-        diagnostics.insert(diagnostics.end(), std::make_move_iterator(result.diagnostics.begin()),
-                           std::make_move_iterator(result.diagnostics.end()));
+        diagnostics.insert(diagnostics.end(), result.diagnostics.begin(), result.diagnostics.end());
         beginFile(file, path, diagnostics);
+        if (!result.hasErrors()) _judge.beginModels(file);
         checkModels(workspace, importer, result.models);
         // A folder of files must not take more memory than its largest file.
         for (const QorIdentifier model : result.models) (void)workspace.builder().removeModel(model);
         return result.models.empty() ? QorNoIdentifier : result.models.back();
     }
 
-    /// The path that a file can be opened by more than once; empty, with the reason, when there is none.
-    std::string pathOf(const std::string& file, Diagnostics& diagnostics) {
+    /// The path that a file can be opened by more than once; false, with the reason, when there is none.
+    bool findPath(const std::string& file, std::string& path, Diagnostics& diagnostics) {
         std::string error;
-        std::string path = _inputs.path(file, error);
+        path = _inputs.path(file, error);
         if (!error.empty()) diagnostics.push_back(about(QorSeverity::Error, file, error));
-        return path;
+        return error.empty();
     }
 
     void beginFile(const std::string& file, const std::string& path, Diagnostics& diagnostics) {
@@ -109,7 +128,7 @@ private:
             if (diagnostic.place.file == path) diagnostic.place.file = file;
             ++(diagnostic.severity == QorSeverity::Error ? _summary.errors : _summary.warnings);
         }
-        _report->beginFile(file, diagnostics);
+        _reports.beginFile({file, path}, diagnostics);
     }
 
     /// The workspace that the file's models are made in; null, with the reason among the diagnostics, when they cannot
@@ -148,7 +167,8 @@ private:
         const bool isValid = workspace.hasLibrary();
         const auto [told, isFirst] = _libraryToldWith.try_emplace(workspace.libraryPath(), file);
         if (isFirst) {
-            diagnostics = workspace.fileDiagnostics();
+            const Diagnostics& ofFile = workspace.fileDiagnostics();
+            diagnostics.insert(diagnostics.end(), ofFile.begin(), ofFile.end());
             for (const RuleError& error : workspace.ruleErrors())
                 diagnostics.push_back({QorSeverity::Error, error.place, error.text});
             if (!isValid && path != file)
@@ -182,10 +202,10 @@ private:
         ++_summary.models;
         _summary.objects += model.objects;
         _summary.relations += model.relations;
-        _report->beginModel(model);
-        const auto report = [this](const QorCardinalityBreach& breach) {
-            ++_summary.breaches;
-            _report->breach(breach);
+        _reports.beginModel(model);
+        _judge.beginModel(model);
+        const auto report = [&](const QorCardinalityBreach& breach) {
+            _judge.take(model, breach);
             return true;
         };
         const bool isComplete =
@@ -193,7 +213,7 @@ private:
                 ? reportFirstBreach(model.info.id, report)
                 : QorCardinalityCompleteCheck(QorCardinalityHandler::Instance()).checkModel(model.info.id, report);
         if (!isComplete) _internalErrors.add("the check of model " + quoted(model.info.name) + " broke off");
-        _report->endModel();
+        _reports.endModel();
     }
 
     bool allModelsFound() {
@@ -212,12 +232,13 @@ private:
     Console& _console;
     InternalErrors _internalErrors;
     Workspaces _workspaces;
-    std::unique_ptr<CheckReport> _report;
+    CheckSummary _summary;
+    CheckReports _reports;
+    BreachJudge _judge;
     std::set<std::string, std::less<>> _wantedModels;
     std::set<std::string> _modelNames;
     std::map<std::string, std::string> _libraryToldWith;  ///< file that needed it first, by the library's path
     InputFiles _inputs;
-    CheckSummary _summary;
 };
 
 }  // namespace

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "cli/Progress.h"
+#include "cli/Spool.h"
 #include "cli/Text.h"
 
 namespace qor::cli {
@@ -41,17 +40,13 @@ public:
     [[nodiscard]] Progress& progress() { return _progress; }
 
 private:
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    void spill();
     void writeOut(std::string_view text);
     void fail(int error);
 
     OutputMode _mode = OutputMode::Lines;
-    std::string _pending;
-    std::unique_ptr<std::FILE, Close> _spilled;  ///< the beginning of a large document
-    int _error = 0;                              ///< errno of the first write that failed
+    std::string _pending;  ///< lines
+    Spool _document;
+    int _error = 0;  ///< errno of the first write that failed
     Colours _outColours;
     Colours _errColours;
     Progress _progress;

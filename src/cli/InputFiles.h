@@ -9,6 +9,8 @@ namespace qor::cli {
 
 /// The name of standard input among files.
 inline constexpr const char* kStandardInput = "-";
+/// The name of standard output among files to be written.
+inline constexpr const char* kStandardOutput = "-";
 
 /// Files that can be looked at before they are read. What can be read only once (standard input, a pipe) is kept in an
 /// unnamed file.

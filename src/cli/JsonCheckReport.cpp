@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "cli/CheckReport.h"
+#include "cli/CheckSettings.h"
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
 #include "cli/JsonWriter.h"
@@ -20,8 +21,8 @@ public:
     }
     ~JsonReport() override;
 
-    void beginFile(const std::string& file, const std::vector<QorDiagnostic>& diagnostics) override {
-        _json.beginObject().field("file", std::string_view(file));
+    void beginFile(const CheckedFile& file, const std::vector<QorDiagnostic>& diagnostics) override {
+        _json.beginObject().field("file", std::string_view(file.name));
         writeDiagnostics(_json, diagnostics);
         _json.key("models").beginList();
     }
@@ -37,7 +38,8 @@ public:
             .beginList();
     }
 
-    void breach(const QorCardinalityBreach& breach) override {
+    void breach(const ReportedBreach& reported) override {
+        const QorCardinalityBreach& breach = reported.record;
         _json.beginObject().field("message", std::int64_t{breach.message}).field("text", breach.text.view());
         _json.key("subject");
         writeSubject(breach);
@@ -48,7 +50,9 @@ public:
         for (const long object : breach.objects) writeObject(static_cast<QorIdentifier>(object));
         _json.endList().key("relations").beginList();
         for (const long relation : breach.relations) writeRelation(static_cast<QorIdentifier>(relation));
-        _json.endList().endObject();
+        _json.endList();
+        if (reported.severity == Severity::Warning) _json.field("severity", "warning");
+        _json.endObject();
     }
 
     void endModel() override {
@@ -71,7 +75,14 @@ public:
         number("errors", summary.errors);
         number("warnings", summary.warnings);
         number("internal_errors", summary.internalErrors);
-        _json.key("seconds").seconds(summary.seconds).endObject().endObject();
+        _json.key("seconds").seconds(summary.seconds);
+        number("breach_warnings", summary.breachWarnings);
+        number("known", summary.known);
+        number("accepted", summary.accepted);
+        number("not_shown", summary.notShown);
+        _json.key("stale").beginList();
+        for (const std::string& line : summary.stale) _json.value(std::string_view(line));
+        _json.endList().endObject().endObject();
     }
 
 private:

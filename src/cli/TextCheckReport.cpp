@@ -4,7 +4,9 @@
 #include <map>
 #include <optional>
 
+#include "cli/BreachText.h"
 #include "cli/CheckReport.h"
+#include "cli/CheckSettings.h"
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
 
@@ -19,6 +21,7 @@ struct Fold {
     std::string text;         ///< of the count that found most, which is the widest; of equal ones the last
     std::uint32_t found = 0;  ///< by that count
     std::size_t counts = 0;
+    Severity severity = Severity::Error;
 };
 
 class TextReport final : public CheckReport {
@@ -26,45 +29,45 @@ public:
     TextReport(Console& console, bool quiet) : _console(console), _colours(console.outColours()), _quiet(quiet) {}
     ~TextReport() override;
 
-    void beginFile(const std::string& file, const std::vector<QorDiagnostic>& diagnostics) override {
-        _file = file;
-        for (const QorDiagnostic& diagnostic : diagnostics) {
-            const bool isShown = !_quiet || diagnostic.severity == QorSeverity::Error;
-            if (isShown) _console.err(diagnosticLine(diagnostic, _console.errColours()));
-        }
+    void beginFile(const CheckedFile& file, const std::vector<QorDiagnostic>& diagnostics) override {
+        _file = file.name;
+        showDiagnostics(_console, diagnostics, _quiet);
     }
 
     void beginModel(const CheckedModel& model) override {
         _model.emplace(model);
         _hasBreaches = false;
+        _leftOut = 0;
     }
 
-    void breach(const QorCardinalityBreach& breach) override {
+    void breach(const ReportedBreach& reported) override {
+        const QorCardinalityBreach& breach = reported.record;
         if (!_hasBreaches) writeModelLine("");
         _hasBreaches = true;
         if (breach.subject != _subject) writeSubject();
         _subject = breach.subject;
         _subjectIsClass = breach.subjectIsClass;
-        fold(breach);
+        fold(breach, reported.severity);
+    }
+
+    void leaveOut(const ReportedBreach&, LeftOut why, std::string_view) override {
+        ++_leftOut;
+        if (why == LeftOut::NotShown) ++_notShown;
     }
 
     void endModel() override {
         writeSubject();
-        if (!_hasBreaches && !_quiet) writeModelLine(", no breaches");
+        if (!_hasBreaches && !_quiet) writeModelLine(_leftOut == 0 ? ", no breaches" : leftOutText());
         _model.reset();
     }
 
     void endFile() override { _console.flush(); }
 
     void end(const CheckSummary& summary) override {
-        if (_quiet) return;
-        std::string line = fmt::format("{}, {}, {}, {}: {}", counted(summary.files, "file"),
-                                       counted(summary.models, "model"), counted(summary.objects, "object"),
-                                       counted(summary.relations, "relation"), counted(summary.breaches, "breach"));
-        if (_shown != summary.breaches) line += fmt::format(" (shown as {})", _shown);
-        if (summary.errors != 0) line += ", " + counted(summary.errors, "error");
-        if (summary.warnings != 0) line += ", " + counted(summary.warnings, "warning");
-        _console.out(_colours.bold(line) + fmt::format(" in {:.2f} s\n", summary.seconds));
+        showStale(_console, summary);
+        const auto reported = summary.breaches - _notShown;
+        if (!_quiet)
+            _console.out(summaryLine(summary, reported == _shown ? std::nullopt : std::optional(_shown), _colours));
     }
 
 private:
@@ -77,9 +80,11 @@ private:
                                  counted(_model->relations, "relation"), end));
     }
 
-    void fold(const QorCardinalityBreach& breach) {
+    [[nodiscard]] std::string leftOutText() const { return fmt::format(", {} not shown", counted(_leftOut, "breach")); }
+
+    void fold(const QorCardinalityBreach& breach, Severity severity) {
         const auto [entry, isNew] = _foldOf.try_emplace(WrittenRule(breach.rule), _folds.size());
-        if (isNew) _folds.push_back({breach.rule, breach.text.str(), breach.found, 0});
+        if (isNew) _folds.push_back({breach.rule, breach.text.str(), breach.found, 0, severity});
         Fold& fold = _folds[entry->second];
         ++fold.counts;
         if (breach.found < fold.found) return;
@@ -99,33 +104,18 @@ private:
 
     void writeSubjectLine() {
         const auto subject = static_cast<QorIdentifier>(_subject);
-        const QorRepositoryReader& reader = _model->reader;
-        QorFilePlace place = _model->importer.placeOf(subject);
-        place.file = _file;
-        if (_subjectIsClass) {
-            _console.out(fmt::format("{}: class {}\n", placeText(place), quoted(reader.nameOf(subject))));
-            return;
-        }
-        const std::string_view id = _model->importer.sourceIdOf(subject);
-        _console.out(fmt::format(
-            "{}: {} {}{}\n", placeText(place), printable(reader.nameOf(reader.classOfObject(subject))),
-            _colours.bold(quoted(reader.nameOf(subject))), id.empty() ? "" : " (id " + printable(id) + ")"));
+        _console.out(fmt::format("{}: {}\n", placeText(placeOf(*_model, _file, subject)),
+                                 subjectText(*_model, subject, _subjectIsClass, _colours)));
     }
 
     void writeFold(const Fold& fold) {
-        const QorCardinalityRule& rule = fold.rule;
-        const auto name = [&](long id) { return quoted(_model->reader.nameOf(static_cast<QorIdentifier>(id))); };
-        std::string line = fmt::format("{}: {}", rule.key, rule.limit);
-        if (rule.relationClass > 0) line += " for relation " + name(rule.relationClass);
-        const bool isIncoming = rule.key.find("incoming") != std::string_view::npos;
-        if (rule.otherClass > 0) line += (isIncoming ? " from class " : " to class ") + name(rule.otherClass);
-        line += ", in the text of class " + name(rule.cls);
-        const QorFilePlace& place = _model->rulePlaces.placeOf(WrittenRule(rule));
-        if (!place.file.empty()) line += fmt::format(" ({})", placeText(place));
-        line += fmt::format("; found {}", fold.found);
+        std::string line = fmt::format("{}; found {}", ruleText(*_model, fold.rule), fold.found);
         if (fold.counts > 1) line += fmt::format(", in {} counts", fold.counts);
-        _console.out(
-            fmt::format("    {}\n    {}\n", _colours.error(printable(fold.text)), _colours.dim("rule " + line)));
+        const bool isWarning = fold.severity == Severity::Warning;
+        const auto text = printable(fold.text);
+        _console.out(fmt::format("    {}\n    {}\n",
+                                 isWarning ? _colours.warning("warning: ") + text : _colours.error(text),
+                                 _colours.dim("rule " + line)));
     }
 
     Console& _console;
@@ -139,13 +129,13 @@ private:
     std::vector<Fold> _folds;  ///< of the current subject
     std::map<WrittenRule, std::size_t> _foldOf;
     std::uint64_t _shown = 0;
+    std::uint64_t _leftOut = 0;   ///< of the current model
+    std::uint64_t _notShown = 0;  ///< because there are too many
 };
 
 TextReport::~TextReport() = default;
 
 }  // namespace
-
-CheckReport::~CheckReport() = default;
 
 std::unique_ptr<CheckReport> makeTextReport(Console& console, bool quiet) {
     return std::make_unique<TextReport>(console, quiet);

@@ -9,7 +9,9 @@
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/DistributionCommand.h"
+#include "cli/HierarchyCommand.h"
 #include "cli/Nearest.h"
+#include "cli/RenameCommand.h"
 #include "cli/RepoCommand.h"
 #include "cli/SimCommands.h"
 
@@ -39,7 +41,8 @@ constexpr const char* kLibraryExamples =
 constexpr const char* kRulesExamples =
     "Examples:\n"
     "  qor rules house-rules.yaml\n"
-    "  qor rules --class Task bpmn\n\n"
+    "  qor rules --class Task bpmn\n"
+    "  qor rules --doctor house-rules.yaml --models models/*.yaml --against house-rules-today.yaml\n\n"
     "Errors in rule texts come first, each with its place in the file. FILE is a library file,\n"
     "or the name of a library that comes along (\"bpmn\").\n";
 
@@ -63,6 +66,21 @@ constexpr const char* kSimExamples =
     "  qor sim check order-handling orders.yaml\n"
     "  qor sim reset --dry-run --model \"Take an order\" orders.yaml\n\n"
     "LIB is a library file, or the name of a library that comes along (\"bpmn\", \"order-handling\").\n";
+
+constexpr const char* kHierarchyExamples =
+    "Examples:\n"
+    "  qor hierarchy processes/\n"
+    "  qor hierarchy --where-used --model \"Ship goods\" processes/\n"
+    "  qor hierarchy --broken processes/\n"
+    "  qor hierarchy --model \"Handle an order\" --svg order.svg processes/\n\n"
+    "MODEL is a model file, a BPMN 2.0 file, or a folder of them; calls between files are followed.\n"
+    "--broken ends with code 1 when a reference leads nowhere or to several objects.\n";
+constexpr const char* kRenameExamples =
+    "Examples:\n"
+    "  qor rename --dry-run orders.yaml\n"
+    "  qor rename --dry-run --json models/ > names.json\n\n"
+    "MODEL is a model file or a folder. How a class's objects are named stands in its attribute\n"
+    "\"__NameGeneration__\". Ends with code 1 when such a text is wrong.\n";
 
 /// What of a library's simulation texts is listed, by the command's name.
 struct SimListingName {
@@ -102,8 +120,16 @@ constexpr RepoVerb kRepoVerbs[] = {
     {"backup", "Copy it while it is in use"},
 };
 
+constexpr const char* kConnectExamples =
+    "Examples:\n"
+    "  qor may-connect bpmn \"Sequence flow\" Task \"End event\"\n"
+    "  qor may-connect --in orders.yaml workshop.yaml then Check Pack\n\n"
+    "SOURCE and TARGET are classes. With --in they are objects of a model, by name, by CLASS/NAME or by\n"
+    "identifier in the file; a class then stands for a new object. Ends with code 1 when a rule refuses.\n";
+
 struct Options {
     qor::cli::RepoOptions repo;
+    qor::cli::ConnectOptions connect;
     qor::cli::SimListOptions simList;
     qor::cli::SimCheckOptions simCheck;
     qor::cli::SimWriteOptions simWrite;
@@ -113,6 +139,8 @@ struct Options {
     qor::cli::RulesOptions rules;
     qor::cli::CalendarOptions calendar;
     qor::cli::DistributionOptions distribution;
+    qor::cli::HierarchyOptions hierarchy;
+    qor::cli::RenameOptions rename;
 };
 
 void addLanguage(CLI::App& command, std::string& language) {
@@ -229,6 +257,59 @@ CLI::App& describeRepo(CLI::App& app, qor::cli::RepoOptions& options) {
     return repo;
 }
 
+CLI::App& describeConnect(CLI::App& app, qor::cli::ConnectOptions& options) {
+    CLI::App& connect = *app.add_subcommand("may-connect", "Explain whether the rules allow a relation to be drawn");
+    connect.add_option("--in", options.file, "The file with the model that the objects are in")->option_text("FILE");
+    connect.add_option("--model", options.model, "The model, when the file has several")->option_text("NAME");
+    connect.add_flag("--json", options.json, "Write one JSON document, qor.may-connect/1");
+    addLanguage(connect, options.language);
+    connect.add_option("LIB", options.library, "The library")->required()->option_text(" ");
+    connect.add_option("RELATION", options.relation, "The relation class")->required()->option_text(" ");
+    connect.add_option("SOURCE", options.source, "Where the relation begins")->required()->option_text(" ");
+    connect.add_option("TARGET", options.target, "Where it ends")->required()->option_text(" ");
+    connect.footer(kConnectExamples);
+    return connect;
+}
+
+CLI::App& describeHierarchy(CLI::App& app, qor::cli::HierarchyOptions& options) {
+    CLI::App& hierarchy = *app.add_subcommand("hierarchy", "Show which models refer to each other");
+    hierarchy.add_option("--library", options.library, "Read with this library instead of the files' own")
+        ->option_text("LIB");
+    hierarchy.add_option("--model", options.models, "Only models of this name; may be given several times")
+        ->option_text("NAME")
+        ->allow_extra_args(false);
+    hierarchy.add_flag("--where-used", options.whereUsed, "Show which models refer to each one");
+    hierarchy.add_flag("--broken", options.broken, "Show references that lead nowhere or to several objects");
+    hierarchy.add_option("--max-elements", options.maxElements, "Most elements of a tree; 10000 when not given")
+        ->check(CLI::PositiveNumber)
+        ->option_text("N");
+    hierarchy.add_option("--xml", options.xml, "Write one tree as XML; - is standard output")->option_text("FILE");
+    hierarchy.add_option("--svg", options.svg, "Draw one tree; - is standard output")->option_text("FILE");
+    hierarchy.add_flag("--json", options.json, "Write one JSON document, qor.hierarchy/1");
+    addLanguage(hierarchy, options.language);
+    hierarchy.add_option("MODEL", options.files, "Files and folders with models")->required()->option_text("...");
+    hierarchy.footer(kHierarchyExamples);
+    hierarchy.callback([&options] {
+        const int toOutput = (options.json ? 1 : 0) + (options.xml == "-" ? 1 : 0) + (options.svg == "-" ? 1 : 0);
+        const bool alsoText = !options.json && (options.whereUsed || options.broken);
+        if (toOutput > 1 || (toOutput == 1 && alsoText))
+            throw CLI::ValidationError("only one of these can go to standard output");
+    });
+    return hierarchy;
+}
+
+CLI::App& describeRename(CLI::App& app, qor::cli::RenameOptions& options) {
+    CLI::App& rename = *app.add_subcommand("rename", "Show which objects get names made from their attributes");
+    rename.add_option("--library", options.library, "Read with this library instead of the files' own")
+        ->option_text("LIB");
+    rename.add_flag("--dry-run", options.dryRun, "Only show the new names");
+    rename.add_flag("--json", options.json, "Write one JSON document, qor.rename/1");
+    addLanguage(rename, options.language);
+    rename.add_option("MODEL", options.files, "Files and folders with models")->required()->option_text("...");
+    rename.footer(kRenameExamples);
+    return rename;
+}
+
 void describeSim(CLI::App& sim, Options& options) {
     sim.require_subcommand(1);
     sim.footer(kSimExamples);
@@ -267,6 +348,44 @@ void describeSim(CLI::App& sim, Options& options) {
         ->option_text(" ");
 }
 
+void describeCheckReports(CLI::App& check, CLI::Option& json, qor::cli::CheckOptions& options) {
+    const auto oneOf = [](std::vector<std::string> words) { return CLI::IsMember(std::move(words)); };
+    check.add_option("--max-breaches", options.maxBreaches, "Show at most so many; all are counted")
+        ->option_text("NUMBER");
+    check.add_option("--group", options.group, "Show breaches by object, or by rule or class with numbers first")
+        ->check(oneOf({"object", "rule", "class"}))
+        ->option_text("object|rule|class")
+        ->excludes(&json);
+    check.add_option("--sarif", options.sarif, "Also write SARIF 2.1.0; - is standard output")->option_text("FILE");
+    check.add_option("--junit", options.junit, "Also write a JUnit report; - is standard output")->option_text("FILE");
+    check.add_option("--baseline", options.baseline, "Report only what this file does not hold")->option_text("FILE");
+    check
+        .add_option("--write-baseline", options.writeBaseline, "Write the breaches to this file, as known from now on")
+        ->option_text("FILE");
+    check.add_option("--settings", options.settings, "Settings to use instead of qor-check.yaml beside the models")
+        ->option_text("FILE");
+    check.add_option("--fail-on", options.failOn, "What ends with code 1; without, the settings say")
+        ->check(oneOf({"error", "warning", "never"}))
+        ->option_text("error|warning|never");
+    check.callback([&options] {
+        const int onOutput = (options.json ? 1 : 0) + (options.sarif == "-" ? 1 : 0) + (options.junit == "-" ? 1 : 0);
+        if (onOutput > 1) throw CLI::ValidationError("only one report can go to standard output");
+    });
+}
+
+void describeRules(CLI::App& rules, qor::cli::RulesOptions& options) {
+    CLI::Option& cls = *rules.add_option("--class", options.cls, "Only the rules of this class")->option_text("NAME");
+    CLI::Option& doctor =
+        *rules.add_flag("--doctor", options.doctor, "Show contradictions, and rules without effect")->excludes(&cls);
+    CLI::Option& models =
+        *rules.add_option("--models", options.models, "Also show which rules and objects of these files never meet")
+             ->needs(&doctor)
+             ->option_text("FILE...");
+    rules.add_option("--against", options.against, "Also show what changes for these models beside this other library")
+        ->needs(&models)
+        ->option_text("LIB");
+}
+
 void describe(CLI::App& app, Options& options) {
     app.require_subcommand(1);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND [FILE]");
@@ -282,7 +401,8 @@ void describe(CLI::App& app, Options& options) {
         ->option_text("NAME")
         ->allow_extra_args(false);  // what follows the name is a FILE
     check.add_flag("--first", options.check.first, "End each model's check at its first breach, as on saving it");
-    check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
+    CLI::Option& json = *check.add_flag("--json", options.check.json, "Write one JSON document, qor.check/1");
+    describeCheckReports(check, json, options.check);
     check.add_flag("--quiet", options.check.quiet, "Show breaches and errors only");
     addLanguage(check, options.check.language);
     check.add_option("FILE", options.check.files, "Files to check")->required()->option_text("...");
@@ -294,12 +414,13 @@ void describe(CLI::App& app, Options& options) {
     library.footer(kLibraryExamples);
 
     CLI::App& rules = *app.add_subcommand("rules", "Show errors in a library's rule texts, and the rules in force");
-    rules.add_option("--class", options.rules.cls, "Only the rules of this class")->option_text("NAME");
+    describeRules(rules, options.rules);
     rules.add_flag("--json", options.rules.json, "Write one JSON document, qor.rules/1");
     addLanguage(rules, options.rules.language);
     rules.add_option("FILE", options.rules.file, "The library")->required()->option_text(" ");
     rules.footer(kRulesExamples);
 
+    CLI::App& connect = describeConnect(app, options.connect);
     CLI::App& calendar = describeCalendar(app, options.calendar);
     CLI::App& distribution = describeDistribution(app, options.distribution);
     CLI::App& sim = *app.add_subcommand("sim", "Show and check what a library says about simulation");
@@ -307,7 +428,11 @@ void describe(CLI::App& app, Options& options) {
 
     CLI::App& repo = describeRepo(app, options.repo);
 
-    for (CLI::App* command : {&check, &library, &rules, &repo, &calendar, &distribution, &sim})
+    CLI::App& hierarchy = describeHierarchy(app, options.hierarchy);
+    CLI::App& rename = describeRename(app, options.rename);
+
+    for (CLI::App* command :
+         {&check, &library, &rules, &connect, &repo, &calendar, &distribution, &sim, &hierarchy, &rename})
         command->group("Commands");
 }
 
@@ -378,11 +503,14 @@ Exit dispatchSim(const CLI::App& sim, const Options& options, Console& console) 
 Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
     if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
+    if (app.got_subcommand("may-connect")) return runMayConnect(options.connect, console);
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
     if (app.got_subcommand("repo")) return runRepo(options.repo, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
-    return runRules(options.rules, console);
+    if (app.got_subcommand("hierarchy")) return runHierarchy(options.hierarchy, console);
+    if (app.got_subcommand("rename")) return runRename(options.rename, console);
+    return options.rules.doctor ? runDoctor(options.rules, console) : runRules(options.rules, console);
 }
 
 Exit run(int argc, char** argv, Console& console) {

@@ -20,6 +20,7 @@ public:
 
     void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) override;
     void madeModel(QorIdentifier model) override;
+    void madeProcess(std::string_view sourceId, QorIdentifier model) override;
     void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) override;
 
     void error(Mark mark, std::string text) { report(QorSeverity::Error, mark.line, mark.column, std::move(text)); }
@@ -29,6 +30,7 @@ public:
 
     [[nodiscard]] Places& places() { return _places; }
     [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
+    [[nodiscard]] const std::vector<QorImportedProcess>& processes() const { return _processes; }
     /// A model group came into being.
     void madeGroup(QorIdentifier group) { _groups.push_back(group); }
     [[nodiscard]] const std::vector<QorIdentifier>& groups() const { return _groups; }
@@ -42,6 +44,7 @@ private:
     Places& _places;
     std::vector<QorDiagnostic> _diagnostics;
     std::vector<QorIdentifier> _models;
+    std::vector<QorImportedProcess> _processes;
     std::vector<QorIdentifier> _groups;
     std::size_t _errors = 0;
     std::size_t _warnings = 0;

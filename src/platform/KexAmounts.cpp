@@ -42,11 +42,17 @@ struct Digits {
     std::int64_t value = 0;
     std::size_t count = 0;
 };
-Digits takeDigits(std::string_view& text, std::size_t most = std::string_view::npos) {
+constexpr std::size_t kSafeDigits = 9;  // so many leave no range
+inline Digits takeDigits(std::string_view& text, std::size_t most = std::string_view::npos) {
     Digits taken;
-    const std::size_t end = std::min(most, text.size());
-    for (; taken.count < end && is(text[taken.count], kDigit); ++taken.count)
-        if (taken.value <= kMaxInteger) taken.value = taken.value * 10 + (text[taken.count] - '0');
+    const char* const begin = text.data();
+    const char* const end = begin + std::min(most, text.size());
+    const char* const safe = begin + std::min(most, std::min(kSafeDigits, text.size()));
+    const char* at = begin;
+    for (; at != safe && is(*at, kDigit); ++at) taken.value = taken.value * 10 + (*at - '0');
+    for (; at != end && is(*at, kDigit); ++at)
+        if (taken.value <= kMaxInteger) taken.value = taken.value * 10 + (*at - '0');
+    taken.count = static_cast<std::size_t>(at - begin);
     text.remove_prefix(taken.count);
     return taken;
 }

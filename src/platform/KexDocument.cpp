@@ -24,6 +24,13 @@ bool same(std::string_view name, std::string_view other) {
     return name.size() == other.size() && name.back() == other.back() && name == other;
 }
 
+// One of 64 bits; names with different bits are different.
+std::uint64_t markOf(std::string_view name) {
+    const auto first = static_cast<unsigned char>(name.front());
+    const auto last = static_cast<unsigned char>(name.back());
+    return std::uint64_t{1} << ((first + last * 5u + name.size() * 3u) % 64u);
+}
+
 std::uint64_t mixed(std::uint64_t state, std::uint64_t more) {
     state = (state ^ more) * kMultiplier;
     return state ^ state >> 32;
@@ -91,7 +98,12 @@ void Document::reserveFor(std::size_t textSize) {
 
 const Key* Document::add(std::string_view text, Span name) {
     const std::size_t element = elements.size() - 1;
-    if (const Key* const same = find(text, element, viewOf(text, name))) return same;
+    if (elements[element].firstKey == keys.size()) _met = 0;
+    const std::string_view view = viewOf(text, name);
+    const std::uint64_t mark = markOf(view);
+    if ((_met & mark) != 0)
+        if (const Key* const same = find(text, element, view)) return same;
+    _met |= mark;
 
     keys.push_back({name, {}});
     const Range range = rangeOf(element);

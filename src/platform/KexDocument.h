@@ -126,6 +126,7 @@ private:
     [[nodiscard]] const Key* findInTable(std::string_view text, std::uint32_t table, std::string_view name) const;
 
     KeyIndex _index;
+    std::uint64_t _met = 0;  // marks of the last element's keys: a new mark is a new name
 };
 
 }  // namespace qor::platform::kex

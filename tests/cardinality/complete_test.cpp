@@ -2,10 +2,9 @@
 // The complete run: every breach, and never one that disagrees with the run that ends at the first.
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "cardinality/Desk.h"
 #include "cardinality/QorCardinalityCompleteCheck.h"
+#include "cardinality/RandomDesk.h"
 #include "platform/QorCoreModelingManager.h"
 
 namespace {
@@ -63,6 +62,64 @@ TEST(CompleteCheck, StopsWhenTheSinkHasEnough) {
     EXPECT_FALSE(check.checkModel(desk.model, [](const auto&) -> bool { throw 1; }));
     EXPECT_FALSE(check.checkObject(99999, [](const auto&) { return true; }));
     EXPECT_FALSE(desk.waitCursor);
+}
+
+// Each rule alone, at its border, for few and for many relations, which are counted in different ways.
+TEST(CompleteCheck, CountsForEachKindOfLimitToTheLastRelation) {
+    struct Row {
+        const char *cls, *rule;
+        int broken;  ///< the limit lies this far from the count
+    };
+    constexpr Row rows[] = {
+        {"Task", "CARDINALITIES max-outgoing: ", -1},
+        {"Task", "CARDINALITIES min-relations: ", +1},
+        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: ", -1},
+        {"Task", "CARDINALITIES RELATION \"then\" min-outgoing: ", +1},
+        {"Task", "CARDINALITIES RELATION \"then\" default-max-outgoing: ", -1},
+        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 9999 TO_CLASS \"Document\" max-outgoing: ", -1},
+        {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" min-outgoing: ", +1},
+        {"Document", "CARDINALITIES RELATION \"then\" default-max-incoming: ", -1},
+        {"Document", "CARDINALITIES RELATION \"then\" FROM_CLASS \"Task\" max-incoming: ", -1},
+        {"Document", "CARDINALITIES RELATION \"then\" FROM_CLASS \"Task\" min-incoming: ", +1},
+    };
+    for (const auto& row : rows)
+        for (const int count : {2, 16, 17, 300}) {
+            Desk desk;
+            for (int one = 0; one < count; ++one) desk.draw("a>x");
+            for (const int limit : {count, count + row.broken}) {
+                desk.handler.Reset();
+                desk.rules(row.cls, row.rule + std::to_string(limit));
+                EXPECT_EQ(allBreaches(desk).empty(), limit == count) << row.rule << limit;
+            }
+        }
+}
+
+// What the checks have laid out of the rules must go whenever these change, by whatever way.
+TEST(CompleteCheck, FollowsEveryChangeOfTheRules) {
+    Desk desk;
+    desk.draw("a>b a>c a>d");
+    const auto breaches = [&desk] {
+        const auto complete = allBreaches(desk).size();
+        EXPECT_EQ(desk.handler.checkModel(desk.model, 0) == 0, complete > 0);
+        return complete;
+    };
+    EXPECT_EQ(breaches(), 0U);
+    desk.rules("Task", "CARDINALITIES max-relations: 2");
+    EXPECT_GT(breaches(), 0U);
+    const OpenHandler copy = desk.handler;
+    desk.handler.createClassItem(desk["Task"])->maxTotal.count = 3;
+    desk.handler.createClassItem(desk["Task"])->maxOut.count = 3;
+    EXPECT_EQ(breaches(), 0U);
+    desk.handler = copy;
+    EXPECT_GT(breaches(), 0U);
+    desk.handler.Reset();
+    EXPECT_EQ(breaches(), 0U);
+    desk.workshop.classText("Task", "CARDINALITIES max-outgoing: 1");
+    EXPECT_EQ(desk.handler.init(desk.workshop.processes, desk.workshop.environment), 1);
+    EXPECT_GT(breaches(), 0U);
+    desk.handler.Reset();
+    EXPECT_EQ(desk.handler.checkCardinalityDefinition(desk.workshop.processes, desk["Task"], nullptr), 1);
+    EXPECT_GT(breaches(), 0U);
 }
 
 // ---- The rules applied the slow way ----
@@ -132,52 +189,6 @@ private:
 
     const Desk& _desk;
     ISortedSet<long> _all;
-};
-
-class RandomDesk {
-public:
-    explicit RandomDesk(unsigned seed) : _random(seed) {
-        desk.objects("abcdstxyz");
-        for (int lines = draw(25); lines > 0; --lines) {
-            const char from = "abcdstxyz"[draw(8)];
-            const char to = "abcdstxyz"[draw(8)];
-            desk.draw(std::string{from, from >= 'x' && to < 'x' ? ">=~"[draw(2)] : ">="[draw(1)], to});
-        }
-        for (const auto* cls : {"Task", "Document", "Special"})
-            for (int readings = draw(2); readings > 0; --readings) desk.rules(cls, ruleText());
-        desk.handler.resetCheck();
-    }
-    Desk desk;
-
-private:
-    int draw(int most) { return std::uniform_int_distribution<int>(0, most)(_random); }
-
-    std::string keys(std::initializer_list<const char*> names, int rarity) {
-        std::string text;
-        for (const auto* key : names)
-            if (draw(rarity) == 0) text += std::string(" ") + key + ": " + std::to_string(draw(5));
-        return text;
-    }
-
-    std::string ruleText() {
-        auto text = "CARDINALITIES" + keys({"max-objects", "max-relations", "max-incoming", "max-outgoing",
-                                            "min-objects", "min-relations", "min-incoming", "min-outgoing"},
-                                           4);
-        for (const auto* relation : {"then", "uses", "files"}) {
-            if (draw(1) == 0) continue;
-            text += std::string(" RELATION \"") + relation + "\"" +
-                    keys({"max-outgoing", "max-incoming", "default-max-outgoing", "default-max-incoming",
-                          "min-outgoing", "min-incoming", "default-min-outgoing", "default-min-incoming"},
-                         5);
-            for (const auto* cls : {"Node", "Task", "Document", "Special"}) {
-                text += std::string(" TO_CLASS \"") + cls + "\"" + keys({"max-outgoing", "min-outgoing"}, 5);
-                text += std::string(" FROM_CLASS \"") + cls + "\"" + keys({"max-incoming", "min-incoming"}, 5);
-            }
-        }
-        return text;
-    }
-
-    std::mt19937 _random;
 };
 
 TEST(CompleteCheck, AgreesWithSlowCountingWithTheFirstBreachRunAndWithThePlainRepository) {

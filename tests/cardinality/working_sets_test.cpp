@@ -6,8 +6,10 @@
 #include <random>
 #include <set>
 
+#include "cardinality/EndGroups.h"
 #include "cardinality/IdentifierMarks.h"
 #include "cardinality/KeyIndex.h"
+#include "cardinality/ObjectClasses.h"
 
 namespace {
 
@@ -27,6 +29,46 @@ TEST(KeyIndex, NumbersKeysInOrderOfAppearanceAgainAndAgain) {
             ASSERT_EQ(index.add(key), number);
         }
     }
+}
+
+TEST(EndGroups, CountAndCollectLikeALookAtEveryEnd) {
+    std::mt19937 random(7);
+    qor::cardinality::EndGroups groups;
+    for (const std::uint32_t size : {1u, 17u, 400u, 3u, 5000u}) {
+        std::vector<QorRelationEnd> ends;
+        for (std::uint32_t at = 0; at < size; ++at)
+            ends.push_back({static_cast<std::int32_t>(at + 1), static_cast<std::int32_t>(random() % 3 + 1), 9,
+                            static_cast<std::int32_t>(random() % 4 + 1)});
+        groups.count(ends);
+        for (std::int32_t relationClass = 1; relationClass <= 4; ++relationClass)
+            for (const std::int32_t otherClass : {1, 2, 3, 4, 5, QorNoIdentifier}) {
+                std::vector<std::int32_t> expected;
+                for (const auto& end : ends)
+                    if (end.relationClass == relationClass &&
+                        (otherClass == QorNoIdentifier || end.otherClass == otherClass))
+                        expected.push_back(end.relation);
+                EXPECT_EQ(groups.countOf(relationClass, otherClass), expected.size());
+                std::vector<QorRelationEnd> collected;
+                groups.collect(relationClass, otherClass, collected);
+                std::vector<std::int32_t> relations;
+                for (const auto& end : collected) relations.push_back(end.relation);
+                EXPECT_EQ(relations, expected) << relationClass << " " << otherClass;
+            }
+        std::uint32_t firstOfLast = 0;
+        for (const auto& group : groups.groups()) {
+            EXPECT_GE(group.first, firstOfLast) << "groups stand in order of their first ends";
+            firstOfLast = group.first;
+        }
+    }
+}
+
+TEST(ObjectClasses, KnowWhatTheyWereTold) {
+    qor::cardinality::ObjectClasses classes;
+    for (const int object : {1, 4095, 4096, 900000}) classes.set(object, object % 7 + 1);
+    for (const int object : {1, 4095, 4096, 900000}) EXPECT_EQ(classes.of(object), object % 7 + 1);
+    for (const int object : {-5, 0, 2, 4097, 2147483647}) EXPECT_EQ(classes.of(object), QorNoIdentifier);
+    classes.set(4096, QorNoIdentifier);
+    EXPECT_EQ(classes.of(4096), QorNoIdentifier);
 }
 
 TEST(IdentifierMarks, HoldWhatWasMarked) {
