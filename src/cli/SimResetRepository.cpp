@@ -3,8 +3,6 @@
 
 #include <fmt/format.h>
 
-#include <array>
-#include <fstream>
 #include <optional>
 #include <set>
 #include <string_view>

@@ -6,8 +6,6 @@
 
 namespace qor::cli {
 
-/// Whether the file begins as repository files do.
-
 /// Resets the results of models in a repository file, all of them or none.
 [[nodiscard]] Exit resetInRepository(const SimResetOptions& options, Console& console);
 
