@@ -17,6 +17,7 @@
 #include "cli/InputFiles.h"
 #include "cli/InternalErrors.h"
 #include "cli/Nearest.h"
+#include "cli/RepositoryFiles.h"
 #include "cli/RuleOversights.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Workspace.h"
@@ -71,7 +72,9 @@ private:
         _judge.beginFile(file, diagnostics);
         std::string path;
         const bool isThere = findPath(file, path, diagnostics);
-        if (Workspace* workspace = isThere ? workspaceFor(file, path, diagnostics) : nullptr) {
+        if (isThere && !repositoryNamed(path).file.empty()) {
+            checkRepository(file, path, diagnostics);
+        } else if (Workspace* workspace = isThere ? workspaceFor(file, path, diagnostics) : nullptr) {
             const QorIdentifier lastModel = readAndCheck(*workspace, file, path, diagnostics);
             _workspaces.giveUpWhenGrown(*workspace, lastModel);
         } else {
@@ -85,6 +88,17 @@ private:
         for (const QorDiagnostic& diagnostic : diagnostics)
             _console.err(diagnosticLine(diagnostic, _console.errColours()));
         return diagnostics.empty();
+    }
+
+    /// The models of a repository file, where they are.
+    void checkRepository(const std::string& file, const std::string& path, Diagnostics& diagnostics) {
+        const bool isNamed = _options.library.empty() || !repositoryNamed(path).library.empty();
+        Workspace* workspace = openLibrary(isNamed ? path : path + "#" + _options.library, file, diagnostics);
+        beginFile(file, path, diagnostics);
+        if (workspace == nullptr) return;
+        _judge.beginModels(file);
+        const QorImporter nothingRead(workspace->builder(), workspace->reader());
+        checkModels(*workspace, nothingRead, workspace->models());
     }
 
     /// The last model that was made, none when none was.

@@ -111,6 +111,7 @@ QorRepositoryResult Repository::attach(std::unique_ptr<RepositoryStore> file) {
     QorRepositoryResult result = file->load(loading);
     if (!result.ok() && result.status != QorRepositoryStatus::Damaged) return result;
     loading.finish(result);
+    if (!result.ok()) file->refuseWriting();
     _content = std::move(content);
     _file = std::move(file);
     return result;
@@ -130,9 +131,11 @@ QorRepositoryResult Repository::verify(RepositoryStore& file) {
     if (!result.ok() && result.status != QorRepositoryStatus::Damaged) return result;
     loading.finish(result);
     QorRepositoryResult storage = file.checkStorage();
-    if (storage.ok()) return result;
-    if (result.ok()) return storage;
-    result.findings.insert(result.findings.end(), storage.findings.begin(), storage.findings.end());
+    if (result.ok())
+        result = std::move(storage);
+    else
+        result.findings.insert(result.findings.end(), storage.findings.begin(), storage.findings.end());
+    if (result.status == QorRepositoryStatus::Damaged) file.refuseWriting();
     return result;
 }
 

@@ -145,7 +145,8 @@ int fullPath(sqlite3_vfs*, const char* name, int size, char* path) {
 }
 
 int fillRandom(sqlite3_vfs*, int size, char* bytes) {
-    for (int at = 0; at < size; ++at) bytes[at] = static_cast<char>(std::random_device{}());
+    static std::mt19937 random(1);
+    for (int at = 0; at < size; ++at) bytes[at] = static_cast<char>(random());
     return size;
 }
 

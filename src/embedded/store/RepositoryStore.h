@@ -24,6 +24,8 @@ public:
     virtual ~RepositoryStore();
 
     [[nodiscard]] virtual bool isReadOnly() const = 0;
+    // What could not be read as it was written must not be written over.
+    virtual void refuseWriting() noexcept = 0;
 
     // Gives every row, table by table, each by its key. What is damaged is left out and named; the rest is given.
     virtual QorRepositoryResult load(StoredRowSink& sink) = 0;

@@ -3,6 +3,7 @@
 
 #include <sodium.h>
 
+#include <bit>
 #include <cstring>
 
 namespace qor::embedded {
@@ -12,16 +13,23 @@ static_assert(sizeof(std::int64_t) == crypto_shorthash_BYTES);
 
 namespace {
 
-// Little-endian, so that a file can be carried to another machine.
+// Bytes in the order of a little-endian machine, so that a file can be carried to another one.
 template <class Number>
-void append(std::string& bytes, Number number) {
-    auto rest = static_cast<std::make_unsigned_t<Number>>(number);
-    char buffer[sizeof rest];
-    for (char& byte : buffer) {
-        byte = static_cast<char>(rest & 0xff);
-        rest = static_cast<decltype(rest)>(rest >> 8);
+void append(char*& end, Number number) noexcept {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(end, &number, sizeof number);
+        end += sizeof number;
+    } else {
+        for (std::size_t byte = 0; byte < sizeof number; ++byte) {
+            *end++ = static_cast<char>(number & 0xff);
+            number = static_cast<Number>(number >> 8);
+        }
     }
-    bytes.append(buffer, sizeof buffer);
+}
+
+void append(char*& end, std::string_view text) noexcept {
+    if (!text.empty()) std::memcpy(end, text.data(), text.size());
+    end += text.size();
 }
 
 }  // namespace
@@ -32,27 +40,38 @@ bool RowHash::makeKey(Key& key) noexcept {
     return true;
 }
 
+char* RowHash::roomFor(std::size_t bytes) {
+    if (bytes <= _small.size()) return _small.data();
+    if (_large.size() < bytes) _large.resize(bytes);
+    return _large.data();
+}
+
 std::int64_t RowHash::of(const StoredRow& row, std::size_t numbers, std::size_t texts) {
-    _bytes.clear();
-    _bytes.push_back(static_cast<char>(row.table));
-    for (std::size_t at = 0; at < numbers; ++at) append(_bytes, row.numbers[at]);
+    std::size_t bytes = 1 + numbers * sizeof(QorIdentifier);
+    for (std::size_t at = 0; at < texts; ++at) bytes += sizeof(std::uint32_t) + row.texts[at].size();
+    char* const begin = roomFor(bytes);
+    char* end = begin;
+    *end++ = static_cast<char>(row.table);
+    for (std::size_t at = 0; at < numbers; ++at) append(end, static_cast<std::uint32_t>(row.numbers[at]));
     for (std::size_t at = 0; at < texts; ++at) {
-        append(_bytes, static_cast<std::uint32_t>(row.texts[at].size()));
-        _bytes += row.texts[at];
+        append(end, static_cast<std::uint32_t>(row.texts[at].size()));
+        append(end, row.texts[at]);
     }
-    return finish();
+    return hashOf({begin, bytes});
 }
 
 std::int64_t RowHash::of(std::initializer_list<std::int64_t> numbers, std::string_view text) {
-    _bytes.clear();
-    for (const std::int64_t number : numbers) append(_bytes, number);
-    _bytes += text;
-    return finish();
+    const std::size_t bytes = numbers.size() * sizeof(std::int64_t) + text.size();
+    char* const begin = roomFor(bytes);
+    char* end = begin;
+    for (const std::int64_t number : numbers) append(end, static_cast<std::uint64_t>(number));
+    append(end, text);
+    return hashOf({begin, bytes});
 }
 
-std::int64_t RowHash::finish() {
+std::int64_t RowHash::hashOf(std::string_view bytes) const noexcept {
     unsigned char hash[crypto_shorthash_BYTES];
-    crypto_shorthash(hash, reinterpret_cast<const unsigned char*>(_bytes.data()), _bytes.size(), _key.data());
+    crypto_shorthash(hash, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), _key.data());
     std::uint64_t number = 0;
     for (std::size_t at = sizeof hash; at > 0; --at) number = number << 8 | hash[at - 1];
     return static_cast<std::int64_t>(number);

@@ -3,8 +3,9 @@
 #pragma once
 #include <array>
 #include <cstdint>
-#include <string>
+#include <initializer_list>
 #include <string_view>
+#include <vector>
 
 #include "embedded/store/StoredRow.h"
 
@@ -23,10 +24,12 @@ public:
     [[nodiscard]] std::int64_t of(std::initializer_list<std::int64_t> numbers, std::string_view text = {});
 
 private:
-    [[nodiscard]] std::int64_t finish();
+    [[nodiscard]] char* roomFor(std::size_t bytes);
+    [[nodiscard]] std::int64_t hashOf(std::string_view bytes) const noexcept;
 
     Key _key{};
-    std::string _bytes;
+    std::array<char, 256> _small;
+    std::vector<char> _large;
 };
 
 // Of all rows of one scope. Adding and taking away in any order gives the same.

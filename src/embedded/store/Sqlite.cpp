@@ -5,7 +5,8 @@ namespace qor::embedded {
 
 int SqliteConnection::open(const std::string& path, int flags) {
     close();
-    const int code = sqlite3_open_v2(path.c_str(), &_handle, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+    const int code =
+        sqlite3_open_v2(path.c_str(), &_handle, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code == SQLITE_OK) return SQLITE_OK;
     close();
     return code;
@@ -61,6 +62,8 @@ std::string_view SqliteStatement::bytes(int column) const noexcept {
 QorRepositoryStatus statusOf(int code) noexcept {
     switch (code) {
         case SQLITE_OK:
+        case SQLITE_ROW:
+        case SQLITE_DONE:
             return QorRepositoryStatus::Ok;
         case SQLITE_BUSY_SNAPSHOT:
             return QorRepositoryStatus::ChangedByOther;

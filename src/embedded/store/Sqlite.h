@@ -18,7 +18,7 @@ public:
     SqliteConnection& operator=(const SqliteConnection&) = delete;
     ~SqliteConnection() { close(); }
 
-    // Closes what was open before.
+    // Closes what was open before. To be used by one thread only.
     [[nodiscard]] int open(const std::string& path, int flags);
     void close() noexcept;
     [[nodiscard]] int run(const char* sql) noexcept;
@@ -53,11 +53,7 @@ public:
     void reset() noexcept { sqlite3_reset(_handle); }
 
     [[nodiscard]] std::int64_t number(int column) const noexcept { return sqlite3_column_int64(_handle, column); }
-    [[nodiscard]] bool isNumber(int column) const noexcept {
-        return sqlite3_column_type(_handle, column) == SQLITE_INTEGER;
-    }
     [[nodiscard]] bool isNull(int column) const noexcept { return sqlite3_column_type(_handle, column) == SQLITE_NULL; }
-    [[nodiscard]] bool isText(int column) const noexcept { return sqlite3_column_type(_handle, column) == SQLITE_TEXT; }
     // Holds until the next step.
     [[nodiscard]] std::string_view text(int column) const noexcept;
     [[nodiscard]] std::string_view bytes(int column) const noexcept;

@@ -26,6 +26,7 @@ public:
     ~SqliteStore() override;
 
     [[nodiscard]] bool isReadOnly() const override { return _isReadOnly; }
+    void refuseWriting() noexcept override { _isReadOnly = true; }
     QorRepositoryResult load(StoredRowSink& sink) override;
     void begin() override;
     void put(const StoredRow& row, QorIdentifier scope, bool isNew) override;
@@ -84,6 +85,8 @@ private:
     int _failure = SQLITE_OK;  // the transaction's first
     std::map<QorIdentifier, RowSum> _changes;
     std::unordered_map<QorIdentifier, RowSum> _sums;  // while loading
+    QorIdentifier _lastScope = QorNoIdentifier;       // rows of one scope mostly come together
+    RowSum* _lastSum = nullptr;
     std::array<std::array<SqliteStatement, kRowStatements>, kStoredTables> _statements;
 };
 

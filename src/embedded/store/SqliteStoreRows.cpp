@@ -28,25 +28,25 @@ QorRepositoryResult SqliteStore::load(StoredRowSink& sink) {
     if (!_headIsSound) find(result, "repository: its key is damaged, so that nothing can be compared with its hash");
     sink.expect(_headIsSound ? _head.next : 0);
     _sums.clear();
+    _lastScope = QorNoIdentifier;
     // All tables as of the same commit.
     if (const int code = _connection.run("BEGIN"); code != SQLITE_OK)
         return failure(statusOf(code), sqlite3_errstr(code));
     int failed = SQLITE_OK;
     try {
-        for (std::size_t at = 0; at < kStoredTables && failed == SQLITE_OK; ++at) {
-            const auto table = static_cast<StoredTable>(at);
-            const int code = loadTable(table, sink, result);
-            if (code == SQLITE_DONE) continue;
+        // What is damaged is left out; what the device does not give may well be there the next time.
+        const auto noteEnd = [&](const char* what, int code) {
             const QorRepositoryStatus status = statusOf(code);
             if (status == QorRepositoryStatus::Damaged || status == QorRepositoryStatus::NotARepository)
-                find(result, std::string(layoutOf(table).name) + ": " + sqlite3_errstr(code));
-            else
+                find(result, std::string(what) + ": " + sqlite3_errstr(code));
+            else if (code != SQLITE_DONE)
                 failed = code;
+        };
+        for (std::size_t at = 0; at < kStoredTables && failed == SQLITE_OK; ++at) {
+            const auto table = static_cast<StoredTable>(at);
+            noteEnd(layoutOf(table).name, loadTable(table, sink, result));
         }
-        if (failed == SQLITE_OK && _headIsSound) {
-            const int code = compareSums(result);
-            if (code != SQLITE_DONE) find(result, std::string("sums: ") + sqlite3_errstr(code));
-        }
+        if (failed == SQLITE_OK && _headIsSound) noteEnd("sums", compareSums(result));
     } catch (...) {
         (void)_connection.run("ROLLBACK");
         throw;
@@ -54,8 +54,6 @@ QorRepositoryResult SqliteStore::load(StoredRowSink& sink) {
     (void)_connection.run("ROLLBACK");
     _sums = {};
     if (failed != SQLITE_OK) return failure(statusOf(failed), sqlite3_errstr(failed));
-    // What could not be read as it was written is not written over.
-    if (!result.ok()) _isReadOnly = true;
     return result;
 }
 
@@ -77,21 +75,19 @@ void SqliteStore::loadRow(StoredTable table, SqliteStatement& row, StoredRowSink
         const int column = static_cast<int>(at);
         const bool isNone = layout.numbers[at].optional && row.isNull(column);
         const std::int64_t number = isNone ? QorNoIdentifier : row.number(column);
-        if ((!isNone && !row.isNumber(column)) || !fitsIdentifier(number))
+        if (!fitsIdentifier(number))
             return find(result, described(table, row) + " holds a number that is none of ours");
         read.numbers[at] = static_cast<QorIdentifier>(number);
     }
-    for (std::size_t at = 0; at < texts; ++at) {
-        const int column = static_cast<int>(numbers + at);
-        if (!row.isText(column)) return find(result, described(table, row) + " lacks a text");
-        read.texts[at] = row.text(column);
-    }
+    // A value of another type is read as what it would be; the hash tells it.
+    for (std::size_t at = 0; at < texts; ++at) read.texts[at] = row.text(static_cast<int>(numbers + at));
     const std::int64_t stored = row.number(static_cast<int>(numbers + texts));
     if (_headIsSound && _hash.of(read, numbers, texts) != stored)
         return find(result, described(table, row) + " is not what was written");
     const QorIdentifier scope = sink.take(read);
     if (scope == QorNoIdentifier) return find(result, described(table, row) + " refers to what is not there");
-    _sums[scope].add(stored);
+    if (scope != _lastScope) _lastSum = &_sums[_lastScope = scope];
+    _lastSum->add(stored);
 }
 
 // "objects 1017" or "attribute_values 1017, 1003"
