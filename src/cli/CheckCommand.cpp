@@ -16,6 +16,7 @@
 #include "cli/InputFiles.h"
 #include "cli/InternalErrors.h"
 #include "cli/Nearest.h"
+#include "cli/RepositoryFiles.h"
 #include "cli/RuleOversights.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Workspace.h"
@@ -60,13 +61,25 @@ private:
         ++_summary.files;
         Diagnostics diagnostics;
         const std::string path = pathOf(file, diagnostics);
-        if (Workspace* workspace = hasErrors(diagnostics) ? nullptr : workspaceFor(file, path, diagnostics)) {
+        if (!repositoryNamed(path).file.empty()) {
+            checkRepository(file, path, diagnostics);
+        } else if (Workspace* workspace = hasErrors(diagnostics) ? nullptr : workspaceFor(file, path, diagnostics)) {
             const QorIdentifier lastModel = readAndCheck(*workspace, file, path, diagnostics);
             _workspaces.giveUpWhenGrown(*workspace, lastModel);
         } else {
             beginFile(file, path, diagnostics);
         }
         _report->endFile();
+    }
+
+    /// The models of a repository file, where they are.
+    void checkRepository(const std::string& file, const std::string& path, Diagnostics& diagnostics) {
+        const bool isNamed = _options.library.empty() || !repositoryNamed(path).library.empty();
+        Workspace* workspace = openLibrary(isNamed ? path : path + "#" + _options.library, file, diagnostics);
+        beginFile(file, path, diagnostics);
+        if (workspace == nullptr) return;
+        const QorImporter nothingRead(workspace->builder(), workspace->reader());
+        checkModels(*workspace, nothingRead, workspace->models());
     }
 
     /// The last model that was made, none when none was.

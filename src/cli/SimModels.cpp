@@ -2,7 +2,10 @@
 #include "cli/SimModels.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
+
+#include "cli/RepositoryFiles.h"
 
 namespace qor::cli {
 
@@ -13,6 +16,7 @@ void SimModels::read(const std::string& file) {
         _diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, error});
         return;
     }
+    if (isRepositoryFile(path)) return readRepository(file);
     File entry{file, std::make_unique<QorImporter>(_workspace.builder(), _workspace.reader()), {}};
     QorImportResult result = entry.importer->readFile(path, _workspace.library());
     if (result.kind == QorFileKind::Library)
@@ -23,6 +27,20 @@ void SimModels::read(const std::string& file) {
     }
     for (const QorIdentifier model : result.models) _models.add(model);
     entry.models = std::move(result.models);
+    _files.push_back(std::move(entry));
+}
+
+/// Its models are in the workspace already when its library is.
+void SimModels::readRepository(const std::string& file) {
+    const std::string own = repositoryNamed(_workspace.libraryPath()).file;
+    std::error_code error;
+    if (own.empty() || !std::filesystem::equivalent(own, file, error)) {
+        _diagnostics.push_back(
+            {QorSeverity::Error, {file, 0, 0}, "is a repository; its models are read with its own library only"});
+        return;
+    }
+    File entry{file, std::make_unique<QorImporter>(_workspace.builder(), _workspace.reader()), _workspace.models()};
+    for (const QorIdentifier model : entry.models) _models.add(model);
     _files.push_back(std::move(entry));
 }
 

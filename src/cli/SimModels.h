@@ -30,6 +30,8 @@ private:
         std::vector<QorIdentifier> models;
     };
 
+    void readRepository(const std::string& file);
+
     Workspace& _workspace;
     InputFiles _inputs;
     std::vector<File> _files;

@@ -9,6 +9,7 @@
 
 #include "cardinality/QorCardinalityDefinitionError.h"
 #include "cardinality/QorCardinalityHandler.h"
+#include "cli/RepositoryFiles.h"
 #include "frame/QorLibLoad.h"
 
 namespace qor::cli {
@@ -71,7 +72,23 @@ void Workspace::openLibrary(const std::string& path) {
         _library.library = QorNoIdentifier;
 }
 
+/// What is sound of a damaged one is used, and its findings are errors.
+bool Workspace::openRepository() {
+    const RepositoryName named = repositoryNamed(_path);
+    const QorRepositoryResult result = _platform.openRepository(named.file, QorRepositoryAccess::Copy);
+    _library.kind = QorFileKind::Library;
+    _library.diagnostics = diagnosticsOf(named.file, result);
+    std::string reason;
+    if (result.ok() || result.status == QorRepositoryStatus::Damaged)
+        _library.library = chooseLibrary(reader(), named.library, reason);
+    if (!reason.empty()) _library.diagnostics.push_back({QorSeverity::Error, {named.file, 0, 0}, std::move(reason)});
+    return hasLibrary();
+}
+
+std::vector<QorIdentifier> Workspace::models() const { return modelsIn(reader(), _library.library); }
+
 bool Workspace::readLibrary() {
+    if (!repositoryNamed(_path).file.empty()) return openRepository();
     const QorFileKind kind = _importer.kindOf(_path);
     if (kind == QorFileKind::Library || kind == QorFileKind::Unknown)
         _library = _importer.readFile(_path, QorNoIdentifier);
@@ -105,7 +122,9 @@ void Workspace::collectRuleErrors(QorErrorCode loaded) {
         const auto attribute = static_cast<QorIdentifier>(error.attribute);
         std::string text = error.text.str();
         while (text.ends_with('\n')) text.pop_back();  // the handler's texts are lines
-        _ruleErrors.push_back({cls, _importer.placeInText(cls, attribute, error.position), std::move(text)});
+        QorFilePlace place = _importer.placeInText(cls, attribute, error.position);
+        if (place.file.empty()) place.file = _path;
+        _ruleErrors.push_back({cls, std::move(place), std::move(text)});
     }
     if (loaded == QorErrorCode::Ok || !_ruleErrors.empty()) return;
     _ruleErrors.push_back({QorNoIdentifier,

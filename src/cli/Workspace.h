@@ -52,6 +52,8 @@ public:
 
     /// Reads the library file and, when it is valid, makes the library current with its handlers.
     void openLibrary(const std::string& path);
+    /// The models of its own that a repository file brings, of the library that is open.
+    [[nodiscard]] std::vector<QorIdentifier> models() const;
     /// Makes the library current, again after `leave`.
     void load();
 
@@ -72,6 +74,7 @@ public:
 
 private:
     [[nodiscard]] bool readLibrary();
+    [[nodiscard]] bool openRepository();
     void readRulesLeftOut();
     void collectRuleErrors(QorErrorCode loaded);
 

@@ -10,6 +10,7 @@
 #include "cli/Console.h"
 #include "cli/DistributionCommand.h"
 #include "cli/Nearest.h"
+#include "cli/RepoCommand.h"
 #include "cli/SimCommands.h"
 
 namespace {
@@ -77,7 +78,32 @@ constexpr SimListingName kSimListings[] = {
     {"results", qor::cli::SimListing::Results, "Show which attributes take results"},
 };
 
+constexpr const char* kRepoExamples =
+    "Examples:\n"
+    "  qor repo init shop.qor\n"
+    "  qor repo import shop.qor house-rules.yaml models/*.yaml order.bpmn\n"
+    "  qor repo export shop.qor folder\n"
+    "  qor repo backup shop.qor /backup/shop.qor\n"
+    "  qor check shop.qor\n\n"
+    "A repository file holds method libraries and models; every command that reads libraries or\n"
+    "models takes it, too, as FILE or, to name one of its libraries, as FILE#LIBRARY.\n";
+
+/// What a command on a repository does, and which arguments of its own it takes.
+struct RepoVerb {
+    const char* name;
+    const char* purpose;
+};
+constexpr RepoVerb kRepoVerbs[] = {
+    {"init", "Make an empty repository file"},
+    {"import", "Take in libraries and models from YAML, JSON and BPMN files"},
+    {"export", "Write libraries and models as YAML files into a folder"},
+    {"info", "Show what is in it"},
+    {"verify", "Compare everything in it with its hashes"},
+    {"backup", "Copy it while it is in use"},
+};
+
 struct Options {
+    qor::cli::RepoOptions repo;
     qor::cli::SimListOptions simList;
     qor::cli::SimCheckOptions simCheck;
     qor::cli::SimWriteOptions simWrite;
@@ -174,6 +200,35 @@ CLI::App& describeDistribution(CLI::App& app, qor::cli::DistributionOptions& opt
     return distribution;
 }
 
+CLI::App& describeRepo(CLI::App& app, qor::cli::RepoOptions& options) {
+    CLI::App& repo = *app.add_subcommand("repo", "Keep libraries and models in a repository file");
+    repo.require_subcommand(1);
+    repo.footer(kRepoExamples);
+    for (const RepoVerb& verb : kRepoVerbs) {
+        const std::string name = verb.name;
+        CLI::App& command = *repo.add_subcommand(name, verb.purpose);
+        command.add_flag("--json", options.json, "Write one JSON document, qor.repo." + name + "/1");
+        command.add_option("FILE", options.file, "The repository file")->required()->option_text(" ");
+        if (name == "import") {
+            addLanguage(command, options.language);
+            command.add_option("--library", options.library, "The repository's library that the models are made with")
+                ->option_text("NAME");
+            command.add_flag("--keep", options.keep, "Take in models that break rules checked before saving, too");
+            command.add_option("INPUT", options.inputs, "Files to take in")->required()->option_text("...");
+        }
+        if (name == "export") {
+            command.add_option("--library", options.library, "Only this library, with its models")->option_text("NAME");
+            command.add_option("FOLDER", options.target, "Where the files go")->required()->option_text(" ");
+        }
+        if (name == "backup")
+            command.add_option("TARGET", options.target, "The copy; an older one is replaced")
+                ->required()
+                ->option_text(" ");
+        command.callback([&options, name] { options.verb = name; });
+    }
+    return repo;
+}
+
 void describeSim(CLI::App& sim, Options& options) {
     sim.require_subcommand(1);
     sim.footer(kSimExamples);
@@ -246,7 +301,10 @@ void describe(CLI::App& app, Options& options) {
     CLI::App& sim = *app.add_subcommand("sim", "Show and check what a library says about simulation");
     describeSim(sim, options);
 
-    for (CLI::App* command : {&check, &library, &rules, &calendar, &distribution, &sim}) command->group("Commands");
+    CLI::App& repo = describeRepo(app, options.repo);
+
+    for (CLI::App* command : {&check, &library, &rules, &repo, &calendar, &distribution, &sim})
+        command->group("Commands");
 }
 
 /// The command that was given, or the whole.
@@ -317,6 +375,7 @@ Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
     if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
     if (app.got_subcommand("library")) return runLibrary(options.library, console);
+    if (app.got_subcommand("repo")) return runRepo(options.repo, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
     return runRules(options.rules, console);

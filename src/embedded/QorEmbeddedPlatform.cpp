@@ -83,7 +83,9 @@ QorRepositoryResult QorEmbeddedPlatform::openRepository(const std::string& path,
         if (hasRepository() || !_impl->repository.isEmpty()) return failure(QorRepositoryStatus::AlreadyOpen);
         QorRepositoryResult result;
         auto file = SqliteStore::open(path, access, result);
-        return file == nullptr ? result : _impl->repository.attach(std::move(file));
+        if (file != nullptr) result = _impl->repository.attach(std::move(file));
+        if (access == QorRepositoryAccess::Copy) _impl->repository.keepInMemory();
+        return result;
     });
 }
 

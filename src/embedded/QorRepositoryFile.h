@@ -35,7 +35,11 @@ struct [[nodiscard]] QorRepositoryResult {
     [[nodiscard]] bool ok() const { return status == QorRepositoryStatus::Ok; }
 };
 
-enum class QorRepositoryAccess : std::int32_t { ReadWrite, ReadOnly };
+enum class QorRepositoryAccess : std::int32_t {
+    ReadWrite,
+    ReadOnly,
+    Copy,  ///< takes everything into memory and closes the file again; what is changed then stays in memory
+};
 
 /// What operations that change the repository give, beside the codes of the contracts, when a repository file is open.
 namespace QorRepositoryCode {

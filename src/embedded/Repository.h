@@ -62,6 +62,8 @@ public:
     QorRepositoryResult attach(std::unique_ptr<RepositoryStore> file);
     // Lets go of the file and of all content. A unit that is open is taken back.
     void detach();
+    // Lets go of the file and keeps the content.
+    void keepInMemory() noexcept { _file.reset(); }
     // What the last failure to write came from.
     [[nodiscard]] const QorRepositoryResult& lastProblem() const { return _lastProblem; }
     // Reads all of a file as `attach` does, and forgets it again.

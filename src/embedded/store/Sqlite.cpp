@@ -61,6 +61,8 @@ std::string_view SqliteStatement::bytes(int column) const noexcept {
 QorRepositoryStatus statusOf(int code) noexcept {
     switch (code) {
         case SQLITE_OK:
+        case SQLITE_ROW:
+        case SQLITE_DONE:
             return QorRepositoryStatus::Ok;
         case SQLITE_BUSY_SNAPSHOT:
             return QorRepositoryStatus::ChangedByOther;

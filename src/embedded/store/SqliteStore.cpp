@@ -131,15 +131,16 @@ int SqliteStore::openForReading() {
 }
 
 QorRepositoryResult SqliteStore::openAs(QorRepositoryAccess access) {
-    int code = SQLITE_OK;
-    if (access == QorRepositoryAccess::ReadWrite) {
-        code = connect(SQLITE_OPEN_READWRITE);
-        // Without the right to write, the file is opened for reading instead.
-        _isReadOnly = code == SQLITE_OK && sqlite3_db_readonly(_connection.handle(), "main") == 1;
-    } else {
-        _isReadOnly = true;
-    }
-    if (_isReadOnly) code = openForReading();
+    // Who only reads may still write to the log's index, and clear it away at the end.
+    int code = connect(SQLITE_OPEN_READWRITE);
+    const int kind = code & 0xff;
+    const bool mayNotWrite = kind == SQLITE_READONLY || (kind == SQLITE_CANTOPEN && exists(_path)) ||
+                             (code == SQLITE_OK && sqlite3_db_readonly(_connection.handle(), "main") == 1);
+    _isReadOnly = mayNotWrite || access != QorRepositoryAccess::ReadWrite;
+    if (mayNotWrite)
+        code = openForReading();
+    else if (code == SQLITE_OK && _isReadOnly)
+        code = _connection.run("PRAGMA query_only = ON");
     if (code != SQLITE_OK) return whyNotOpened(code);
     if (QorRepositoryResult result = identify(); !result.ok()) return result;
     return readHead();
@@ -243,6 +244,9 @@ QorRepositoryResult SqliteStore::checkStorage() {
 
 // Into a file beside the target, which takes its place when all of it is on the disk.
 QorRepositoryResult SqliteStore::backUp(const std::string& target) {
+    const std::size_t slash = target.rfind('/');
+    if (slash != std::string::npos && slash > 0 && !isFolder(target.substr(0, slash)))
+        return failure(QorRepositoryStatus::Missing, "there is no such folder");
     const std::string unfinished = target + ".unfinished";
     for (const char* suffix : {"", "-wal", "-shm", "-journal"}) (void)::unlink((unfinished + suffix).c_str());
     SqliteConnection copy;

@@ -33,20 +33,19 @@ QorRepositoryResult SqliteStore::load(StoredRowSink& sink) {
         return failure(statusOf(code), sqlite3_errstr(code));
     int failed = SQLITE_OK;
     try {
-        for (std::size_t at = 0; at < kStoredTables && failed == SQLITE_OK; ++at) {
-            const auto table = static_cast<StoredTable>(at);
-            const int code = loadTable(table, sink, result);
-            if (code == SQLITE_DONE) continue;
+        // What is damaged is left out; what the device does not give may well be there the next time.
+        const auto noteEnd = [&](const char* what, int code) {
             const QorRepositoryStatus status = statusOf(code);
             if (status == QorRepositoryStatus::Damaged || status == QorRepositoryStatus::NotARepository)
-                find(result, std::string(layoutOf(table).name) + ": " + sqlite3_errstr(code));
-            else
+                find(result, std::string(what) + ": " + sqlite3_errstr(code));
+            else if (code != SQLITE_DONE)
                 failed = code;
+        };
+        for (std::size_t at = 0; at < kStoredTables && failed == SQLITE_OK; ++at) {
+            const auto table = static_cast<StoredTable>(at);
+            noteEnd(layoutOf(table).name, loadTable(table, sink, result));
         }
-        if (failed == SQLITE_OK && _headIsSound) {
-            const int code = compareSums(result);
-            if (code != SQLITE_DONE) find(result, std::string("sums: ") + sqlite3_errstr(code));
-        }
+        if (failed == SQLITE_OK && _headIsSound) noteEnd("sums", compareSums(result));
     } catch (...) {
         (void)_connection.run("ROLLBACK");
         throw;

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+// Text files into a repository: all of a file or nothing of it.
+#include <fmt/format.h>
+
+#include <filesystem>
+
+#include "cardinality/QorCardinalityHandler.h"
+#include "cli/Diagnostics.h"
+#include "cli/FirstBreach.h"
+#include "cli/InputFiles.h"
+#include "cli/RepoSession.h"
+#include "cli/RepositoryFiles.h"
+#include "cli/ShippedLibraries.h"
+#include "cli/Text.h"
+#include "frame/QorLibLoad.h"
+#include "platform/QorCoreModelingManager.h"
+#include "platform/QorCoreUnitsOfWork.h"
+
+namespace qor::cli {
+
+namespace {
+
+struct Imported {
+    std::string file;
+    std::string library;              ///< that was made; empty when none was
+    std::vector<std::string> models;  ///< that were made
+};
+
+class Import {
+public:
+    explicit Import(RepoSession& session)
+        : _session(session), _importer(session.platform().builder(), session.reader()) {}
+
+    /// Everything that the file brings, or nothing.
+    void take(const std::string& file) {
+        _session.console.progress().say("importing " + file);
+        std::string error;
+        const std::string path = _inputs.path(file, error);
+        if (path.empty()) return _session.error(file, error, Exit::BadInput);
+        QorCoreUnitsOfWork& units = *_session.platform().host().repository->unitsOfWork();
+        if (units.begin() != QorErrorCode::Ok) return tellProblem();
+        Imported imported{file, {}, {}};
+        const bool isGood = read(file, path, imported);
+        (void)Qor_DiscardLibrary();  // it may be one that is taken back
+        if (!isGood) return units.rollBack();
+        if (units.commit() != QorErrorCode::Ok) return tellProblem();
+        report(imported);
+        _imported.push_back(std::move(imported));
+    }
+
+    [[nodiscard]] const std::vector<Imported>& imported() const { return _imported; }
+
+private:
+    bool read(const std::string& file, const std::string& path, Imported& imported) {
+        const QorFileKind kind = _importer.kindOf(path);
+        QorIdentifier library = QorNoIdentifier;
+        if ((kind == QorFileKind::Models || kind == QorFileKind::Bpmn) && !findLibrary(kind, file, path, library))
+            return false;
+        const QorImportResult result = _importer.readFile(path, library);
+        if (!tellAll(result.diagnostics, file, path)) return false;
+        if (result.library != QorNoIdentifier) imported.library = _session.reader().nameOf(result.library);
+        bool isGood = true;
+        for (const QorIdentifier model : result.models) {
+            imported.models.emplace_back(_session.reader().nameOf(model));
+            isGood = checkBeforeSaving(file, model) && isGood;
+        }
+        return isGood;
+    }
+
+    /// The repository's library for the models; it is read first when only a file has it.
+    bool findLibrary(QorFileKind kind, const std::string& file, const std::string& path, QorIdentifier& library) {
+        std::string reason;
+        const std::string named = kind == QorFileKind::Bpmn ? shippedLibrary(kBpmnLibrary)
+                                                            : InputFiles::resolved(_importer.libraryNamedBy(path));
+        if (!_session.options.library.empty() || named.empty()) {
+            library = chooseLibrary(_session.reader(), _session.options.library, reason);
+            if (library == QorNoIdentifier)
+                _session.error(_session.options.file,
+                               named.empty() && _session.options.library.empty()
+                                   ? reason + fmt::format(" for {}; give --library", cli::quoted(file))
+                                   : reason,
+                               Exit::BadInput);
+            return library != QorNoIdentifier;
+        }
+        // What the file calls its library is known only from reading it.
+        QorEmbeddedPlatform scratch;
+        QorImporter importer(scratch.builder(), scratch.reader());
+        const QorImportResult found = importer.readFile(named, QorNoIdentifier);
+        if (found.library != QorNoIdentifier)
+            library = chooseLibrary(_session.reader(), std::string(scratch.reader().nameOf(found.library)), reason);
+        if (library != QorNoIdentifier) return true;
+        const QorImportResult read = _importer.readFile(named, QorNoIdentifier);
+        library = read.library;
+        return tellAll(read.diagnostics, file, named) && library != QorNoIdentifier;
+    }
+
+    /// False when there was an error among them.
+    bool tellAll(std::vector<QorDiagnostic> diagnostics, const std::string& file, const std::string& path) {
+        for (QorDiagnostic& diagnostic : diagnostics) {
+            if (diagnostic.place.file == path && path.starts_with("/proc/self/fd/")) diagnostic.place.file = file;
+            _session.tell(diagnostic);
+        }
+        if (!hasErrors(diagnostics)) return true;
+        _session.endAtLeast(Exit::BadInput);
+        return false;
+    }
+
+    /// What the library asks for when a model is saved. A model that breaks a rule is not, unless it is to be kept;
+    /// what a modelling action touched is told of only.
+    bool checkBeforeSaving(const std::string& file, QorIdentifier model) {
+        (void)Qor_LoadLibrary(nullptr, _session.reader().applicationLibraryOf(model), QorLibLoad_InitHandler::Wanted,
+                              QorLibLoad_UpdateFacets::Declined, QorLibLoad_AccessMode::Shared,
+                              QorLibLoad_SilentMode::Silent);
+        QorCardinalityHandler& handler = QorCardinalityHandler::Instance();
+        bool isClean = true;
+        const auto tell = [&](const QorCardinalityBreach& breach, bool isKept) {
+            const bool hasPlace = !breach.objects.empty();
+            QorFilePlace place;
+            if (hasPlace) place = _importer.placeOf(static_cast<QorIdentifier>(breach.objects.front()));
+            if (place.file.empty()) place = {file, 0, 0};
+            std::string text = breach.text.str();
+            text.erase(text.find_last_not_of('\n') + 1);
+            _session.tell({isKept ? QorSeverity::Warning : QorSeverity::Error, place,
+                           fmt::format("model {}: {}", cli::quoted(_session.reader().nameOf(model)), text)});
+            _session.endAtLeast(Exit::Findings);
+            isClean = isClean && isKept;
+            return true;
+        };
+        if (handler.isCheckCardinalitiesBeforeSave())
+            (void)reportFirstBreach(model, [&](const auto& breach) { return tell(breach, _session.options.keep); });
+        // Everything in the model was touched by making it.
+        if (isClean && handler.isCheckCardinalitiesAfterModelingAction() && !handler.isCheckCardinalitiesBeforeSave())
+            (void)reportFirstBreach(model, [&](const auto& breach) { return tell(breach, true); });
+        return isClean;
+    }
+
+    void tellProblem() { (void)_session.tell(_session.platform().lastProblem(), _session.options.file); }
+
+    void report(const Imported& imported) {
+        if (_session.options.json) return;
+        std::string text = printable(imported.file) + ": ";
+        if (!imported.library.empty()) text += "library " + cli::quoted(imported.library);
+        if (!imported.library.empty() && !imported.models.empty()) text += ", ";
+        if (!imported.models.empty()) text += counted(imported.models.size(), "model");
+        if (imported.library.empty() && imported.models.empty()) text += "nothing";
+        _session.console.out(text + "\n");
+        _session.console.flush();
+    }
+
+    RepoSession& _session;
+    QorImporter _importer;
+    InputFiles _inputs;
+    std::vector<Imported> _imported;
+};
+
+}  // namespace
+
+void importInto(RepoSession& session) {
+    Import import(session);
+    session.console.progress().start();
+    for (const std::string& file : session.options.inputs) import.take(file);
+    if (!session.options.json) return;
+    JsonWriter& json = session.beginJson();
+    json.key("imported").beginList();
+    for (const Imported& imported : import.imported()) {
+        json.beginObject().field("file", std::string_view(imported.file)).key("library");
+        if (imported.library.empty())
+            json.null();
+        else
+            json.value(std::string_view(imported.library));
+        json.key("models").beginList(JsonWriter::Layout::Line);
+        for (const std::string& model : imported.models) json.value(std::string_view(model));
+        json.endList().endObject();
+    }
+    json.endList();
+}
+
+}  // namespace qor::cli

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: Apache-2.0
+// qor repo, and repository files where other commands take text files.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "cli/CommandRunner.h"
+#include "cli/samples.h"
+
+namespace {
+
+using qor::test::CommandRunner;
+using qor::test::kBpmn;
+using qor::test::kClean;
+using qor::test::kOrders;
+using qor::test::kWorkshop;
+using qor::test::Outcome;
+using testing::HasSubstr;
+using testing::Not;
+
+struct CliRepo : testing::Test {
+    CliRepo() {
+        qor.write("workshop.yaml", kWorkshop);
+        qor.write("orders.yaml", kOrders);
+        qor.write("clean.yaml", kClean);
+        qor.write("order.bpmn", kBpmn);
+        EXPECT_EQ(qor.run("repo init shop.qor").exit, 0);
+    }
+    [[nodiscard]] std::string content(const std::string& file) const {
+        std::ifstream in(qor.folder() / "in" / file, std::ios::binary);
+        EXPECT_TRUE(in) << file;
+        std::ostringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+    [[nodiscard]] std::string info() const { return qor.run("repo info shop.qor").out; }
+
+    CommandRunner qor;
+};
+
+TEST_F(CliRepo, TakesInTextFilesAndGivesTheSameTextsBack) {
+    const Outcome import = qor.run("repo import --keep shop.qor orders.yaml clean.yaml order.bpmn");
+    EXPECT_EQ(import.exit, 1) << import.err;
+    EXPECT_THAT(import.err, HasSubstr("order.bpmn:7:5: warning: model \"Order\": Too few"))
+        << "the library wants checks";
+    EXPECT_THAT(import.out, HasSubstr("orders.yaml: 2 models"));
+    EXPECT_THAT(info(), HasSubstr("library \"Workshop\": 2 classes, 3 models, 5 objects, 2 relations"));
+    EXPECT_EQ(qor.run("repo verify shop.qor").exit, 0);
+
+    ASSERT_EQ(qor.run("repo export shop.qor first").exit, 0);
+    ASSERT_EQ(qor.run("repo init again.qor").exit, 0);
+    const Outcome back = qor.run("repo import --keep again.qor first/Workshop.yaml first/*.models.yaml");
+    ASSERT_EQ(back.exit, 1) << back.err;
+    ASSERT_EQ(qor.run("repo export again.qor second").exit, 0);
+    for (const char* file : {"Workshop.yaml", "Workshop.models.yaml", "BPMN.yaml", "BPMN.models.yaml"})
+        EXPECT_EQ(content(std::string("first/") + file), content(std::string("second/") + file)) << file;
+    EXPECT_FALSE(std::filesystem::exists(qor.folder() / "in" / "shop.qor-wal")) << "reading leaves nothing behind";
+}
+
+TEST_F(CliRepo, TakesAllOfAFileOrNothing) {
+    qor.write("broken.yaml", std::string(kClean) + "      - {class: Takk, name: Lost}\n");
+    const Outcome import = qor.run("repo import shop.qor workshop.yaml broken.yaml workshop.yaml");
+    EXPECT_EQ(import.exit, 3);
+    EXPECT_THAT(import.err, HasSubstr("broken.yaml:8:"));
+    EXPECT_THAT(import.err, HasSubstr("workshop.yaml:2:7: error:"));
+    EXPECT_THAT(info(), HasSubstr("2 classes, 0 models"));
+    EXPECT_EQ(qor.run("repo import shop.qor clean.yaml missing.yaml").exit, 3);
+    EXPECT_THAT(info(), HasSubstr("1 model,"));
+}
+
+TEST_F(CliRepo, ChecksModelsBeforeTheyAreSavedWhenTheLibraryWantsThat) {
+    std::string strict(kWorkshop);
+    strict.replace(strict.find("  classes:"), 0,
+                   "  texts:\n    automatic_checks: 'CHECK_CARDINALITIES before-save: 1'\n");
+    qor.write("workshop.yaml", strict);
+    const Outcome refused = qor.run("repo import shop.qor orders.yaml clean.yaml");
+    EXPECT_EQ(refused.exit, 1);
+    EXPECT_THAT(refused.err, HasSubstr("orders.yaml:7:9: error: model \"Orders\": Too many relations"));
+    EXPECT_THAT(info(), HasSubstr("1 model,")) << "the clean one";
+    const Outcome kept = qor.run("repo import --keep shop.qor orders.yaml");
+    EXPECT_EQ(kept.exit, 1);
+    EXPECT_THAT(kept.err, HasSubstr("warning: model \"Orders\""));
+    EXPECT_THAT(info(), HasSubstr("3 models,"));
+}
+
+TEST_F(CliRepo, IsReadByEveryOtherCommand) {
+    ASSERT_EQ(qor.run("repo import --keep shop.qor orders.yaml order.bpmn").exit, 1);
+    const Outcome check = qor.run("check --library Workshop shop.qor");
+    EXPECT_EQ(check.exit, 1) << check.err;
+    EXPECT_THAT(check.out, HasSubstr("\"Check\""));
+    EXPECT_EQ(qor.run("check 'shop.qor#BPMN'").exit, 1);
+    const Outcome library = qor.run("library 'shop.qor#Workshop'");
+    EXPECT_EQ(library.exit, 0);
+    EXPECT_THAT(library.out, HasSubstr("Task"));
+    EXPECT_THAT(qor.run("rules 'shop.qor#Workshop'").out, HasSubstr("maxOut:     1"));
+    EXPECT_EQ(qor.run("check --library 'shop.qor#BPMN' order.bpmn").exit, 1) << "text models, a kept library";
+    for (const char* command : {"library shop.qor", "check shop.qor", "rules 'shop.qor#None'"}) {
+        const Outcome outcome = qor.run(command);
+        EXPECT_EQ(outcome.exit, 3) << command;
+        EXPECT_THAT(outcome.err, HasSubstr("shop.qor: error: holds ")) << command;
+    }
+}
+
+TEST_F(CliRepo, TellsWhatIsWrongWithAFileByItsExitCode) {
+    struct Row {
+        const char* command;
+        int exit;
+        const char* err;
+    };
+    qor.write("text.qor", "no repository");
+    constexpr Row kRows[] = {
+        {"repo init shop.qor", 5, "shop.qor: error: there is a file of that name already"},
+        {"repo info none.qor", 3, "there is no such file"},
+        {"repo info none/a.qor", 3, "there is no such folder"},
+        {"repo info .", 3, "is a folder"},
+        {"repo info text.qor", 3, "is not a repository"},
+        {"repo backup shop.qor none/b.qor", 5, "there is no such folder"},
+        {"repo export shop.qor text.qor/x", 5, "cannot be made"},
+        {"repo export --library None shop.qor out", 2, "holds no library named"},
+        {"repo import shop.qor order.txt", 3, "order.txt"},
+        {"repo import --library None shop.qor clean.yaml", 3, "holds no library named"},
+        {"repo verfy shop.qor", 2, "did you mean verify?"},
+        {"repo import shop.qor", 2, "required"},
+    };
+    for (const Row& row : kRows) {
+        const Outcome outcome = qor.run(row.command);
+        EXPECT_EQ(outcome.exit, row.exit) << row.command;
+        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.command;
+    }
+}
+
+TEST_F(CliRepo, NamesWhatIsDamagedAndReadsTheRest) {
+    ASSERT_EQ(qor.run("repo import shop.qor orders.yaml").exit, 0);
+    ASSERT_EQ(qor.run("repo backup shop.qor copy.qor").exit, 0);
+    std::string bytes = content("shop.qor");
+    for (std::size_t at = bytes.find("Shelf"); at != std::string::npos; at = bytes.find("Shelf", at)) bytes[at] = 'X';
+    qor.write("shop.qor", bytes);
+    const Outcome verify = qor.run("repo verify shop.qor");
+    EXPECT_EQ(verify.exit, 3);
+    EXPECT_THAT(verify.err, HasSubstr("is not what was written"));
+    EXPECT_THAT(verify.out, Not(HasSubstr("everything")));
+    EXPECT_EQ(qor.run("repo import shop.qor clean.yaml").exit, 5) << "nothing is written to it";
+    EXPECT_EQ(qor.run("check shop.qor").exit, 3);
+    EXPECT_THAT(qor.run("check shop.qor").out, HasSubstr("\"Check\"")) << "the rest is checked";
+    EXPECT_EQ(qor.run("check copy.qor").exit, 1);
+}
+
+TEST_F(CliRepo, WritesDocumentsForPrograms) {
+    const Outcome import = qor.run("repo import --json shop.qor orders.yaml missing.yaml");
+    EXPECT_EQ(import.exit, 3);
+    EXPECT_THAT(import.out, HasSubstr("\"schema\": \"qor.repo.import/1\""));
+    EXPECT_THAT(import.out, HasSubstr("\"models\": [\"Orders\", \"Idle\"]"));
+    EXPECT_THAT(import.out, HasSubstr("\"file\": \"missing.yaml\""));
+    EXPECT_EQ(import.err, "");
+    for (const char* verb : {"info", "verify", "backup", "export", "init"}) {
+        const std::string name = verb;
+        const std::string target = name == "backup" ? " b.qor" : name == "export" ? " out" : "";
+        const Outcome outcome = qor.run("repo " + name + " --json shop.qor" + target);
+        EXPECT_EQ(outcome.exit, name == "init" ? 5 : 0);
+        EXPECT_THAT(outcome.out, HasSubstr("\"schema\": \"qor.repo." + name + "/1\""));
+    }
+}
+
+}  // namespace
