@@ -9,8 +9,10 @@
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/DistributionCommand.h"
+#include "cli/HierarchyCommand.h"
 #include "cli/Nearest.h"
 #include "cli/RepoCommand.h"
+#include "cli/RenameCommand.h"
 #include "cli/SimCommands.h"
 
 namespace {
@@ -64,6 +66,21 @@ constexpr const char* kSimExamples =
     "  qor sim reset --dry-run --model \"Take an order\" orders.yaml\n\n"
     "LIB is a library file, or the name of a library that comes along (\"bpmn\", \"order-handling\").\n";
 
+constexpr const char* kHierarchyExamples =
+    "Examples:\n"
+    "  qor hierarchy processes/\n"
+    "  qor hierarchy --where-used --model \"Ship goods\" processes/\n"
+    "  qor hierarchy --broken processes/\n"
+    "  qor hierarchy --model \"Handle an order\" --svg order.svg processes/\n\n"
+    "MODEL is a model file, a BPMN 2.0 file, or a folder of them; calls between files are followed.\n"
+    "--broken ends with code 1 when a reference leads nowhere or to several objects.\n";
+constexpr const char* kRenameExamples =
+    "Examples:\n"
+    "  qor rename --dry-run orders.yaml\n"
+    "  qor rename --dry-run --json models/ > names.json\n\n"
+    "MODEL is a model file or a folder. How a class's objects are named stands in its attribute\n"
+    "\"__NameGeneration__\". Ends with code 1 when such a text is wrong.\n";
+
 /// What of a library's simulation texts is listed, by the command's name.
 struct SimListingName {
     const char* name;
@@ -113,6 +130,8 @@ struct Options {
     qor::cli::RulesOptions rules;
     qor::cli::CalendarOptions calendar;
     qor::cli::DistributionOptions distribution;
+    qor::cli::HierarchyOptions hierarchy;
+    qor::cli::RenameOptions rename;
 };
 
 void addLanguage(CLI::App& command, std::string& language) {
@@ -229,6 +248,45 @@ CLI::App& describeRepo(CLI::App& app, qor::cli::RepoOptions& options) {
     return repo;
 }
 
+CLI::App& describeHierarchy(CLI::App& app, qor::cli::HierarchyOptions& options) {
+    CLI::App& hierarchy = *app.add_subcommand("hierarchy", "Show which models refer to each other");
+    hierarchy.add_option("--library", options.library, "Read with this library instead of the files' own")
+        ->option_text("LIB");
+    hierarchy.add_option("--model", options.models, "Only models of this name; may be given several times")
+        ->option_text("NAME")
+        ->allow_extra_args(false);
+    hierarchy.add_flag("--where-used", options.whereUsed, "Show which models refer to each one");
+    hierarchy.add_flag("--broken", options.broken, "Show references that lead nowhere or to several objects");
+    hierarchy.add_option("--max-elements", options.maxElements, "Most elements of a tree; 10000 when not given")
+        ->check(CLI::PositiveNumber)
+        ->option_text("N");
+    hierarchy.add_option("--xml", options.xml, "Write one tree as XML; - is standard output")->option_text("FILE");
+    hierarchy.add_option("--svg", options.svg, "Draw one tree; - is standard output")->option_text("FILE");
+    hierarchy.add_flag("--json", options.json, "Write one JSON document, qor.hierarchy/1");
+    addLanguage(hierarchy, options.language);
+    hierarchy.add_option("MODEL", options.files, "Files and folders with models")->required()->option_text("...");
+    hierarchy.footer(kHierarchyExamples);
+    hierarchy.callback([&options] {
+        const int toOutput = (options.json ? 1 : 0) + (options.xml == "-" ? 1 : 0) + (options.svg == "-" ? 1 : 0);
+        const bool alsoText = !options.json && (options.whereUsed || options.broken);
+        if (toOutput > 1 || (toOutput == 1 && alsoText))
+            throw CLI::ValidationError("only one of these can go to standard output");
+    });
+    return hierarchy;
+}
+
+CLI::App& describeRename(CLI::App& app, qor::cli::RenameOptions& options) {
+    CLI::App& rename = *app.add_subcommand("rename", "Show which objects get names made from their attributes");
+    rename.add_option("--library", options.library, "Read with this library instead of the files' own")
+        ->option_text("LIB");
+    rename.add_flag("--dry-run", options.dryRun, "Only show the new names");
+    rename.add_flag("--json", options.json, "Write one JSON document, qor.rename/1");
+    addLanguage(rename, options.language);
+    rename.add_option("MODEL", options.files, "Files and folders with models")->required()->option_text("...");
+    rename.footer(kRenameExamples);
+    return rename;
+}
+
 void describeSim(CLI::App& sim, Options& options) {
     sim.require_subcommand(1);
     sim.footer(kSimExamples);
@@ -302,8 +360,10 @@ void describe(CLI::App& app, Options& options) {
     describeSim(sim, options);
 
     CLI::App& repo = describeRepo(app, options.repo);
+    CLI::App& hierarchy = describeHierarchy(app, options.hierarchy);
+    CLI::App& rename = describeRename(app, options.rename);
 
-    for (CLI::App* command : {&check, &library, &rules, &repo, &calendar, &distribution, &sim})
+    for (CLI::App* command : {&check, &library, &rules, &repo, &calendar, &distribution, &sim, &hierarchy, &rename})
         command->group("Commands");
 }
 
@@ -378,6 +438,8 @@ Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("repo")) return runRepo(options.repo, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
+    if (app.got_subcommand("hierarchy")) return runHierarchy(options.hierarchy, console);
+    if (app.got_subcommand("rename")) return runRename(options.rename, console);
     return runRules(options.rules, console);
 }
 

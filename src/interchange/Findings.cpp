@@ -34,6 +34,10 @@ void Findings::madeModel(QorIdentifier model) {
     if (_models.size() == _models.capacity()) _models.reserve(_models.size() * 2);
 }
 
+void Findings::madeProcess(std::string_view sourceId, QorIdentifier model) {
+    _processes.push_back({std::string(sourceId), model});
+}
+
 void Findings::madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) {
     _places.add(thing, {line, column}, sourceId);
 }

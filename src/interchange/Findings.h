@@ -20,6 +20,7 @@ public:
 
     void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) override;
     void madeModel(QorIdentifier model) override;
+    void madeProcess(std::string_view sourceId, QorIdentifier model) override;
     void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) override;
 
     void error(Mark mark, std::string text) { report(QorSeverity::Error, mark.line, mark.column, std::move(text)); }
@@ -32,6 +33,7 @@ public:
     /// A model group came into being.
     void madeGroup(QorIdentifier group) { _groups.push_back(group); }
     [[nodiscard]] const std::vector<QorIdentifier>& groups() const { return _groups; }
+    [[nodiscard]] const std::vector<QorImportedProcess>& processes() const { return _processes; }
     /// In the order of the file, with a last line that counts what was not kept.
     [[nodiscard]] std::vector<QorDiagnostic> takeDiagnostics();
 
@@ -43,6 +45,7 @@ private:
     std::vector<QorDiagnostic> _diagnostics;
     std::vector<QorIdentifier> _models;
     std::vector<QorIdentifier> _groups;
+    std::vector<QorImportedProcess> _processes;
     std::size_t _errors = 0;
     std::size_t _warnings = 0;
     bool _ended = false;

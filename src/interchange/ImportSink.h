@@ -16,6 +16,8 @@ public:
     virtual void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) = 0;
     /// A model came into being; it is taken back when the file turns out to have an error.
     virtual void madeModel(QorIdentifier model) = 0;
+    /// A process that other files may call is part of the model.
+    virtual void madeProcess(std::string_view sourceId, QorIdentifier model) = 0;
     /// An object or relation came into being. Called in ascending order of identifiers.
     virtual void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column,
                            std::string_view sourceId) = 0;

@@ -298,8 +298,9 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
                 _building.error(key, concat({"this value stands under the key ", inQuotes(row.key), " of the class"}));
                 return;
             }
-        // The repository keeps such a value, but whoever writes one may well mean a default.
-        if (found.level == QorAttributeLevel::Instance)
+        // The repository keeps such a value, but whoever writes one may well mean a default. Attributes that serve the
+        // system have both on purpose.
+        if (!name.starts_with("__") && found.level == QorAttributeLevel::Instance)
             _building.warn(key, concat({inQuotes(name),
                                         " has a value for each object; this one is the class's own, and no "
                                         "default for its objects"}));

@@ -91,7 +91,10 @@ struct QorImporter::Impl {
             findings.error({}, concat({"cannot be read: ", error.what()}));
         }
         result.models = findings.models();
-        if (findings.hasErrors()) takeBack(result, findings.groups());
+        if (findings.hasErrors())
+            takeBack(result, findings.groups());
+        else
+            result.processes = findings.processes();
         result.diagnostics = findings.takeDiagnostics();
         result.diagnostics.insert(result.diagnostics.begin(), std::make_move_iterator(ofLibrary.begin()),
                                   std::make_move_iterator(ofLibrary.end()));

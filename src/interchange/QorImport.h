@@ -31,12 +31,19 @@ struct QorDiagnostic {
 /// What a file holds, judged by its beginning.
 enum class QorFileKind : std::int32_t { Unknown, Library, Models, Bpmn };
 
+/// A process of a BPMN file by the identifier that it has there, and the model that it became part of.
+struct QorImportedProcess {
+    std::string id;
+    QorIdentifier model = QorNoIdentifier;
+};
+
 /// What came out of reading one file.
 struct QorImportResult {
     QorFileKind kind = QorFileKind::Unknown;
-    std::vector<QorDiagnostic> diagnostics;   ///< errors and warnings in the order of the file
-    QorIdentifier library = QorNoIdentifier;  ///< the application library that was made, for a library file
-    std::vector<QorIdentifier> models;        ///< the models that were made; none when the file has an error
+    std::vector<QorDiagnostic> diagnostics;     ///< errors and warnings in the order of the file
+    QorIdentifier library = QorNoIdentifier;    ///< the application library that was made, for a library file
+    std::vector<QorIdentifier> models;          ///< the models that were made; none when the file has an error
+    std::vector<QorImportedProcess> processes;  ///< of a BPMN file without an error, in its order
     [[nodiscard]] QOR_API bool hasErrors() const;
 };
 

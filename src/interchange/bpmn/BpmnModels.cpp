@@ -60,6 +60,11 @@ Models::Models(const Document& document, const Links& links, const std::string& 
         const std::string name = folded(nameWritten(document, node, inside), kMaxBorrowedBytes);
         make(node, name.empty() ? stem : name, target);
     }
+    for (NodeIndex node = 0; node < document.size(); ++node) {
+        const bool isProcess = document[node].row->role == Role::Process && !document[node].id.empty();
+        const QorIdentifier model = isProcess ? modelOf(node) : QorNoIdentifier;
+        if (model != QorNoIdentifier) target.sink.madeProcess(document[node].id, model);
+    }
 }
 
 /// Several files of one run may hold models of the same name, so the repository is asked.

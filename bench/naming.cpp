@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+// Naming objects of one base. "x_hash" is the time in times of a bare pass that writes the same names and puts them
+// into a hash table: the fastest of each, in turns in one run.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <ctime>
+#include <string>
+#include <unordered_map>
+
+#include "embedded/QorEmbeddedPlatform.h"
+#include "modeltools/QorNameGenerator.h"
+#include "modeltools/QorNamePlan.h"
+#include "platform/QorCoreModelingManager.h"
+#include "platform/QorHost.h"
+
+namespace {
+
+/// Of the processor: the machine may have more to do.
+double secondsOf(const auto& work) {
+    const std::clock_t start = std::clock();
+    work();
+    return static_cast<double>(std::clock() - start) / static_cast<double>(CLOCKS_PER_SEC);
+}
+
+/// A model whose objects all have one title and a default name.
+class Model {
+public:
+    explicit Model(int objects) : _installation(_platform.host()) {
+        auto& builder = _platform.builder();
+        _library = builder.addApplicationLibrary("Works", {}, {}).id;
+        const QorIdentifier part = builder.libraryPart(_library, QorLibraryPart::BusinessProcess);
+        const QorIdentifier order = builder.addClass(part, "Order", QorNoIdentifier, false).id;
+        QorAttributeSpec attribute;
+        attribute.name = "Title";
+        const QorIdentifier title = builder.addAttribute(order, attribute).id;
+        attribute.name = "__NameGeneration__";
+        const QorIdentifier rule = builder.addAttribute(order, attribute).id;
+        (void)builder.setClassValue(order, rule, "NAMEGEN srcattr: \"Title\"");
+        const QorIdentifier type = builder.addModelType(part, "Shop", std::vector<QorIdentifier>{order}).id;
+        id = builder.addModel(type, "Monday", {}).id;
+        for (int number = 1; number <= objects; ++number) {
+            const QorIdentifier object = builder.addObject(id, order, "Order-" + std::to_string(number)).id;
+            (void)builder.setValue(object, title, "A title as people write it");
+        }
+        auto& repository = *_platform.host().repository;
+        (void)repository.LoadApplicationLibrary(_library, false);
+        (void)repository.initLibraryHandlers(true);
+    }
+    ~Model() { (void)_platform.host().repository->discardCompleteLibrary(_library); }
+
+    QorIdentifier id = QorNoIdentifier;
+
+private:
+    QorEmbeddedPlatform _platform;
+    QorHostInstallation _installation;
+    QorIdentifier _library = QorNoIdentifier;
+};
+
+double secondsOfHashPass(int objects) {
+    return secondsOf([objects] {
+        std::unordered_map<std::string, int> names;
+        for (int number = 1; number <= objects; ++number)
+            names.emplace("A title as people write it-" + std::to_string(number), number);
+        benchmark::DoNotOptimize(names.size());
+    });
+}
+
+void name(benchmark::State& state) {
+    const auto objects = static_cast<int>(state.range(0));
+    double hashing = 1e9;
+    double naming = 1e9;
+    for (auto _ : state) {
+        Model model(objects);
+        hashing = std::min(hashing, secondsOfHashPass(objects));
+        QorNameGenerator generator(model.id);
+        const double seconds = secondsOf([&] { generator.Execute(); });
+        if (generator.GetChangesCount() != objects) state.SkipWithError("not every object was named");
+        naming = std::min(naming, seconds);
+        state.SetIterationTime(seconds);
+    }
+    state.counters["x_hash"] = naming / hashing;
+}
+BENCHMARK(name)->UseManualTime()->Arg(25'000)->Arg(50'000)->Arg(100'000)->Arg(200'000)->Unit(benchmark::kMillisecond);
+
+/// A run that finds everything named.
+void nameAgain(benchmark::State& state) {
+    Model model(static_cast<int>(state.range(0)));
+    QorNameGenerator generator(model.id);
+    generator.Execute();
+    for (auto _ : state) generator.Execute();
+    if (generator.GetChangesCount() != 0) state.SkipWithError("something was named twice");
+}
+BENCHMARK(nameAgain)->Arg(25'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+void plan(benchmark::State& state) {
+    Model model(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        QorNamePlan plan(model.id);
+        benchmark::DoNotOptimize(plan.make());
+        if (plan.changes().size() != static_cast<std::size_t>(state.range(0))) state.SkipWithError("not all planned");
+    }
+}
+BENCHMARK(plan)->Arg(25'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/ModelSet.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "cli/ShippedLibraries.h"
+#include "cli/Text.h"
+
+namespace qor::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::set<std::string, std::less<>> kEndings = {".bpmn", ".xml", ".yaml", ".yml", ".json"};
+
+}  // namespace
+
+void ModelSet::read(const std::vector<std::string>& filesAndFolders) {
+    readModels(sourcesOf(filesAndFolders));
+    if (_calls == nullptr) return;
+    for (QorDiagnostic& warning : _calls->link()) _diagnostics.push_back(std::move(warning));
+}
+
+std::vector<ModelSet::Source> ModelSet::sourcesOf(const std::vector<std::string>& filesAndFolders) {
+    std::vector<Source> sources;
+    for (const std::string& given : filesAndFolders) {
+        std::error_code error;
+        if (fs::is_directory(given, error)) {
+            for (std::string& file : filesIn(given)) sources.push_back({file, file, false});
+            continue;
+        }
+        std::string problem;
+        const std::string path = _inputs.path(given, problem);
+        if (problem.empty())
+            sources.push_back({given, path, true});
+        else
+            report(given, problem);
+    }
+    return sources;
+}
+
+std::vector<std::string> ModelSet::filesIn(const std::string& folder) {
+    std::vector<std::string> files;
+    std::error_code error;
+    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
+    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->is_regular_file(ignored) && kEndings.contains(entry->path().extension().string()))
+            files.push_back(entry->path().string());
+    }
+    if (error) report(folder, fmt::format("cannot be read: {}", error.message()));
+    if (!error && files.empty()) report(folder, "the folder holds no file with models");
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+void ModelSet::readModels(const std::vector<Source>& sources) {
+    std::vector<const Source*> own;
+    for (const Source& source : sources)
+        if (belongs(source)) own.push_back(&source);
+    if (own.empty() && _diagnostics.empty() && !sources.empty())
+        report(sources.front().file, "holds no models, nor does any other file");
+    if (!_libraryPath.empty()) openLibrary(_libraryPath);
+    if (_workspace == nullptr) return;
+    _calls = std::make_unique<QorCalledProcesses>(_workspace->builder(), _workspace->reader());
+    for (const Source* source : own) readFile(*source);
+}
+
+bool ModelSet::belongs(const Source& source) {
+    Workspace& none = _workspaces.open("");
+    QorImporter importer(none.builder(), none.reader());
+    const QorFileKind kind = importer.kindOf(source.path);
+    if (kind == QorFileKind::Unknown || kind == QorFileKind::Library) {
+        if (!source.given && !source.path.ends_with(".bpmn")) return false;  // a folder may hold other things
+        if (kind == QorFileKind::Library)
+            report(source.file, "holds a method library and no models");
+        else
+            keep(importer.readFile(source.path, QorNoIdentifier).diagnostics, source);  // tells why
+        return false;
+    }
+    const std::string library = libraryFor(source, kind, importer);
+    if (library.empty()) {
+        report(source.file,
+               kind == QorFileKind::Bpmn
+                   ? fmt::format("the method library for BPMN is not in {}; set QOR_LIBRARIES to the folder "
+                                 "that holds {}.yaml, or give --library",
+                                 shippedLibrariesFolder(), kBpmnLibrary)
+                   : std::string("names no method library; give --library"));
+        return false;
+    }
+    if (_libraryPath.empty()) _libraryPath = library;
+    if (library == _libraryPath) return true;
+    report(source.file, fmt::format("is left out: its library is {}, and that of the files before it is {}",
+                                    cli::quoted(library), cli::quoted(_libraryPath)));
+    return false;
+}
+
+std::string ModelSet::libraryFor(const Source& source, QorFileKind kind, QorImporter& importer) const {
+    if (!_libraryGiven.empty()) return resolveLibrary(_libraryGiven);
+    if (kind == QorFileKind::Bpmn) return shippedLibrary(kBpmnLibrary);
+    return InputFiles::resolved(importer.libraryNamedBy(source.path));
+}
+
+void ModelSet::openLibrary(const std::string& path) {
+    Workspace& workspace = _workspaces.open(path);
+    for (const QorDiagnostic& diagnostic : workspace.fileDiagnostics()) _diagnostics.push_back(diagnostic);
+    if (workspace.hasLibrary()) _workspace = &workspace;
+}
+
+void ModelSet::readFile(const Source& source) {
+    auto importer = std::make_unique<QorImporter>(_workspace->builder(), _workspace->reader());
+    QorImportResult result = importer->readFile(source.path, _workspace->library());
+    for (const QorIdentifier model : result.models) {
+        _models.add(model);
+        _origins.emplace(model, std::pair(source.file, importer.get()));
+    }
+    _calls->add(source.file, *importer, result);
+    keep(std::move(result.diagnostics), source);
+    _importers.push_back(std::move(importer));
+}
+
+void ModelSet::report(const std::string& file, std::string text) {
+    _diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, std::move(text)});
+}
+
+void ModelSet::keep(std::vector<QorDiagnostic> diagnostics, const Source& source) {
+    for (QorDiagnostic& diagnostic : diagnostics) {
+        if (diagnostic.severity != QorSeverity::Error) continue;
+        if (diagnostic.place.file == source.path) diagnostic.place.file = source.file;
+        _diagnostics.push_back(std::move(diagnostic));
+    }
+}
+
+std::vector<QorCalledProcesses::UnknownCall> ModelSet::unknownCalls() const {
+    return _calls != nullptr ? _calls->unknownCalls() : std::vector<QorCalledProcesses::UnknownCall>();
+}
+
+QorFilePlace ModelSet::placeOf(long model, long object) const {
+    const auto origin = _origins.find(model);
+    if (origin == _origins.end()) return {};
+    QorFilePlace place;
+    if (object > 0) place = origin->second.second->placeOf(static_cast<QorIdentifier>(object));
+    place.file = origin->second.first;
+    return place;
+}
+
+}  // namespace qor::cli

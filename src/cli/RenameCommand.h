@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <string>
+#include <vector>
+
+#include "cli/Exit.h"
+
+namespace qor::cli {
+
+class Console;
+
+struct RenameOptions {
+    std::vector<std::string> files;  ///< and folders
+    std::string library;             ///< empty: the one that the files name
+    bool dryRun = false;
+    bool json = false;
+    std::string language = "en";
+};
+
+[[nodiscard]] Exit runRename(const RenameOptions& options, Console& console);
+
+}  // namespace qor::cli

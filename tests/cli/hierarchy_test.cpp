@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+// `qor hierarchy` and `qor rename`: what is shown, where, and how they end.
+#include <nlohmann/json.hpp>
+
+#include "cli/CommandRunner.h"
+
+namespace {
+
+using nlohmann::ordered_json;
+using qor::test::CommandRunner;
+using qor::test::Outcome;
+using testing::HasSubstr;
+using testing::Not;
+
+std::string bpmn(const std::string& contents) {
+    return "<definitions xmlns=\"http://www.omg.org/spec/BPMN/20100524/MODEL\">\n" + contents + "\n</definitions>\n";
+}
+std::string process(const std::string& id, const std::string& name, const std::vector<std::string>& calls) {
+    std::string text = "<process id=\"" + id + "\" name=\"" + name + "\">\n";
+    for (const std::string& called : calls)
+        text += "<callActivity id=\"" + id + "-" + called + "\" name=\"To " + called + "\" calledElement=\"" + called +
+                "\"/>\n";
+    return text + "</process>";
+}
+
+/// A folder "in" with files that call each other, one of them in a folder below.
+struct Calls {
+    CommandRunner qor;
+    Calls() {
+        std::filesystem::create_directory(qor.folder() / "in" / "below");
+        qor.write("a.bpmn", bpmn(process("order", "Order", {"x:ship", "bill", "nobody"})));
+        qor.write("below/b.bpmn", bpmn(process("ship", "Ship", {"order"}) + process("bill", "Bill", {})));
+        qor.write("notes.txt", "nothing to read");
+        qor.write("odd.json", "{}");
+    }
+};
+
+TEST(CliHierarchy, FollowsCallsBetweenTheFilesOfAFolder) {
+    const Calls calls;
+    const Outcome outcome = calls.qor.run("hierarchy .");
+    EXPECT_EQ(outcome.exit, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out,
+              "\"Order\" (BPMN diagram)  ./a.bpmn\n"
+              "    \"Ship\" (BPMN diagram)\n"
+              "        \"Order\" (BPMN diagram) stands above itself\n"
+              "    \"Bill\" (BPMN diagram)\n"
+              "circle: \"Order\" (BPMN diagram) -> \"Ship\" (BPMN diagram) -> \"Order\" (BPMN diagram)\n");
+}
+
+TEST(CliHierarchy, ShowsUsesAndWhatIsBroken) {
+    const Calls calls;
+    const std::pair<const char*, const char*> rows[] = {
+        {"--where-used --model Bill",
+         "\"Bill\" (BPMN diagram) is used once\n    \"Order\" (BPMN diagram): Called process  ./a.bpmn\n"},
+        {"--broken",
+         "./a.bpmn:5:1: error: model \"Order\": object \"To nobody\": calls \"nobody\", which is no process"},
+        {"--broken", "3 references in 3 models; 1 lead nowhere or to several objects\n"},
+        {"--max-elements 2", "\"Order\" (BPMN diagram)  ./a.bpmn and 1 not shown\n"},
+        {"--xml - --model Ship", "\" name=\"Ship\" type=\"BPMN diagram\">\n  <model id=\""},
+        {"--svg - --model Ship", ">Order (BPMN diagram)</text>"},
+    };
+    for (const auto& [arguments, expected] : rows) {
+        const Outcome outcome = calls.qor.run(std::string("hierarchy . ") + arguments);
+        EXPECT_EQ(outcome.exit, std::string_view(arguments) == "--broken" ? 1 : 0) << arguments;
+        EXPECT_THAT(outcome.out, HasSubstr(expected)) << arguments;
+    }
+}
+
+TEST(CliHierarchy, TakesTheProcessReadLastAndSaysSo) {
+    const Calls calls;
+    calls.qor.write("below/c.bpmn", bpmn(process("ship", "Ship anew", {})));
+    const Outcome outcome = calls.qor.run("hierarchy . --model Order");
+    EXPECT_EQ(outcome.exit, 0);
+    EXPECT_THAT(outcome.err,
+                HasSubstr("./a.bpmn:3:1: warning: calls \"x:ship\", which 2 processes are called; the one in "
+                          "./below/c.bpmn was read last"));
+    EXPECT_THAT(outcome.out, HasSubstr("\"Ship anew\""));
+    EXPECT_THAT(outcome.out, Not(HasSubstr("\"Ship\"")));
+}
+
+TEST(CliHierarchy, WritesDocuments) {
+    const Calls calls;
+    const Outcome outcome = calls.qor.run("hierarchy . --json --where-used --broken");
+    EXPECT_EQ(outcome.exit, 1);
+    const auto json = ordered_json::parse(outcome.out);
+    EXPECT_EQ(json["schema"], "qor.hierarchy/1");
+    EXPECT_EQ(json["models"].size(), 3U);
+    EXPECT_EQ(json["trees"][0]["elements"].size(), 4U);
+    EXPECT_EQ(json["trees"][0]["elements"][2]["end"], "cycle");
+    EXPECT_EQ(json["circles"][0]["path"].size(), 2U);
+    EXPECT_EQ(json["uses"][0]["attribute"], "Called process");
+    EXPECT_EQ(json["broken"][0]["called"], "nobody");
+
+    const auto file = calls.qor.folder() / "in" / "tree.xml";
+    EXPECT_EQ(calls.qor.run("hierarchy . --model Bill --xml tree.xml").out, "");
+    EXPECT_GT(std::filesystem::file_size(file), 40U);
+    const Outcome failed = calls.qor.run("hierarchy . --model Bill --xml nowhere/tree.xml");
+    EXPECT_EQ(failed.exit, 5);
+    EXPECT_THAT(failed.err, HasSubstr("nowhere/tree.xml: cannot be written: No such file or directory"));
+}
+
+TEST(CliHierarchy, ExplainsWrongUseAndBadInput) {
+    const Calls calls;
+    calls.qor.write("broken.bpmn", "<definitions");
+    std::filesystem::create_directory(calls.qor.folder() / "in" / "empty");
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"a.bpmn --model Odrer", 2, "no model is named \"Odrer\"; did you mean Order?"},
+        {"below --xml -", 2, "there are 2 trees; choose one with --model"},
+        {"a.bpmn --xml - --json", 2, "only one of these can go to standard output"},
+        {"a.bpmn --max-elements 0", 2, "--max-elements"},
+        {"nosuch.bpmn", 3, "nosuch.bpmn: error: there is no such file"},
+        {"empty", 3, "empty: error: the folder holds no file with models"},
+        {"odd.json", 3, "odd.json"},
+        {"a.bpmn broken.bpmn", 3, "broken.bpmn:1"},
+        {"--library nosuch a.bpmn", 3, "nosuch"},
+    };
+    for (const auto& [arguments, exit, complaint] : rows) {
+        const Outcome outcome = calls.qor.run(std::string("hierarchy ") + arguments);
+        EXPECT_EQ(outcome.exit, exit) << arguments;
+        EXPECT_THAT(outcome.err, HasSubstr(complaint)) << arguments;
+    }
+}
+
+constexpr std::string_view kLibrary = R"(format: qor.library/1
+name: Shop
+business_process:
+  classes:
+    - name: Order
+      attributes:
+        - {name: Title, type: text}
+        - {name: See, type: reference}
+        - {name: __NameGeneration__, type: long text}
+      values:
+        __NameGeneration__: 'NAMEGEN srcattr: "Title"'
+  model_types:
+    - {name: Day, classes: [Order]}
+)";
+
+constexpr std::string_view kModels = R"(format: qor.model/1
+library: shop.yaml
+models:
+  - name: Monday
+    type: Day
+    objects:
+      - {class: Order, name: Alpha-1, values: {Title: Beta}}
+      - {class: Order, name: Order-7, values: {Title: Alpha}}
+)";
+
+TEST(CliRename, ShowsNewNamesAndWhatIsInTheWay) {
+    const CommandRunner qor;
+    qor.write("shop.yaml", kLibrary);
+    qor.write("day.yaml", kModels);
+    const Outcome outcome = qor.run("rename --dry-run .");
+    EXPECT_EQ(outcome.exit, 0) << outcome.err;
+    EXPECT_EQ(outcome.out,
+              "./day.yaml:8:9: \"Order-7\" -> \"Alpha-2\"  was never named\n"
+              "    1 lower number is taken, the first by \"Alpha-1\"\n"
+              "1 new name in 1 model; 0 up to date, 1 named by hand\n");
+    const auto json = ordered_json::parse(qor.run("rename --dry-run --json day.yaml").out);
+    EXPECT_EQ(json["changes"][0]["new"], "Alpha-2");
+    EXPECT_EQ(json["changes"][0]["reason"], "default_name");
+    EXPECT_EQ(qor.run("rename day.yaml").exit, 2);
+}
+
+TEST(CliRename, TellsWhereARuleIsWrong) {
+    const CommandRunner qor;
+    std::string library(kLibrary);
+    library.replace(library.find("\"Title\"'"), 7, "\"Titel\"");
+    qor.write("shop.yaml", library);
+    qor.write("day.yaml", kModels);
+    const Outcome outcome = qor.run("rename --dry-run day.yaml");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_THAT(outcome.out,
+                HasSubstr("shop.yaml:11:38: error: class \"Order\": its objects are not named: The class"));
+}
+
+}  // namespace
