@@ -59,7 +59,8 @@ bool QorTransferAttributesClipboard::copyAttributes(long model, long target, boo
     bool written = false;
     const bool copied = Qor_Guarded(kTransferSource, false, [&] {
         const AttributeTransfer transfer(_object, refuseInterReferences);
-        for (const long attribute : _attributes) {
+        const ISortedSet<long> attributes = _attributes;  // whoever hears of a changed value may change the clipboard
+        for (const long attribute : attributes) {
             if (attribute < 0) {
                 if (skipSize) continue;
                 if (!transfer.copySize(model, target)) return false;
