@@ -100,7 +100,7 @@ Answer combined(const Calendars& calendars, Code (*combine)(const QorCalendar&, 
     answer.write = [text, cyclic = result.isCyclic() != 0, offset = result.getOffsetInSeconds(),
                     days = result.getPeriodLengthInDays()](JsonWriter& json) {
         json.field("cyclic", cyclic).field("offset", offset).field("days", std::int64_t{days});
-        json.field("calendar", text.view());
+        writeCalendarText(json, text);
     };
     return answer;
 }

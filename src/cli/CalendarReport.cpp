@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "cli/Instants.h"
 #include "cli/JsonWriter.h"
 #include "cli/Text.h"
+#include "cli/Utf8.h"
 #include "platform/QorTimeFunctions.h"
 #include "simcal/QorDistribution.h"
 
@@ -130,6 +132,28 @@ std::string weeks(const QorCalendar& calendar) {
     return text + fmt::format("\n# open, + partly open, . closed; {} hours a sign\n", kHoursPerCell);
 }
 
+bool isUtf8(std::string_view text) {
+    for (auto next = firstChar(text); next.size != 0; next = firstChar(text)) {
+        if (!next.valid) return false;
+        text.remove_prefix(next.size);
+    }
+    return true;
+}
+
+std::string base64(std::string_view bytes) {
+    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    constexpr std::size_t kGroup = 3;  // bytes, for four digits of six bits
+    std::string text;
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(kGroup, bytes.size()))) {
+        std::uint32_t bits = 0;
+        for (std::size_t i = 0; i < kGroup; ++i)
+            bits = bits << 8u | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u);
+        for (std::size_t digit = 0; digit <= kGroup; ++digit)
+            text += digit <= bytes.size() ? kDigits[bits >> (18u - 6u * digit) & 63u] : '=';
+    }
+    return text;
+}
+
 std::string_view typeName(const QorCalendar& calendar) {
     return calendar.getPropertyType() == QorCalendarPropertyType::Flag ? "flags" : "distributions";
 }
@@ -167,9 +191,11 @@ void writeCalendar(JsonWriter& json, const QorCalendar& calendar) {
     auto days = daysByProfile(calendar);
     json.key("profiles").beginList();
     for (const QorDayProfile* profile : calendar.getProfiles()) {
+        const std::string identifier(1, profile->getIdentifier());
         json.beginObject()
             .field("name", profile->getName().view())
-            .field("identifier", std::string_view(std::string(1, profile->getIdentifier())))
+            .field("identifier", isUtf8(identifier) ? std::optional(identifier) : std::nullopt)
+            .field("identifier_byte", std::int64_t{static_cast<unsigned char>(identifier.front())})
             .field("seconds", secondsOf(*profile));
         json.key("intervals").beginList();
         for (const Interval& interval : intervalsOf(*profile)) {
@@ -184,6 +210,12 @@ void writeCalendar(JsonWriter& json, const QorCalendar& calendar) {
         json.endList().endObject();
     }
     json.endList();
+}
+
+void writeCalendarText(JsonWriter& json, std::string_view text) {
+    const bool isText = isUtf8(text);
+    json.field("calendar", isText ? std::optional(std::string(text)) : std::nullopt)
+        .field("calendar_base64", isText ? std::nullopt : std::optional(base64(text)));
 }
 
 }  // namespace qor::cli

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <string>
+#include <string_view>
 
 #include "simcal/QorCalendar.h"
 
@@ -16,5 +17,9 @@ class JsonWriter;
 
 /// Fields of the object that is open: kind, profiles, days.
 void writeCalendar(JsonWriter& json, const QorCalendar& calendar);
+
+/// The text form as the field "calendar" or, where its identifiers make it no UTF-8, "calendar_base64"; the other one
+/// is null.
+void writeCalendarText(JsonWriter& json, std::string_view text);
 
 }  // namespace qor::cli

@@ -309,16 +309,20 @@ void describeSim(CLI::App& sim, Options& options) {
     write.add_flag("--without-classes", options.simWrite.withoutClasses, "Leave out the classes that may be simulated");
     write.add_option("LIB", options.simWrite.library, "The library")->required()->option_text(" ");
 
-    CLI::App& reset = *sim.add_subcommand("reset", "Show which simulation results a reset takes away");
-    reset.add_option("--library", options.simReset.library, "Read with this library instead of the file's own")
+    CLI::App& reset = *sim.add_subcommand("reset", "Take simulation results away, or show which");
+    reset
+        .add_option("--library", options.simReset.library,
+                    "Read with this library instead of the file's own; in a repository: its name")
         ->option_text("LIB");
     reset.add_option("--model", options.simReset.models, "The models to reset; may be given several times")
         ->required()
         ->option_text("NAME")
         ->allow_extra_args(false);
-    reset.add_flag("--dry-run", options.simReset.dryRun, "Only show what would change");
+    reset.add_flag("--dry-run", options.simReset.dryRun, "Only show what would change; needed for model files");
     reset.add_flag("--json", options.simReset.json, "Write one JSON document, qor.sim.reset/1");
-    reset.add_option("FILE", options.simReset.file, "File with models")->required()->option_text(" ");
+    reset.add_option("FILE", options.simReset.file, "Repository file, or with --dry-run a file with models")
+        ->required()
+        ->option_text(" ");
 }
 
 void describe(CLI::App& app, Options& options) {

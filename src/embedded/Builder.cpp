@@ -113,9 +113,13 @@ QorBuildResult Builder::addRecordRow(QorIdentifier instance, QorIdentifier attri
 }
 
 QorBuildResult Builder::pasteObject(QorIdentifier model, QorIdentifier source, std::string_view name) {
-    const QorBuildResult result = built(
-        _repository, [&] { return _repository.pasteObject(model, source, name); }, kOfManySteps);
-    if (result.ok() && holdsReferences(_repository, result.id)) _announcements.referencesChanged(model);
+    bool hasReferences = false;
+    const auto paste = [&] {
+        hasReferences = holdsReferences(_repository, source);
+        return _repository.pasteObject(model, source, name);
+    };
+    const QorBuildResult result = built(_repository, paste, kOfManySteps);
+    if (result.ok() && hasReferences) _announcements.referencesChanged(model);
     return result;
 }
 

@@ -107,10 +107,11 @@ public:
     /// Value of an attribute of an object, relation instance or record row, in its text form:
     /// Integer (32 bits), Floating ("-1.5e3", finite), Time ("YY:DDD:HH:MM:SS", days to 364, hours to 23),
     /// Date ("2024-02-29"), DateTime ("2024-02-29 23:59:59"), Enumeration (one of its values), EnumerationList
-    /// (several, each once, joined by ";"), InterReference (`MODEL "name" type: "model type"`, or `OBJECT "name" class:
-    /// "class" model: "name" type: "model type"`, one after the other), anything else: any text. Record attributes take
-    /// no text. The empty text takes the value away, except from free texts (Text, LongText, Expression,
-    /// SimulationAction), which it makes empty. The value of an object's name renames the object.
+    /// (several, each once, joined by ";"), Expression (docs/expressions.md), InterReference (`MODEL "name" type:
+    /// "model type"`, or `OBJECT "name" class: "class" model: "name" type: "model type"`, one after the other),
+    /// anything else: any text. Record attributes take no text. The empty text takes the value away, except from free
+    /// texts (Text, LongText, Expression, SimulationAction), which it makes empty. The value of an object's name
+    /// renames the object.
     virtual QorBuildResult setValue(QorIdentifier instance, QorIdentifier attribute, std::string_view text) = 0;
     /// A row of a record attribute of an object or relation instance, without values yet; its cells are set as values
     /// of the row. `position` counts from 0; -1 puts the row at the end.

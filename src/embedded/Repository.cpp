@@ -127,7 +127,9 @@ void Repository::copyValues(QorIdentifier from, QorIdentifier to) {
             }
         } else if (const auto value = _content->values.own(from, id);
                    value && attribute.level == QorAttributeLevel::Instance) {
-            (void)_content->values.set(to, attribute, std::string(*value), models().modelOf(to));  // the source took it
+            // What the source took is refused only where memory for looking at it runs out.
+            if (_content->values.set(to, attribute, std::string(*value), models().modelOf(to)) != QorBuildError::None)
+                throw std::bad_alloc();
         }
     }
 }

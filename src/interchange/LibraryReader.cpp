@@ -58,7 +58,7 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     for (Class& cls : _classes) resolveSuperclass(cls);
     makeClasses();
     if (!isOfBearableSize()) {
-        _building.error(root, "the classes have too many attributes and subclasses");
+        _building.error(root, "the classes have too many attributes and classes above them");
         return;
     }
     for (const Class& cls : _classes) makeAttributes(cls.id, cls.fields[kAttributes], cls.part);
@@ -164,7 +164,6 @@ void LibraryReader::makeWithAncestors(std::uint32_t index) {
     for (; !chain.empty(); chain.pop_back()) {
         makeClass(_classes[chain.back()], index);
         index = chain.back();
-        _makingOrder.push_back(index);
     }
 }
 
@@ -213,14 +212,10 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
 }
 
 bool LibraryReader::isOfBearableSize() const {
-    std::vector<std::uint64_t> below(_classes.size());
     std::uint64_t size = 0;
-    for (auto index = _makingOrder.rbegin(); index != _makingOrder.rend(); ++index) {
-        const Class& cls = _classes[*index];
-        if (cls.superclass != kNoClass) below[cls.superclass] += below[*index] + 1;
-        if (cls.fields.has(kAttributes)) size += below[*index] * _tree.childCount(cls.fields[kAttributes]);
-    }
-    return size <= kMostAttributesTimesSubclasses;
+    for (const Class& cls : _classes)
+        if (cls.fields.has(kAttributes)) size += std::uint64_t{cls.depth} * _tree.childCount(cls.fields[kAttributes]);
+    return size <= kMostAttributesTimesClassesAbove;
 }
 
 void LibraryReader::makeRelationClasses(std::size_t part) {

@@ -60,8 +60,8 @@ private:
     };
     /// Every look at a class's attributes goes through those above it.
     static constexpr std::uint16_t kMostClassesAbove = 256;
-    /// An attribute must not be there already in any class below its own: what may have to be looked at, in all.
-    static constexpr std::uint64_t kMostAttributesTimesSubclasses = 5000000;
+    /// Every class above an attribute's own remembers its name: what may have to be remembered, in all.
+    static constexpr std::uint64_t kMostAttributesTimesClassesAbove = 1000000;
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
@@ -94,7 +94,6 @@ private:
     QorIdentifier _library = QorNoIdentifier;
     std::array<Part, kParts.size()> _parts{};
     std::vector<Class> _classes;
-    std::vector<std::uint32_t> _makingOrder;  // no class before the one that it extends
     std::vector<std::string_view> _classNames;
     std::unordered_set<std::string_view> _failedAttributes;             // names
     std::vector<std::pair<QorIdentifier, NodeId>> _defaultExpressions;  // whose attribute, and the default

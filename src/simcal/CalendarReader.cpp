@@ -74,7 +74,8 @@ Code CalendarReader::readProfile(std::string_view name) {
                                                    identifier.empty() ? kSeparator : identifier.front(), SV::String());
     profile->_name = SV::String(name);
     if (const Code code = readIntervals(); code != Code::Ok) return code;
-    profile->_intervals = _intervals.take();
+    profile->takeOver(_intervals.sorted());
+    _intervals.clear();
     if (nextIsEmpty()) {
         (void)nextToken();
         (void)nextToken();

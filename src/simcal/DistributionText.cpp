@@ -16,10 +16,17 @@ SV::String keyword(QorSimCalMessage number) {
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool areDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), isDigit); }
 
-bool isBound(std::string_view text) {
-    if (text.starts_with('-')) text.remove_prefix(1);
-    return !text.empty() && areDigits(text);
+// The bound at the beginning of the text, which is taken away; empty when there is none.
+std::string_view takeBound(std::string_view& text) {
+    const std::size_t sign = text.starts_with('-') ? 1 : 0;
+    std::size_t end = sign;
+    while (end < text.size() && isDigit(text[end])) ++end;
+    const auto bound = text.substr(0, end == sign ? 0 : end);
+    text.remove_prefix(bound.size());
+    return bound;
 }
+
+bool isBound(std::string_view text) { return !takeBound(text).empty() && text.empty(); }
 
 // Sign and digits without leading zeros; "-0" is 0.
 struct WholeNumber {
@@ -30,7 +37,7 @@ struct WholeNumber {
 WholeNumber wholeNumber(std::string_view bound) {
     const bool minus = bound.starts_with('-');
     if (minus) bound.remove_prefix(1);
-    bound.remove_prefix(std::min(bound.find_first_not_of('0'), bound.size()));
+    while (bound.starts_with('0')) bound.remove_prefix(1);
     return {minus && !bound.empty(), bound};
 }
 
@@ -56,6 +63,16 @@ bool isParameter(std::string_view text) {
     if (!isPlainDecimal(text)) return false;
     const auto value = toDouble(text);
     return value && *value > 0 && *value <= 1;
+}
+
+// A calendar can hold a million texts: each part is copied once into its place, those of known size without a call.
+template <class... Parts>
+std::string joined(const Parts&... parts) {
+    std::string text((std::string_view(parts).size() + ...), '\0');
+    char* place = text.data();
+    const auto put = [&place](std::string_view part) { place = std::copy(part.begin(), part.end(), place); };
+    (put(parts), ...);
+    return text;
 }
 
 std::string withDecimalPoint(std::string_view text) {
@@ -95,8 +112,13 @@ std::optional<UniformBounds> boundsOfLong(std::string_view text, std::string_vie
 
 std::optional<UniformBounds> boundsOfShort(std::string_view text) {
     if (!text.starts_with('U')) return std::nullopt;
-    const auto bounds = splitBounds(text.substr(1));
-    if (!bounds || !isBound(bounds->lower) || !isBound(bounds->upper)) return std::nullopt;
+    text.remove_prefix(1);
+    UniformBounds bounds;
+    bounds.lower = takeBound(text);
+    if (bounds.lower.empty() || !text.starts_with(';')) return std::nullopt;
+    text.remove_prefix(1);
+    bounds.upper = takeBound(text);
+    if (bounds.upper.empty() || !text.empty()) return std::nullopt;
     return bounds;
 }
 
@@ -122,37 +144,54 @@ std::optional<std::string> parameterOfShort(std::string_view text) {
     return parameter;
 }
 
-std::string shortUniform(const UniformBounds& bounds) {
-    return std::string("U").append(bounds.lower).append(";").append(bounds.upper);
-}
+std::string shortUniform(const UniformBounds& bounds) { return joined("U", bounds.lower, ";", bounds.upper); }
 
-std::string shortExponential(std::string_view parameter) { return std::string("E").append(parameter); }
+std::string shortExponential(std::string_view parameter) { return joined("E", parameter); }
 
 std::string longUniform(const UniformBounds& bounds, std::string_view keyword) {
-    std::string text;
-    text.reserve(keyword.size() + bounds.lower.size() + bounds.upper.size() + 6);
-    text.append(keyword).append(" (").append(bounds.lower).append(" ; ").append(bounds.upper).append(")");
-    return text;
+    return joined(keyword, " (", bounds.lower, " ; ", bounds.upper, ")");
 }
 
 std::string longExponential(std::string_view parameter, std::string_view keyword) {
-    std::string text;
-    text.reserve(keyword.size() + parameter.size() + 3);
-    text.append(keyword).append(" (").append(parameter).append(")");
-    return text;
+    return joined(keyword, " (", parameter, ")");
+}
+
+std::optional<std::string> longOfShort(std::string_view shortText, const DistributionKeywords& keywords) {
+    if (const auto bounds = boundsOfShort(shortText)) return longUniform(*bounds, keywords.uniform);
+    if (const auto parameter = parameterOfShort(shortText)) return longExponential(*parameter, keywords.exponential);
+    return std::nullopt;
 }
 
 std::optional<std::string> validLongOfShort(std::string_view shortText, const DistributionKeywords& keywords) {
     if (const auto bounds = boundsOfShort(shortText))
         return inOrder(*bounds) ? std::optional(longUniform(*bounds, keywords.uniform)) : std::nullopt;
-    if (const auto parameter = parameterOfShort(shortText)) return longExponential(*parameter, keywords.exponential);
-    return std::nullopt;
+    return longOfShort(shortText, keywords);
 }
 
 std::optional<std::string> shortOfLong(std::string_view longText, const DistributionKeywords& keywords) {
     if (const auto bounds = boundsOfLong(longText, keywords.uniform)) return shortUniform(*bounds);
     if (const auto parameter = parameterOfLong(longText, keywords.exponential)) return shortExponential(*parameter);
     return std::nullopt;
+}
+
+std::optional<double> expectationOfUniform(std::string_view longText, std::string_view keyword) {
+    const auto bounds = boundsOfLong(longText, keyword);
+    if (!bounds) return std::nullopt;
+    const auto lower = toDouble(bounds->lower);
+    const auto upper = toDouble(bounds->upper);
+    if (!lower || !upper) return std::nullopt;
+    return *lower / 2 + *upper / 2;  // halved one by one, so that the sum cannot overflow
+}
+
+std::optional<double> expectationOfExponential(std::string_view longText, std::string_view keyword) {
+    const auto parameter = parameterOfLong(longText, keyword);
+    if (!parameter) return std::nullopt;
+    return 1 / toDouble(*parameter).value();
+}
+
+std::optional<double> expectationOfLong(std::string_view longText, const DistributionKeywords& keywords) {
+    if (const auto uniform = expectationOfUniform(longText, keywords.uniform)) return uniform;
+    return expectationOfExponential(longText, keywords.exponential);
 }
 
 std::optional<double> toDouble(std::string_view number) {

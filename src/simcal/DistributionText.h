@@ -48,11 +48,19 @@ std::string shortExponential(std::string_view parameter);
 std::string longUniform(const UniformBounds& bounds, std::string_view keyword);
 std::string longExponential(std::string_view parameter, std::string_view keyword);
 
+// The long form of a short one, whatever the order of its bounds; nothing when it is none.
+std::optional<std::string> longOfShort(std::string_view shortText, const DistributionKeywords& keywords);
+
 // The long form of a short one that is valid in itself, bounds in order; nothing otherwise.
 std::optional<std::string> validLongOfShort(std::string_view shortText, const DistributionKeywords& keywords);
 
 // The short form of a valid long one; nothing otherwise.
 std::optional<std::string> shortOfLong(std::string_view longText, const DistributionKeywords& keywords);
+
+// The mean of a valid long form; nothing for other texts, and for bounds beyond the range of doubles.
+std::optional<double> expectationOfUniform(std::string_view longText, std::string_view keyword);
+std::optional<double> expectationOfExponential(std::string_view longText, std::string_view keyword);
+std::optional<double> expectationOfLong(std::string_view longText, const DistributionKeywords& keywords);
 
 // The nearest double of a bound or parameter; nothing when it is beyond the range of doubles.
 std::optional<double> toDouble(std::string_view number);

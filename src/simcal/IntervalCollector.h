@@ -3,30 +3,29 @@
 // a text may hold a day's 86,400 seconds backwards.
 #pragma once
 #include <map>
-#include <memory>
+#include <string>
 #include <vector>
 
-#include "simcal/QorDayIntervalWithProperty.h"
+#include "simcal/IntervalParts.h"
+#include "simcal/QorCalendarErrorCode.h"
 
 namespace qor::simcal {
 
 class IntervalCollector {
 public:
-    using Intervals = std::vector<std::unique_ptr<QorDayIntervalWithProperty>>;
-
     // IntervalInconsistent, IntervalOverlaps.
-    QorCalendarErrorCode add(std::unique_ptr<QorDayIntervalWithProperty> interval);
-    // All intervals by their start; the collector is empty afterwards.
-    [[nodiscard]] Intervals take();
+    QorCalendarErrorCode add(IntervalParts interval);
+    // All intervals by their start, until the next one is added or they are cleared away.
+    [[nodiscard]] std::vector<IntervalParts>& sorted();
+    void clear();
 
 private:
-    QorCalendarErrorCode addAnywhere(std::unique_ptr<QorDayIntervalWithProperty> interval, SV::Time start,
-                                     SV::Time end);
+    QorCalendarErrorCode addAnywhere(IntervalParts interval);
 
-    Intervals _inOrder;
+    std::vector<IntervalParts> _inOrder;
     SV::Time _lastEnd;
     // By start; holds all intervals from the first one on that came out of order.
-    std::map<SV::Time, std::unique_ptr<QorDayIntervalWithProperty>> _anyOrder;
+    std::map<SV::Time, IntervalParts> _anyOrder;
 };
 
 }  // namespace qor::simcal

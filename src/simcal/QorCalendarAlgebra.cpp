@@ -34,8 +34,7 @@ std::string propertyOf(const QorDayIntervalWithProperty& interval) {
         return interval.getFlag(flag) == Code::Ok && flag == 1 ? "T" : "F";
     }
     QorDistribution* distribution = nullptr;
-    const bool has = interval.getDistribution(distribution) == Code::Ok && distribution != nullptr;
-    return has ? distribution->getText().str() : std::string();
+    return interval.getDistribution(distribution) == Code::Ok ? distribution->getText().str() : std::string();
 }
 
 Pieces piecesOf(const QorDayProfile& profile) {
@@ -151,7 +150,6 @@ Code QorCalendarAlgebra::combine(const QorCalendar& first, const QorCalendar& se
             if (const Code code = freeIdentifier(built, identifier); code != Code::Ok) return code;
             const SV::String name = pair.first->getName() + operation.sign + pair.second->getName();
             QorDayProfile profile(QorCalendarPropertyType::Flag, identifier, name);
-            if (profile.getName().IsEmpty()) return Code::Broken;
             if (const Code code = fill(profile, pair, operation.combine); code != Code::Ok) return code;
             const bool isFirst = built.getProfiles().isEmpty();
             const Code added = isFirst ? built.initializeCalendarWithProfile(profile) : built.addProfile(profile);
@@ -177,10 +175,12 @@ Code QorCalendarAlgebra::areEqual(const QorCalendar& first, const QorCalendar& s
         const auto same = [](const ProfilePair& pair) {
             return merged(piecesOf(*pair.first)) == merged(piecesOf(*pair.second));
         };
-        equal = 0;
-        if (first.getPropertyType() != second.getPropertyType() || !agree(first, second)) return Code::Ok;
-        const auto pairs = qor::simcal::pairsByDay(first, second);
-        equal = std::all_of(pairs.begin(), pairs.end(), same) ? 1 : 0;
+        bool allSame = first.getPropertyType() == second.getPropertyType() && agree(first, second);
+        if (allSame) {
+            const auto pairs = qor::simcal::pairsByDay(first, second);
+            allSame = std::all_of(pairs.begin(), pairs.end(), same);
+        }
+        equal = allSame ? 1 : 0;
         return Code::Ok;
     });
 }

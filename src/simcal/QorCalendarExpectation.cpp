@@ -1,48 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a distribution calendar says about its distributions: expectations over ranges, text and generator at an
 // instant.
-#include <limits>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "platform/QorGuard.h"
-#include "platform/QorTimeFunctions.h"
-#include "simcal/CalendarPlan.h"
 #include "simcal/QorCalendar.h"
 #include "simcal/QorDistribution.h"
+#include "simcal/WeightedMean.h"
 
 using Code = QorCalendarErrorCode;
-
-namespace {
-
-struct Weighted {
-    double sum = 0;
-    double seconds = 0;
-
-    void add(const Weighted& more) {
-        sum += more.sum;
-        seconds += more.seconds;
-    }
-};
-
-Code weigh(const QorDayProfile& profile, SV::Time from, SV::Time to, Weighted& weighted) {
-    for (int position = 1; position <= profile.getNumberOfIntervals(); ++position) {
-        QorDayIntervalWithProperty* interval = nullptr;
-        SV::Time start;
-        SV::Time end;
-        if (const Code code = profile.getIntervalAtPosition(position, interval); code != Code::Ok) return code;
-        if (const Code code = interval->getStartTime(start); code != Code::Ok) return code;
-        if (const Code code = interval->getEndTime(end); code != Code::Ok) return code;
-        const auto seconds = QorTimeFunctions::getDiffTimeInSeconds(std::max(start, from), std::min(end, to));
-        if (seconds == 0) continue;
-        double value = 0;
-        if (const Code code = interval->getExpectation(value); code != Code::Ok) return code;
-        weighted.add({value * seconds, static_cast<double>(seconds)});
-    }
-    return Code::Ok;
-}
-
-}  // namespace
+using qor::simcal::WeightedMean;
 
 Code QorCalendar::getExpectationForInterval(int firstDay, int firstSecond, int lastDay, int lastSecond,
                                             double& expectation) const noexcept {
@@ -53,18 +22,18 @@ Code QorCalendar::getExpectationForInterval(int firstDay, int firstSecond, int l
     return Qor_Guarded("calendar", Code::Broken, [&] {
         // Days are summed one after the other, each as the sum of its own intervals, so that a range has one result
         // to the bit, however it was asked for.
-        std::unordered_map<const QorDayProfile*, Weighted> wholeDays;
-        Weighted total;
+        std::unordered_map<const QorDayProfile*, WeightedMean> wholeDays;
+        WeightedMean total;
         for (int day = firstDay;; ++day) {
             const QorDayProfile* profile = getProfileOfDay(day);
             const SV::Time from = day == firstDay ? SV::Time(0, 0, firstSecond) : SV::Time();
             const SV::Time to = SV::Time(0, 0, day == lastDay ? lastSecond : kSecondsPerDay);
             const bool whole = from == SV::Time() && to == SV::Time(24, 0, 0);
             const auto known = whole ? wholeDays.find(profile) : wholeDays.end();
-            Weighted ofDay;
+            WeightedMean ofDay;
             if (known != wholeDays.end())
                 ofDay = known->second;
-            else if (const Code code = weigh(*profile, from, to, ofDay); code != Code::Ok)
+            else if (const Code code = profile->weigh(from, to, ofDay); code != Code::Ok)
                 return code;
             else if (whole)
                 wholeDays.emplace(profile, ofDay);
@@ -90,8 +59,11 @@ Code QorCalendar::getDistributionString(const std::int64_t& instant, SV::String&
     QorDistribution* distribution = nullptr;
     if (const Code code = getCurrentInterval(instant, interval); code != Code::Ok) return code;
     if (const Code code = interval->getDistribution(distribution); code != Code::Ok) return code;
-    if (distribution == nullptr || distribution->getDistributionString(text) == 0) return Code::NoDistributionText;
-    return Code::Ok;
+    if (distribution->getText().IsEmpty()) return Code::NoDistributionText;
+    return Qor_Guarded("calendar", Code::Broken, [&] {
+        text = SV::String(distribution->getText());
+        return Code::Ok;
+    });
 }
 
 Code QorCalendar::getRandomGenerator(const std::int64_t& instant, QorRandomGenerator*& generator) const noexcept {
@@ -101,20 +73,22 @@ Code QorCalendar::getRandomGenerator(const std::int64_t& instant, QorRandomGener
     QorDistribution* distribution = nullptr;
     if (const Code code = getCurrentInterval(instant, interval); code != Code::Ok) return code;
     if (const Code code = interval->getDistribution(distribution); code != Code::Ok) return code;
-    if (distribution == nullptr || distribution->getRandomGenerator(generator) == 0) return Code::NoRandomGenerator;
-    return Code::Ok;
+    return distribution->getRandomGenerator(generator) != 0 ? Code::Ok : Code::NoRandomGenerator;
 }
 
 Code QorCalendar::getDistributions(ISequence<QorDistribution*>& distributions) const noexcept {
     if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
     return Qor_Guarded("calendar", Code::Broken, [&] {
+        std::vector<QorDistribution*> found;
         for (const QorDayProfile* profile : _profiles) {
             for (const auto& interval : profile->_intervals) {
                 QorDistribution* distribution = nullptr;
                 if (const Code code = interval->getDistribution(distribution); code != Code::Ok) return code;
-                distributions.addAsLast(distribution);
+                found.push_back(distribution);
             }
         }
+        distributions.reserve(distributions.numberOfElements() + found.size());
+        for (QorDistribution* distribution : found) distributions.addAsLast(distribution);
         return Code::Ok;
     });
 }

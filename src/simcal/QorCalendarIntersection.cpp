@@ -25,7 +25,6 @@ Code addSharedProfile(const qor::simcal::ProfilePair& pair, QorCalendar& result)
     if (const Code code = result.getUniqueId(identifier); code != Code::Ok) return code;
     const SV::String name = pair.first->getName() + " & " + pair.second->getName();
     QorDayProfile shared(QorCalendarPropertyType::Flag, identifier, name);
-    if (shared.getName().IsEmpty()) return Code::Broken;
     if (const Code code = pair.first->intersection(*pair.second, shared); code != Code::Ok) return code;
     if (const Code code = result.addProfile(shared); code != Code::Ok) return code;
     return result.assignProfileToDays(name, pair.days);
@@ -46,7 +45,6 @@ Code QorCalendar::intersection(const QorCalendar& other, QorCalendar& result) co
 
     return Qor_Guarded("calendar", Code::Broken, [&] {
         const QorDayProfile dummy(QorCalendarPropertyType::Flag, kDummyIdentifier, SV::String(kDummyName));
-        if (dummy.getName().IsEmpty()) return Code::Broken;
         if (const Code code = result.initializeCalendarWithProfile(dummy); code != Code::Ok) return code;
         if (_periodLength > 0 && (!daysAreComplete() || !other.daysAreComplete())) return Code::CalendarInconsistent;
         // The pairs come in the order of their first days, so a failing one leaves those of earlier days in place.

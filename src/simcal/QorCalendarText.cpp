@@ -57,14 +57,15 @@ Code QorCalendar::readText(const SV::String& text, std::size_t& failedAt) noexce
 Code QorCalendar::addNewboolInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
                                      std::string_view property) {
     if (property != "T") return Code::FlagNotSet;
-    return intervals.add(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
+    return intervals.add({start, end, {}});
 }
 
 Code QorCalendar::addNewDistributionInterval(qor::simcal::IntervalCollector& intervals, SV::Time start, SV::Time end,
                                              std::string_view property,
                                              const qor::simcal::DistributionKeywords& keywords) {
-    auto interval = QorDayIntervalWithProperty::fromShortText(start, end, property, keywords);
-    return interval ? intervals.add(std::move(interval)) : Code::NoShortDistribution;
+    auto distribution = qor::simcal::validLongOfShort(property, keywords);
+    if (!distribution) return Code::NoShortDistribution;
+    return intervals.add({start, end, std::move(*distribution)});
 }
 
 Code QorCalendar::setDays(std::string_view identifiers) {

@@ -17,8 +17,10 @@ int QorDateFunctions::getAllDaysInYear(SV::DayOfWeek weekday, unsigned long year
     return Qor_Guarded("calendar", 0, [&] {
         SV::Date date(static_cast<int>(year), 1, 1);
         while (date.GetDayOfWeek() != weekday) date = date.AddDays(1);
+        ISortedSet<int> found;
         for (; date.GetYear() == static_cast<int>(year); date = date.AddDays(kDaysPerWeek))
-            days.add(date.GetDayOfYear());
+            found.add(date.GetDayOfYear());
+        days.addAllFrom(found);
         return 1;
     });
 }
@@ -26,7 +28,9 @@ int QorDateFunctions::getAllDaysInYear(SV::DayOfWeek weekday, unsigned long year
 int QorDateFunctions::getAllDaysInBetween(const SV::Date& from, const SV::Date& to, ISortedSet<int>& days) noexcept {
     if (!from.IsValid() || !to.IsValid() || from.GetYear() != to.GetYear() || from > to) return 0;
     return Qor_Guarded("calendar", 0, [&] {
-        for (int day = from.GetDayOfYear(); day <= to.GetDayOfYear(); ++day) days.add(day);
+        ISortedSet<int> found;
+        for (int day = from.GetDayOfYear(); day <= to.GetDayOfYear(); ++day) found.add(day);
+        days.addAllFrom(found);
         return 1;
     });
 }

@@ -2,11 +2,14 @@
 #include "simcal/QorDayIntervalWithProperty.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 #include <utility>
 
 #include "platform/QorGuard.h"
 #include "platform/QorTimeFunctions.h"
 #include "simcal/DistributionText.h"
+#include "simcal/IntervalParts.h"
 #include "simcal/QorDistribution.h"
 
 using Code = QorCalendarErrorCode;
@@ -18,36 +21,47 @@ QorDayIntervalWithProperty::QorDayIntervalWithProperty(SV::Time start, SV::Time 
                                                        const QorDistribution* distribution) noexcept
     : _start(start), _end(end), _type(QorCalendarPropertyType::Distribution) {
     Qor_Guarded("calendar", [&] {
-        _distribution =
-            distribution != nullptr ? QorDistribution::exactCopy(*distribution) : std::make_unique<QorDistribution>();
+        auto copy = std::make_unique<QorDistribution>();
+        if (distribution != nullptr) copy->copyFrom(*distribution);
+        _distribution = copy.release();
     });
 }
 
-QorDayIntervalWithProperty::QorDayIntervalWithProperty(const QorDayIntervalWithProperty& other) noexcept
-    : _start(other._start), _end(other._end), _type(other._type), _flag(other._flag) {
-    Qor_Guarded("calendar", [&] {
-        if (other._distribution) _distribution = QorDistribution::exactCopy(*other._distribution);
+QorDayIntervalWithProperty::QorDayIntervalWithProperty(const QorDayIntervalWithProperty& other) noexcept {
+    const bool copied = Qor_Guarded("calendar", false, [&] {
+        copyFrom(other);
+        return true;
     });
+    if (!copied) delete std::exchange(_distribution, nullptr);
 }
 
-QorDayIntervalWithProperty::~QorDayIntervalWithProperty() = default;
+QorDayIntervalWithProperty::QorDayIntervalWithProperty() noexcept : _isInBlock(true) {}
 
-std::unique_ptr<QorDayIntervalWithProperty> QorDayIntervalWithProperty::exactCopy(
-    const QorDayIntervalWithProperty& other) {
-    auto copy = std::make_unique<QorDayIntervalWithProperty>(other._start, other._end, other._flag);
-    copy->_type = other._type;
-    if (other._distribution) copy->_distribution = QorDistribution::exactCopy(*other._distribution);
-    return copy;
+QorDayIntervalWithProperty::~QorDayIntervalWithProperty() {
+    if (!_isInBlock) delete _distribution;
 }
 
-std::unique_ptr<QorDayIntervalWithProperty> QorDayIntervalWithProperty::fromShortText(
-    SV::Time start, SV::Time end, std::string_view shortText, const qor::simcal::DistributionKeywords& keywords) {
-    auto longText = qor::simcal::validLongOfShort(shortText, keywords);
-    if (!longText) return nullptr;
-    auto interval = std::make_unique<QorDayIntervalWithProperty>(start, end, 0);
-    interval->_type = QorCalendarPropertyType::Distribution;
-    interval->_distribution.reset(new QorDistribution(std::move(*longText)));
-    return interval;
+void QorDayIntervalWithProperty::copyFrom(const QorDayIntervalWithProperty& other) {
+    _start = other._start;
+    _end = other._end;
+    _type = other._type;
+    _flag = other._flag;
+    if (_type == QorCalendarPropertyType::Flag) return;
+    // What could not be copied before for lack of memory must not pass for the whole.
+    if (other._distribution == nullptr) throw std::bad_alloc();
+    if (_distribution == nullptr) _distribution = new QorDistribution;
+    _distribution->copyFrom(*other._distribution);
+}
+
+void QorDayIntervalWithProperty::takeOver(qor::simcal::IntervalParts&& parts) noexcept {
+    _start = parts.start;
+    _end = parts.end;
+    if (_distribution == nullptr) {
+        _flag = 1;
+    } else {
+        _type = QorCalendarPropertyType::Distribution;
+        _distribution->_text = SV::String(std::move(parts.distribution));
+    }
 }
 
 Code QorDayIntervalWithProperty::appendProperty(std::string& text,
@@ -56,7 +70,7 @@ Code QorDayIntervalWithProperty::appendProperty(std::string& text,
         text += _flag == 1 ? "T" : "F";
         return Code::Ok;
     }
-    if (!_distribution || _distribution->_text.IsEmpty()) return Code::NoDistributionText;
+    if (_distribution->_text.IsEmpty()) return Code::NoDistributionText;
     const auto shortText = qor::simcal::shortOfLong(_distribution->_text, keywords);
     if (!shortText) return Code::NoShortDistribution;
     text += *shortText;
@@ -86,6 +100,12 @@ Code QorDayIntervalWithProperty::getIntervalLengthInSeconds(std::int64_t& second
     return code;
 }
 
+std::int64_t QorDayIntervalWithProperty::secondsBetween(SV::Time from, SV::Time to) const noexcept {
+    const std::int64_t start = QorTimeFunctions::getTimeInSeconds(std::max(_start, from));
+    const std::int64_t end = QorTimeFunctions::getTimeInSeconds(std::min(_end, to));
+    return std::max<std::int64_t>(0, end - start);
+}
+
 Code QorDayIntervalWithProperty::getFlag(int& flag) const noexcept {
     if (_type != QorCalendarPropertyType::Flag) return Code::WrongPropertyType;
     flag = _flag;
@@ -93,15 +113,21 @@ Code QorDayIntervalWithProperty::getFlag(int& flag) const noexcept {
 }
 
 Code QorDayIntervalWithProperty::getDistribution(QorDistribution*& distribution) const noexcept {
-    distribution = _distribution.get();
-    return _type == QorCalendarPropertyType::Distribution ? Code::Ok : Code::WrongPropertyType;
+    distribution = nullptr;
+    if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
+    distribution = _distribution;
+    return distribution != nullptr ? Code::Ok : Code::Broken;
 }
 
 Code QorDayIntervalWithProperty::getExpectation(double& expectation) const noexcept {
     if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
-    if (!_distribution) return Code::NoDistributionText;
-    return QorDistribution::getExpectation(_distribution->_text, expectation) != 0 ? Code::Ok
-                                                                                   : Code::NoDistributionText;
+    if (_distribution == nullptr) return Code::Broken;
+    return Qor_Guarded("calendar", Code::Broken, [&] {
+        const auto found = qor::simcal::expectationOfLong(_distribution->_text, qor::simcal::DistributionKeywords());
+        if (!found) return Code::NoDistributionText;
+        expectation = *found;
+        return Code::Ok;
+    });
 }
 
 Code QorDayIntervalWithProperty::intersectionInterval(const QorDayIntervalWithProperty& first,

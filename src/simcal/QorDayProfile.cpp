@@ -2,32 +2,67 @@
 #include "simcal/QorDayProfile.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "platform/QorGuard.h"
-#include "platform/QorTimeFunctions.h"
+#include "simcal/IntervalParts.h"
+#include "simcal/QorDistribution.h"
+#include "simcal/WeightedMean.h"
 
 using Code = QorCalendarErrorCode;
 
+void qor::simcal::ReleaseInterval::operator()(QorDayIntervalWithProperty* interval) const noexcept {
+    if (!interval->_isInBlock)
+        delete interval;
+    else if (interval->_distribution != nullptr)
+        interval->_distribution->clear();
+}
+
 QorDayProfile::QorDayProfile(QorCalendarPropertyType type, char identifier, const SV::String& name) noexcept
     : _type(type), _identifier(identifier) {
-    Qor_Guarded("calendar", [&] { _name = name; });
+    _isWhole = Qor_Guarded("calendar", false, [&] {
+        _name = name;
+        return true;
+    });
 }
 
 QorDayProfile::QorDayProfile(const QorDayProfile& other) noexcept
     : QorDayProfile(other._type, other._identifier, other._name) {
-    Qor_Guarded("calendar", [&] { _intervals = std::move(exactCopy(other)->_intervals); });
+    _isWhole = _isWhole && Qor_Guarded("calendar", false, [&] {
+                   const auto copy = exactCopy(other);
+                   _distributions = std::move(copy->_distributions);
+                   _block = std::move(copy->_block);
+                   _intervals = std::move(copy->_intervals);
+                   return true;
+               });
 }
 
 QorDayProfile::~QorDayProfile() = default;
 
 std::unique_ptr<QorDayProfile> QorDayProfile::exactCopy(const QorDayProfile& other) {
+    // What could not be copied before for lack of memory must not pass for the whole.
+    if (!other._isWhole) throw std::bad_alloc();
     auto copy = std::make_unique<QorDayProfile>(other._type, other._identifier, SV::String());
     copy->_name = other._name;
-    copy->_intervals.reserve(other._intervals.size());
-    for (const auto& interval : other._intervals)
-        copy->_intervals.push_back(QorDayIntervalWithProperty::exactCopy(*interval));
+    copy->makeIntervals(other._intervals.size());
+    for (std::size_t i = 0; i < other._intervals.size(); ++i) copy->_intervals[i]->copyFrom(*other._intervals[i]);
     return copy;
+}
+
+void QorDayProfile::makeIntervals(std::size_t count) {
+    _intervals.reserve(count);
+    if (count == 0) return;
+    _block.reset(new QorDayIntervalWithProperty[count]);
+    for (std::size_t i = 0; i < count; ++i) _intervals.emplace_back(&_block[i]);
+    if (_type != QorCalendarPropertyType::Distribution) return;
+    _distributions.reset(new QorDistribution[count]);
+    for (std::size_t i = 0; i < count; ++i) _block[i]._distribution = &_distributions[i];
+}
+
+void QorDayProfile::takeOver(std::vector<qor::simcal::IntervalParts>& intervals) {
+    makeIntervals(intervals.size());
+    for (std::size_t i = 0; i < intervals.size(); ++i) _intervals[i]->takeOver(std::move(intervals[i]));
 }
 
 void QorDayProfile::changed() noexcept {
@@ -35,11 +70,14 @@ void QorDayProfile::changed() noexcept {
 }
 
 Code QorDayProfile::insertDayIntervalWithProperty(const QorDayIntervalWithProperty& interval) noexcept {
-    return Qor_Guarded("calendar", Code::Broken,
-                       [&] { return insert(QorDayIntervalWithProperty::exactCopy(interval)); });
+    return Qor_Guarded("calendar", Code::Broken, [&] {
+        Interval copy(new QorDayIntervalWithProperty(interval._start, interval._end, 0));
+        copy->copyFrom(interval);
+        return insert(std::move(copy));
+    });
 }
 
-Code QorDayProfile::insert(std::unique_ptr<QorDayIntervalWithProperty> interval) {
+Code QorDayProfile::insert(Interval interval) {
     if (interval->getPropertyType() != _type) return Code::WrongPropertyType;
     SV::Time start;
     SV::Time end;
@@ -104,26 +142,29 @@ Code QorDayProfile::getIntervalLengthSumInBetween(const SV::Time& from, const SV
                                                   std::int64_t& seconds) const noexcept {
     if (from > to) return Code::FirstAfterSecond;
     std::int64_t sum = 0;
-    for (const auto& interval : _intervals)
-        sum += QorTimeFunctions::getDiffTimeInSeconds(std::max(interval->_start, from), std::min(interval->_end, to));
+    for (const auto& interval : _intervals) sum += interval->secondsBetween(from, to);
     seconds = sum;
+    return Code::Ok;
+}
+
+Code QorDayProfile::weigh(SV::Time from, SV::Time to, qor::simcal::WeightedMean& mean) const noexcept {
+    for (const auto& interval : _intervals) {
+        const auto seconds = static_cast<double>(interval->secondsBetween(from, to));
+        if (seconds == 0) continue;
+        double value = 0;
+        if (const Code code = interval->getExpectation(value); code != Code::Ok) return code;
+        mean.add({value * seconds, seconds});
+    }
     return Code::Ok;
 }
 
 Code QorDayProfile::getExpectation(double& expectation) const noexcept {
     if (_type != QorCalendarPropertyType::Distribution) return Code::WrongPropertyType;
-    double weighted = 0;
-    double weight = 0;
-    for (const auto& interval : _intervals) {
-        double value = 0;
-        std::int64_t seconds = 0;
-        if (const Code code = interval->getExpectation(value); code != Code::Ok) return code;
-        if (const Code code = interval->getIntervalLengthInSeconds(seconds); code != Code::Ok) return code;
-        weighted += value * static_cast<double>(seconds);
-        weight += static_cast<double>(seconds);
-    }
     if (_intervals.empty()) return Code::NoInterval;
-    expectation = weighted / weight;
+    qor::simcal::WeightedMean mean;
+    if (const Code code = weigh(_intervals.front()->_start, _intervals.back()->_end, mean); code != Code::Ok)
+        return code;
+    expectation = mean.sum / mean.seconds;
     return Code::Ok;
 }
 
@@ -131,6 +172,7 @@ Code QorDayProfile::intersection(const QorDayProfile& other, QorDayProfile& resu
     for (const auto* profile : {this, &other, static_cast<const QorDayProfile*>(&result)}) {
         if (profile->_type != QorCalendarPropertyType::Flag) return Code::WrongPropertyType;
     }
+    if (!_isWhole || !other._isWhole) return Code::Broken;
     // Each deletion moves the later intervals down, so every second one stays. Callers rely on the result being
     // emptied only as far as that, and hand in empty ones.
     for (int position = 1; position <= result.getNumberOfIntervals(); ++position)
@@ -149,7 +191,7 @@ Code QorDayProfile::intersection(const QorDayProfile& other, QorDayProfile& resu
             SV::Time end;
             const Code shared = QorDayIntervalWithProperty::intersectionInterval(mine, theirs, start, end);
             if (shared == Code::Ok) {
-                if (const Code code = result.insert(std::make_unique<QorDayIntervalWithProperty>(start, end, 1));
+                if (const Code code = result.insert(Interval(new QorDayIntervalWithProperty(start, end, 1)));
                     code != Code::Ok)
                     return code;
             } else if (shared != Code::NoIntersection) {

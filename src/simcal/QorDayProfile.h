@@ -13,14 +13,21 @@
 
 namespace qor::simcal {
 class CalendarReader;
-}
+struct IntervalParts;
+struct WeightedMean;
+
+/// Frees an interval, or clears away what it holds when it stands in a block.
+struct ReleaseInterval {
+    void operator()(QorDayIntervalWithProperty* interval) const noexcept;
+};
+}  // namespace qor::simcal
 
 /// The intervals of one kind of day: ordered by start, never overlapping, all of the profile's type. A profile owns its
 /// intervals; each keeps its address while others come and go.
 class QOR_API QorDayProfile {
 public:
-    /// A profile without intervals. Name and identifier are checked when it is added to a calendar. The name is empty
-    /// when memory runs out.
+    /// A profile without intervals. Name and identifier are checked when it is added to a calendar. What is made while
+    /// memory runs out lacks its name or its intervals, and no calendar takes it (Broken).
     QorDayProfile(QorCalendarPropertyType type, char identifier, const SV::String& name) noexcept;
     QorDayProfile(const QorDayProfile& other) noexcept;
     QorDayProfile& operator=(const QorDayProfile&) = delete;
@@ -63,15 +70,28 @@ private:
     friend class QorCalendar;
     friend class qor::simcal::CalendarReader;
 
-    /// Throws when memory runs out, where the copy constructor would lose intervals.
+    /// Throws when memory runs out, where the copy constructor would lose intervals, or has run out when the original
+    /// was made.
     static std::unique_ptr<QorDayProfile> exactCopy(const QorDayProfile& other);
-    QorCalendarErrorCode insert(std::unique_ptr<QorDayIntervalWithProperty> interval);
+    using Interval = std::unique_ptr<QorDayIntervalWithProperty, qor::simcal::ReleaseInterval>;
+
+    /// Gives a profile without intervals so many new ones, which stand side by side in one block.
+    void makeIntervals(std::size_t count);
+    /// Gives a profile without intervals these, which are in order.
+    void takeOver(std::vector<qor::simcal::IntervalParts>& intervals);
+    QorCalendarErrorCode insert(Interval interval);
+    /// Adds the expectations of the intervals between two times. NoDistributionText.
+    QorCalendarErrorCode weigh(SV::Time from, SV::Time to, qor::simcal::WeightedMean& mean) const noexcept;
     void changed() noexcept;
 
-    std::vector<std::unique_ptr<QorDayIntervalWithProperty>> _intervals;
+    // The intervals that were there from the start, and their distributions where that is the type.
+    std::unique_ptr<QorDistribution[]> _distributions;
+    std::unique_ptr<QorDayIntervalWithProperty[]> _block;
+    std::vector<Interval> _intervals;  // in order, in the block or by themselves
     QorCalendarPropertyType _type;
     char _identifier;
     SV::String _name;
+    bool _isWhole = true;  // false when memory ran out while it was made
     /// Counts the changes of the calendar that owns this profile; null while none does.
     std::uint64_t* _ownerRevision = nullptr;
 };

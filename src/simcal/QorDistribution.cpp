@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simcal/QorDistribution.h"
 
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "platform/QorGuard.h"
@@ -14,6 +16,16 @@ using qor::simcal::DistributionKeywords;
 template <class Call>
 int guarded(Call&& call) noexcept {
     return Qor_Guarded("distribution", 0, [&]() -> int { return std::forward<Call>(call)() ? 1 : 0; });
+}
+
+bool storeWhenFound(std::optional<double> found, double& expectation) {
+    if (found) expectation = *found;
+    return found.has_value();
+}
+
+bool storeWhenFound(std::optional<std::string> found, SV::String& text) {
+    if (found) text = SV::String(std::move(*found));
+    return found.has_value();
 }
 
 int copyWhen(int valid, const SV::String& from, SV::String& to) noexcept {
@@ -31,18 +43,19 @@ QorDistribution::QorDistribution(const QorDistribution& other) noexcept : _gener
     Qor_Guarded("distribution", [&] { _text = other._text; });
 }
 
-QorDistribution::QorDistribution(std::string checkedText) noexcept : _text(std::move(checkedText)) {}
-
-std::unique_ptr<QorDistribution> QorDistribution::exactCopy(const QorDistribution& other) {
-    auto copy = std::make_unique<QorDistribution>();
-    copy->_text = other._text;
-    copy->_generator = other._generator;
-    return copy;
+void QorDistribution::copyFrom(const QorDistribution& other) {
+    _text = other._text;
+    _generator = other._generator;
 }
 
-QorDistribution::~QorDistribution() {
+void QorDistribution::clear() noexcept {
     if (_ownsGenerator) delete _generator;
+    _generator = nullptr;
+    _ownsGenerator = false;
+    _text = SV::String();
 }
+
+QorDistribution::~QorDistribution() { clear(); }
 
 int QorDistribution::getDistributionString(SV::String& text) const noexcept {
     return copyWhen(_text.IsEmpty() ? 0 : 1, _text, text);
@@ -54,7 +67,7 @@ int QorDistribution::setDistributionString(const SV::String& text) noexcept {
 }
 
 int QorDistribution::getDistributionStringInUIRep(SV::String& text) const noexcept {
-    return convertLongDistributionStringInUIRep(_text, text);
+    return getDistributionString(text);
 }
 
 int QorDistribution::getRandomGenerator(QorRandomGenerator*& generator) const noexcept {
@@ -70,7 +83,11 @@ int QorDistribution::setRandomGenerator(QorRandomGenerator* generator) noexcept 
 }
 
 int QorDistribution::isDistribution(const SV::String& text) noexcept {
-    return isUniform(text) != 0 ? 1 : isExponential(text);
+    return guarded([&] {
+        const DistributionKeywords keywords;
+        return qor::simcal::boundsOfLong(text, keywords.uniform) ||
+               qor::simcal::parameterOfLong(text, keywords.exponential);
+    });
 }
 
 int QorDistribution::isUniform(const SV::String& text) noexcept {
@@ -82,9 +99,8 @@ int QorDistribution::isExponential(const SV::String& text) noexcept {
 }
 
 int QorDistribution::getLongDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
-    return getLongUniformDistributionString(shortText, longText) != 0
-               ? 1
-               : getLongExponentialDistributionString(shortText, longText);
+    return guarded(
+        [&] { return storeWhenFound(qor::simcal::longOfShort(shortText, DistributionKeywords()), longText); });
 }
 
 int QorDistribution::getLongUniformDistributionString(const SV::String& shortText, SV::String& longText) noexcept {
@@ -104,9 +120,8 @@ int QorDistribution::getLongExponentialDistributionString(const SV::String& shor
 }
 
 int QorDistribution::getShortDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
-    return getShortUniformDistributionString(longText, shortText) != 0
-               ? 1
-               : getShortExponentialDistributionString(longText, shortText);
+    return guarded(
+        [&] { return storeWhenFound(qor::simcal::shortOfLong(longText, DistributionKeywords()), shortText); });
 }
 
 int QorDistribution::getShortUniformDistributionString(const SV::String& longText, SV::String& shortText) noexcept {
@@ -144,28 +159,19 @@ int QorDistribution::convertUIRepInLongUniformDistributionString(const SV::Strin
 }
 
 int QorDistribution::getExpectation(const SV::String& text, double& expectation) noexcept {
-    return getExpectationOfUniformDistribution(text, expectation) != 0
-               ? 1
-               : getExpectationOfExponentialDistribution(text, expectation);
+    return guarded(
+        [&] { return storeWhenFound(qor::simcal::expectationOfLong(text, DistributionKeywords()), expectation); });
 }
 
 int QorDistribution::getExpectationOfUniformDistribution(const SV::String& text, double& expectation) noexcept {
     return guarded([&] {
-        const auto bounds = qor::simcal::boundsOfLong(text, DistributionKeywords().uniform);
-        if (!bounds) return false;
-        const auto lower = qor::simcal::toDouble(bounds->lower);
-        const auto upper = qor::simcal::toDouble(bounds->upper);
-        if (!lower || !upper) return false;
-        expectation = *lower / 2 + *upper / 2;  // halved one by one, so that the sum cannot overflow
-        return true;
+        return storeWhenFound(qor::simcal::expectationOfUniform(text, DistributionKeywords().uniform), expectation);
     });
 }
 
 int QorDistribution::getExpectationOfExponentialDistribution(const SV::String& text, double& expectation) noexcept {
     return guarded([&] {
-        const auto parameter = qor::simcal::parameterOfLong(text, DistributionKeywords().exponential);
-        if (!parameter) return false;
-        expectation = 1 / qor::simcal::toDouble(*parameter).value();
-        return true;
+        return storeWhenFound(qor::simcal::expectationOfExponential(text, DistributionKeywords().exponential),
+                              expectation);
     });
 }

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <memory>
-
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
 
 class QorRandomGenerator;
+
+namespace qor::simcal {
+struct ReleaseInterval;
+}
 
 /// A probability distribution held as text, and the random generator that a simulation attaches to it.
 ///
@@ -33,6 +35,7 @@ public:
     int setDistributionString(const SV::String& text) noexcept;
     /// The same without a copy; empty when none was set.
     [[nodiscard]] const SV::String& getText() const noexcept { return _text; }
+    /// What the user sees: the text as it was set, also in another language.
     int getDistributionStringInUIRep(SV::String& text) const noexcept;
     int getRandomGenerator(QorRandomGenerator*& generator) const noexcept;
     /// Takes ownership. 0 (and the caller keeps it) when it is null or a generator was set before.
@@ -65,11 +68,14 @@ public:
     static int getExpectationOfExponentialDistribution(const SV::String& text, double& expectation) noexcept;
 
 private:
-    friend class QorDayIntervalWithProperty;  // makes distributions of texts that it has checked, and exact copies
+    friend class QorDayIntervalWithProperty;  // takes texts over that were checked, and makes exact copies
+    friend struct qor::simcal::ReleaseInterval;
 
-    explicit QorDistribution(std::string checkedText) noexcept;
-    /// Throws when memory runs out, where the copy constructor would leave the copy without its text.
-    static std::unique_ptr<QorDistribution> exactCopy(const QorDistribution& other);
+    /// For an empty distribution: makes it what a copy is. Throws when memory runs out, where the copy constructor
+    /// would leave the copy without its text.
+    void copyFrom(const QorDistribution& other);
+    /// Makes the distribution empty again.
+    void clear() noexcept;
 
     SV::String _text;
     QorRandomGenerator* _generator = nullptr;

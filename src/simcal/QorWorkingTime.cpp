@@ -24,19 +24,21 @@ std::int64_t momentOf(std::int64_t instant, std::int64_t offset) {
     return offset > 0 ? std::numeric_limits<std::int64_t>::max() : std::numeric_limits<std::int64_t>::min();
 }
 
-bool toInstant(std::int64_t moment, std::int64_t offset, std::int64_t& instant) {
-    return !__builtin_sub_overflow(moment, offset, &instant);
+// Nothing beyond 64 bits.
+std::optional<std::int64_t> instantOf(std::int64_t moment, std::int64_t offset) {
+    std::int64_t instant = 0;
+    if (__builtin_sub_overflow(moment, offset, &instant)) return std::nullopt;
+    return instant;
 }
 
 Code store(const std::optional<Stretch>& found, std::int64_t offset, Code none, std::int64_t& start,
            std::int64_t& end) {
-    std::int64_t foundStart = 0;
-    std::int64_t foundEnd = 0;
     if (!found) return none;
-    if (!toInstant(found->start, offset, foundStart) || !toInstant(found->end, offset, foundEnd))
-        return Code::DoesNotFit;
-    start = foundStart;
-    end = foundEnd;
+    const auto foundStart = instantOf(found->start, offset);
+    const auto foundEnd = instantOf(found->end, offset);
+    if (!foundStart || !foundEnd) return Code::DoesNotFit;
+    start = *foundStart;
+    end = *foundEnd;
     return Code::Ok;
 }
 
@@ -83,11 +85,12 @@ Code QorWorkingTime::finishOf(std::int64_t start, std::int64_t seconds, std::int
         std::int64_t count = 0;
         if (__builtin_add_overflow(worked, seconds - 1, &count)) return Code::DoesNotFit;
         const auto lastSecond = plan.beginOfSecond(count);
+        if (!lastSecond || *lastSecond == std::numeric_limits<std::int64_t>::max()) return Code::DoesNotFit;
         // The task is done when its last second is over.
-        if (!lastSecond || *lastSecond == std::numeric_limits<std::int64_t>::max() ||
-            !toInstant(*lastSecond + 1, offset, finish))
-            return Code::DoesNotFit;
+        const auto instant = instantOf(*lastSecond + 1, offset);
+        if (!instant) return Code::DoesNotFit;
         reasons.explain(*lastSecond + 1);
+        finish = *instant;
         return Code::Ok;
     });
 }
@@ -106,8 +109,10 @@ Code QorWorkingTime::latestStartFor(std::int64_t finish, std::int64_t seconds, s
         const std::int64_t worked = plan.workedBefore(momentOf(finish, offset));
         if (seconds > worked) return reasons.periodStartsTooLate(seconds - worked);
         const auto firstSecond = plan.beginOfSecond(worked - seconds);
-        if (!firstSecond || !toInstant(*firstSecond, offset, start)) return Code::DoesNotFit;
+        const auto instant = firstSecond ? instantOf(*firstSecond, offset) : std::nullopt;
+        if (!instant) return Code::DoesNotFit;
         reasons.explain(*firstSecond);
+        start = *instant;
         return Code::Ok;
     });
 }

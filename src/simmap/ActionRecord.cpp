@@ -6,6 +6,7 @@
 
 #include "frame/RepositoryLookup.h"
 #include "platform/QorCoreModelingManager.h"
+#include "simmap/KexValues.h"
 #include "simmap/internalErrors.h"
 
 namespace qor::simmap {
@@ -54,15 +55,16 @@ int readAction(const QorKexParser& parser, long library, MappingErrors errors, b
         }
     }
 
-    SV::String name;
-    if (!parser.TryGetStrValue("class", name)) return errors.missing(parser.GetCurElemPosition(), "class");
-    const auto cls = frame::findClass(library, name);
-    if (!cls) return errors.unknown(parser.GetKeyPosition("class"), named("class", name));
+    const auto className = valueOf(parser, "class");
+    if (!className) return errors.missing(parser.GetCurElemPosition(), "class");
+    const auto cls = frame::findClass(library, *className);
+    if (!cls) return errors.unknown(parser.GetKeyPosition("class"), named("class", *className));
 
-    if (!parser.TryGetStrValue("attribute", name)) return errors.missing(parser.GetCurElemPosition(), "attribute");
-    const auto attribute = frame::findAttribute(*cls, name);
+    const auto name = valueOf(parser, "attribute");
+    if (!name) return errors.missing(parser.GetCurElemPosition(), "attribute");
+    const auto attribute = frame::findAttribute(*cls, *name);
     if (!attribute || !isEvaluated(*attribute))
-        return errors.unknown(parser.GetKeyPosition("attribute"), named("attribute", name));
+        return errors.unknown(parser.GetKeyPosition("attribute"), named("attribute", *name));
 
     if (!event) return QorSimCode::FinishedWithErrors;
     option.actions.add({*cls, *event, *attribute});

@@ -7,6 +7,7 @@
 #include "frame/RepositoryLookup.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreVar.h"
+#include "simmap/KexValues.h"
 #include "simmap/NumberedKey.h"
 #include "simmap/internalErrors.h"
 

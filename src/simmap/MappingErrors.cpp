@@ -11,12 +11,6 @@ SV::String unknownName(std::string_view name) { return Qor_Message(message::unkn
 
 SV::String missingKey(std::string_view key) { return Qor_Message(message::keyMissing, {{"%s", key}}); }
 
-std::optional<SV::String> valueOf(const QorKexParser& parser, std::string_view key) {
-    if (const auto value = parser.GetStrView(key)) return SV::String(*value);
-    if (parser.IsContained(key)) return SV::String();
-    return std::nullopt;
-}
-
 int MappingErrors::add(int code, QorKexPosition position, const SV::String& message) const {
     text += message.view();
     list.push_back({library, QorAttributeId::SimulationMapping, code, position, message});

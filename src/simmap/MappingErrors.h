@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -31,10 +30,6 @@ struct MappingErrors {
         return add(QorSimCode::KeyMissing, position, missingKey(key));
     }
 };
-
-/// The string value of a key, empty when it has none; nothing when the element lacks the key. One look-up where there
-/// is a value, which counts in records with thousands of keys.
-[[nodiscard]] std::optional<SV::String> valueOf(const QorKexParser& parser, std::string_view key);
 
 /// Whether reading ends at an error, and whether there were any.
 class Tolerance {

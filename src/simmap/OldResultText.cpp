@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/QorKexParser.h"
+#include "simmap/KexValues.h"
 #include "simmap/ResultHolders.h"
 
 namespace qor::simmap {
@@ -73,7 +73,7 @@ private:
     bool openRecord(std::string_view element, std::string_view cls) {
         if (cls.empty()) return false;
         if (!_text.empty()) _text += "\n\n";
-        _text.append(element).append(" ").append(QorKexParser::GetKexTextOfStrValue(cls).view());
+        _text.append(element).append(" ").append(quotedValue(cls).view());
         return true;
     }
 
@@ -83,7 +83,7 @@ private:
             const auto value = _entries[_at++];
             if (value.starts_with(kHolderMark) || (required && value.empty())) return false;
             if (value.empty()) continue;
-            _text.append("\n").append(key).append(":").append(QorKexParser::GetKexTextOfStrValue(value).view());
+            _text.append("\n").append(key).append(":").append(quotedValue(value).view());
         }
         return true;
     }

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simmap/OptionRecord.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "frame/RepositoryLookup.h"
 #include "platform/QorCoreVar.h"
 #include "platform/QorInternational.h"
 #include "platform/QorMessage.h"
+#include "simmap/KexValues.h"
 #include "simmap/NumberedKey.h"
 #include "simmap/StandardAttributes.h"
 #include "simmap/messages.h"
@@ -15,10 +18,11 @@ namespace qor::simmap {
 
 namespace {
 
-/// The value in the current language, else the one without a language; false when there is neither.
-bool readTranslated(const QorKexParser& parser, std::string_view key, SV::String& value) {
+/// The value in the current language, else the one without a language; nothing when there is neither.
+std::optional<SV::String> translatedValue(const QorKexParser& parser, std::string_view key) {
     const auto translated = std::string(key) + "_" + QorInternational::GetCurrentISOID().str();
-    return parser.TryGetStrValue(translated, value) || parser.TryGetStrValue(key, value);
+    if (auto value = valueOf(parser, translated)) return value;
+    return valueOf(parser, key);
 }
 
 }  // namespace
@@ -38,27 +42,31 @@ int OptionRecord::read(QorSimulationOption& option) {
 }
 
 int OptionRecord::readName(QorSimulationOption& option) {
-    if (readTranslated(_parser, "name", option.name)) return QorSimCode::Ok;
+    if (auto name = translatedValue(_parser, "name")) {
+        option.name = std::move(*name);
+        return QorSimCode::Ok;
+    }
     return _errors.missing(_parser.GetCurElemPosition(), "name");
 }
 
 void OptionRecord::readHelpText(QorSimulationOption& option) {
-    if (!readTranslated(_parser, "helptext", option.helpText)) option.helpText = Qor_Message(message::defaultHelpText);
+    auto helpText = translatedValue(_parser, "helptext");
+    option.helpText = helpText ? std::move(*helpText) : Qor_Message(message::defaultHelpText);
 }
 
 int OptionRecord::readActivity(QorSimulationOption& option) {
-    SV::String name;
-    if (!_parser.TryGetStrValue("activity", name)) return _errors.missing(_parser.GetCurElemPosition(), "activity");
-    const auto activity = frame::findClass(_library, name);
-    if (!activity) return unknown("activity", name);
+    auto name = valueOf(_parser, "activity");
+    if (!name) return _errors.missing(_parser.GetCurElemPosition(), "activity");
+    const auto activity = frame::findClass(_library, *name);
+    if (!activity) return unknown("activity", *name);
     _activity = *activity;
-    option.activityClassName = name;
+    option.activityClassName = std::move(*name);
     return QorSimCode::Ok;
 }
 
 int OptionRecord::readStandardAttributes(QorSimulationOption& option) {
-    if (!_parser.TryGetStrValue(kWaitingTimeKey, option.waitingTimeName))
-        option.waitingTimeName = Qor_Message(message::defaultWaitingTimeName);
+    auto waitingTime = valueOf(_parser, kWaitingTimeKey);
+    option.waitingTimeName = waitingTime ? std::move(*waitingTime) : Qor_Message(message::defaultWaitingTimeName);
     for (unsigned long place = 0; place < kStandardAttributeKeys.size(); ++place) {
         const auto key = kStandardAttributeKeys[place];
         if (!_parser.IsContained(key)) continue;
@@ -70,10 +78,10 @@ int OptionRecord::readStandardAttributes(QorSimulationOption& option) {
 }
 
 int OptionRecord::readProcessCall(QorSimulationOption& option) {
-    SV::String name;
-    if (!_parser.TryGetStrValue("processcall", name)) return QorSimCode::Ok;
-    const auto cls = frame::findClass(Qor_GetCoreVarConst(QorCoreVarType::BusinessProcessLibrary), name);
-    if (!cls) return unknown("processcall", name);
+    const auto name = valueOf(_parser, "processcall");
+    if (!name) return QorSimCode::Ok;
+    const auto cls = frame::findClass(Qor_GetCoreVarConst(QorCoreVarType::BusinessProcessLibrary), *name);
+    if (!cls) return unknown("processcall", *name);
     option.processCallClass = *cls;
     if (!_parser.IsContained("subperformerattr")) return QorSimCode::Ok;
     option.subPerformerAttribute = attributeOf(*cls, "subperformerattr");
@@ -90,7 +98,7 @@ int OptionRecord::readUserAttributes(QorSimulationOption& option) {
 }
 
 long OptionRecord::attributeOf(long cls, std::string_view key) {
-    const auto name = _parser.GetStrValue(key);
+    const auto name = valueOrEmpty(_parser, key);
     if (const auto attribute = frame::findAttribute(cls, name)) return *attribute;
     unknown(key, name);
     return 0;

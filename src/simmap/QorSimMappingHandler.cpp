@@ -100,8 +100,9 @@ int QorSimMappingHandler::isSimableClass(long classId, bool& isSimable) noexcept
 int QorSimMappingHandler::getMappingOptions(ISequence<SV::String>& names) noexcept {
     if (const int code = ensureRead(); code != QorSimCode::Ok) return code;
     return Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] {
-        names.removeAll();
-        for (const auto& each : _options) names.add(each->name);
+        ISequence<SV::String> found;
+        for (const auto& each : _options) found.add(each->name);
+        names = std::move(found);
         return QorSimCode::Ok;
     });
 }

@@ -136,7 +136,8 @@ int QorSimMappingHandler::decryptSimClasses(const QorKexParser* parser, int cont
 
 int QorSimMappingHandler::setDefaultSettings(int addDefaultOption, int addDefaultClasses) noexcept {
     if (_parsed) return QorSimCode::Ok;
-    return Qor_Guarded(kMappingSource, QorSimCode::Failed, [&] {
+    constexpr int kBrokenOff = -1;
+    const int code = Qor_Guarded(kMappingSource, kBrokenOff, [&] {
         if (addDefaultOption != 0) {
             auto option = std::make_shared<QorSimulationOption>(1);
             option->name = Qor_Message(message::defaultOptionName);
@@ -147,6 +148,9 @@ int QorSimMappingHandler::setDefaultSettings(int addDefaultOption, int addDefaul
         }
         return addDefaultClasses != 0 ? defaultClasses() : QorSimCode::Ok;
     });
+    if (code != kBrokenOff) return code;
+    _parsed = false;  // half the defaults are none: the next query tries again
+    return QorSimCode::Failed;
 }
 
 int QorSimMappingHandler::defaultClasses() {

@@ -14,6 +14,7 @@
 #include "platform/QorGuard.h"
 #include "platform/QorOwnedText.h"
 #include "simmap/ReadinessReport.h"
+#include "simmap/ResultHolders.h"
 #include "simmap/SimulationUses.h"
 #include "simmap/internalErrors.h"
 #include "simmap/resetValue.h"
@@ -25,9 +26,17 @@ namespace {
 
 QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
 
+/// Ends a check: what the repository does not tell must not be reported as missing.
+struct RepositoryFailed {};
+
+void require(QorErrorCode code) {
+    if (code != QorErrorCode::Ok && code != QorErrorCode::NoValue) throw RepositoryFailed();
+}
+
 QorCoreAttributeType typeOf(long attribute) {
     auto type = QorCoreAttributeType::None;
-    return repository().getUIAttributeType(attribute, type) == QorErrorCode::Ok ? type : QorCoreAttributeType::None;
+    require(repository().getUIAttributeType(attribute, type));
+    return type;
 }
 
 /// The attributes of that type that the class's property sheet shows, and whether it shows any at all.
@@ -43,7 +52,8 @@ ShownAttributes shownAttributes(long cls, QorCoreAttributeType type) {
     for (unsigned long index = 0; notebook.GetAttr(index, name); ++index) {
         shown.showsAny = true;
         const auto attribute = frame::findAttribute(cls, name);
-        if (attribute && typeOf(*attribute) == type) shown.found.push_back(*attribute);
+        if (!attribute) throw RepositoryFailed();
+        if (typeOf(*attribute) == type) shown.found.push_back(*attribute);
     }
     return shown;
 }
@@ -60,25 +70,24 @@ ShownAttributes callingAttributes(long cls) {
 bool callsModel(long model, long object, const std::vector<long>& attributes) {
     for (const long attribute : attributes) {
         QorCoreInterReferenceHandler references(model, object, attribute);
-        const bool isRead = references.initHandler() == QorErrorCode::Ok;
+        require(references.initHandler());
         const bool isCall = attributes.size() == 1 || references.isModelReferenceMode();
-        if (isRead && isCall && references.getInterReferenceCount() != 0) return true;
+        if (isCall && references.getInterReferenceCount() != 0) return true;
     }
     return false;
 }
 
-/// Nothing but the class itself when the repository fails.
 ISortedSet<long> withSubclasses(long cls) {
     ISortedSet<long> classes;
-    if (cls != 0 && repository().getAllSubClasses(cls, classes) != QorErrorCode::Ok) classes.removeAll();
+    if (cls != 0) require(repository().getAllSubClasses(cls, classes));
     classes.add(cls);
     return classes;
 }
 
 bool hasValue(long object, long attribute) {
     QorOwnedText text;
-    return repository().getAttributeValueAsNewChar(object, attribute, text.out()) == QorErrorCode::Ok &&
-           !text.isEmpty();
+    require(repository().getAttributeValueAsNewChar(object, attribute, text.out()));
+    return !text.isEmpty();
 }
 
 bool hasAnyValue(long object, const std::vector<long>& attributes) {
@@ -91,15 +100,16 @@ bool hasAnyValue(long object, const std::vector<long>& attributes) {
 bool hasTime(long object, long attribute, QorCoreAttributeType type) {
     if (type == QorCoreAttributeType::Expression) return true;
     QorOwnedText text;
-    return repository().getAttributeValue(object, attribute, text.out(), true) == QorErrorCode::Ok && !text.isEmpty() &&
-           text.view() != resetText(QorCoreAttributeType::Time);
+    require(repository().getAttributeValue(object, attribute, text.out(), true));
+    return !text.isEmpty() && text.view() != resetText(QorCoreAttributeType::Time);
 }
 
 bool hasRelations(long object) {
     ISortedSet<long> relations;
-    if (repository().getFromRelationInstances(object, relations) == QorErrorCode::Ok && !relations.isEmpty())
-        return true;
-    return repository().getToRelationInstances(object, relations) == QorErrorCode::Ok && !relations.isEmpty();
+    require(repository().getFromRelationInstances(object, relations));
+    if (!relations.isEmpty()) return true;
+    require(repository().getToRelationInstances(object, relations));
+    return !relations.isEmpty();
 }
 
 /// One check: definitions and models go in, uses and findings come out.
@@ -109,47 +119,45 @@ public:
           const ISortedSet<long>& models, std::vector<QorSimUse>& uses, ReadinessReport report)
         : _library(library), _mapping(mapping), _results(results), _models(models), _uses(uses), _report(report) {}
 
-    bool run(int first, int last) {
-        bool clean = true;
-        for (int index = first; index < last; ++index) clean = checkOption(*_mapping.option(index), index) && clean;
+    void run(int first, int last) {
+        for (int index = first; index < last; ++index) checkOption(*_mapping.option(index), index);
         for (const auto& holder : _results.holders()) collectUses(holder, _uses);
         checkTypes();
-        clean = checkPerformers() && clean;
-        return checkClasses() && clean;
+        checkPerformers();
+        checkClasses();
     }
 
 private:
-    bool checkOption(const QorSimulationOption& option, int index) {
+    void checkOption(const QorSimulationOption& option, int index) {
         collectUses(_library, option, index, _uses);
         const long activity = frame::findClass(_library, option.activityClassName).value_or(0);
-        if (activity == 0) return true;  // the built-in option simulates nothing in particular
-        bool clean = true;
+        if (activity == 0) return;  // the built-in option simulates nothing in particular
         if (const long time = option.standardAttributes.elementAtIndex(0); time == 0)
             _report.noExecutionTimeNamed(option, index);
         else
-            clean = checkTimes(activity, time, option.processCallClass, index);
-        return (option.processCallClass == 0 || checkCalls(option.processCallClass, index)) && clean;
+            checkTimes(activity, time, option.processCallClass, index);
+        if (option.processCallClass != 0) checkCalls(option.processCallClass, index);
     }
 
     /// A process call takes as long as what it calls.
-    bool checkTimes(long activity, long attribute, long processCall, int option) {
+    void checkTimes(long activity, long attribute, long processCall, int option) {
         const auto type = typeOf(attribute);
         const auto calls = withSubclasses(processCall);
-        return eachObject(activity, [&](long model, long object) {
+        eachObject(activity, [&](long model, long object) {
             long cls = 0;
-            const bool isCall = repository().GetClassOfInstance(object, cls) == QorErrorCode::Ok && calls.contains(cls);
-            if (!isCall && !hasTime(object, attribute, type))
+            require(repository().GetClassOfInstance(object, cls));
+            if (!calls.contains(cls) && !hasTime(object, attribute, type))
                 _report.aboutObject(QorSimReadinessIssue::NoExecutionTime, option, model, object, attribute);
         });
     }
 
-    bool checkCalls(long cls, int option) {
+    void checkCalls(long cls, int option) {
         const auto attributes = callingAttributes(cls);
         if (attributes.found.empty()) {
             if (attributes.showsAny) _report.aboutClass(QorSimReadinessIssue::CannotCallModel, option, cls);
-            return true;
+            return;
         }
-        return eachObject(cls, [&](long model, long object) {
+        eachObject(cls, [&](long model, long object) {
             if (!callsModel(model, object, attributes.found))
                 _report.aboutObject(QorSimReadinessIssue::CallsNoModel, option, model, object);
         });
@@ -160,18 +168,19 @@ private:
             if (use.attribute != 0 && !canHold(use, typeOf(use.attribute))) _report.typeDoesNotFit(use);
     }
 
-    bool checkPerformers() {
+    void checkPerformers() {
         const auto& person = _results.holders()[static_cast<std::size_t>(QorSimResultAttributeType::Person)];
-        if (person.cls == 0) return true;
+        if (person.cls == 0) return;
         const auto calendars = shownAttributes(person.cls, QorCoreAttributeType::Calendar);
         if (calendars.found.empty() && calendars.showsAny)
             _report.aboutClass(QorSimReadinessIssue::CannotHaveCalendar, -1, person.cls);
         const auto named = namesReferredTo();
-        return eachObject(person.cls, [&](long model, long object) {
+        eachObject(person.cls, [&](long model, long object) {
             if (!calendars.found.empty() && !hasAnyValue(object, calendars.found))
                 _report.aboutObject(QorSimReadinessIssue::HasNoCalendar, -1, model, object);
-            const auto name = frame::readText(object, QorAttributeId::Name).value_or(SV::String());
-            if (!hasRelations(object) && !named.contains(name))
+            const auto name = frame::readText(object, QorAttributeId::Name);
+            if (!name) throw RepositoryFailed();
+            if (!hasRelations(object) && !named.contains(*name))
                 _report.aboutObject(QorSimReadinessIssue::IsNotAssigned, -1, model, object);
         });
     }
@@ -181,27 +190,26 @@ private:
         std::set<SV::String> names;
         for (const long model : _models) {
             QorSourceInterRefContainer references;
-            if (repository().getInterRefsOfSourceModel(model, references) != QorErrorCode::Ok) continue;
+            require(repository().getInterRefsOfSourceModel(model, references));
             for (unsigned long index = 0; index < references.numberOfElements(); ++index)
                 names.insert(references.elementAtIndex(index).objectName);
         }
         return names;
     }
 
-    bool checkClasses() {
+    void checkClasses() {
         const auto known = knownClasses();
         for (const long model : _models) {
             ISortedSet<long> objects;
-            if (repository().getAllInstancesInModel(model, objects) != QorErrorCode::Ok) return false;
+            require(repository().getAllInstancesInModel(model, objects));
             std::map<long, unsigned long> strangers;
             for (const long object : objects) {
                 long cls = 0;
-                if (repository().GetClassOfInstance(object, cls) != QorErrorCode::Ok) return false;
+                require(repository().GetClassOfInstance(object, cls));
                 if (!known.contains(cls)) ++strangers[cls];
             }
             for (const auto& [cls, count] : strangers) _report.classTakesNoPart(cls, model, count);
         }
-        return true;
     }
 
     /// Everything that may be simulated or that a definition names, with the subclasses.
@@ -218,14 +226,12 @@ private:
     }
 
     template <class Visit>
-    bool eachObject(long cls, Visit visit) {
+    void eachObject(long cls, Visit visit) {
         for (const long model : _models) {
             ISortedSet<long> objects;
-            if (repository().getAllInstancesOfClassAndSubClassInModel(model, cls, objects, true) != QorErrorCode::Ok)
-                return false;
+            require(repository().getAllInstancesOfClassAndSubClassInModel(model, cls, objects, true));
             for (const long object : objects) visit(model, object);
         }
-        return true;
     }
 
     long _library;
@@ -246,11 +252,17 @@ bool QorSimReadiness::check(long library, QorSimMappingHandler& mapping, const Q
     return Qor_Guarded(kMappingSource, false, [&] {
         _uses.clear();
         _findings.clear();
-        mapping.isDefined();  // reads the text when nobody has yet
+        if (results.holders().size() != resultHolders().size()) return false;  // there was no memory for them
+        mapping.isDefined();                                                   // reads the text when nobody has yet
         const int count = mapping.getSimOptionCount();
         if (option != kAllOptions && (option < 0 || option >= count)) return false;
         const int first = option == kAllOptions ? 0 : option;
         const int last = option == kAllOptions ? count : option + 1;
-        return Check(library, mapping, results, models, _uses, ReadinessReport(_findings)).run(first, last);
+        try {
+            Check(library, mapping, results, models, _uses, ReadinessReport(_findings)).run(first, last);
+            return true;
+        } catch (const RepositoryFailed&) {
+            return false;
+        }
     });
 }

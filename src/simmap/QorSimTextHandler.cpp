@@ -2,6 +2,7 @@
 #include "simmap/QorSimTextHandler.h"
 
 #include <array>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "platform/QorAttributeIds.h"
 #include "platform/QorGuard.h"
 #include "platform/QorMessage.h"
+#include "simmap/KexValues.h"
 #include "simmap/internalErrors.h"
 #include "simmap/messages.h"
 
@@ -44,6 +46,7 @@ QorSimTextHandler& QorSimTextHandler::operator=(const QorSimTextHandler& other) 
         _errorText = other._errorText;
         _errorPosition = other._errorPosition;
         if (other._parser) _parser = std::make_unique<QorKexParser>(*other._parser);
+        if (_parser && _parser->GetElemCount() != other._parser->GetElemCount()) throw std::bad_alloc();
         _error = other._error;
         _defined = other._defined;
     });
@@ -125,7 +128,7 @@ SV::String QorSimTextHandler::textOf(std::string_view key) const noexcept {
     if (!hasTexts()) return {};
     return Qor_Guarded(kTextSource, SV::String(), [&] {
         _parser->SetCurElemIndex(0);
-        return _parser->GetStrValue(key);
+        return valueOrEmpty(*_parser, key);
     });
 }
 
@@ -142,9 +145,10 @@ SV::String QorSimTextHandler::getSimTextKEX() const noexcept {
     return Qor_Guarded(kTextSource, SV::String(), [this] {
         if (!hasTexts()) return SV::String("SIMTEXT\nundefined");
         std::string text(kElement);
+        _parser->SetCurElemIndex(0);
         for (const auto key : kKeys) {
             text.append("\n").append(key).append(":");
-            text += QorKexParser::GetKexTextOfStrValue(textOf(key).view()).view();
+            text += quotedValue(_parser->GetStrView(key).value_or(std::string_view())).view();
         }
         return SV::String(std::move(text));
     });

@@ -3,6 +3,7 @@
 
 #include "frame/RepositoryLookup.h"
 #include "platform/QorSyntaxChecks.h"
+#include "simmap/KexValues.h"
 #include "simmap/MappingErrors.h"
 #include "simmap/OldResultText.h"
 
@@ -31,7 +32,7 @@ ResultSyntax parseResultText(QorKexParser& parser, const SV::String& text, QorCo
 
 std::optional<SV::String> holderClassName(QorKexParser& parser, const ResultHolder& holder) {
     for (unsigned long index = 0; parser.SetCurElemIndex(index); ++index)
-        if (parser.GetCurElemNameView() == holder.element) return parser.GetStrValue();
+        if (parser.GetCurElemNameView() == holder.element) return elementValue(parser);
     return std::nullopt;
 }
 
@@ -52,7 +53,7 @@ bool ResultReader::read(ResultTables& tables) {
 }
 
 bool ResultReader::readHolder(ResultTables& tables) {
-    const auto name = _parser.GetStrValue();
+    const auto name = elementValue(_parser);
     const auto cls = frame::findClass(_part, name);
     if (!cls) return unknown(_parser.GetCurElemPosition(), name.view());
     _holderClass = *cls;
@@ -60,7 +61,8 @@ bool ResultReader::readHolder(ResultTables& tables) {
         long attribute = 0;
         if (_parser.IsContained(key)) {
             attribute = attributeOf(_holderClass, key);
-            if (attribute == 0 && !unknown(_parser.GetKeyPosition(key), _parser.GetStrValue(key).view())) return false;
+            if (attribute == 0 && !unknown(_parser.GetKeyPosition(key), valueOrEmpty(_parser, key).view()))
+                return false;
         }
         tables.attributes.add(attribute);
         if (attribute != 0) tables.mapping.add({attribute, attribute});
@@ -69,7 +71,7 @@ bool ResultReader::readHolder(ResultTables& tables) {
 }
 
 bool ResultReader::readSource(ResultTables& tables) {
-    const auto name = _parser.GetStrValue();
+    const auto name = elementValue(_parser);
     const auto cls = frame::findClass(_part, name);
     if (!cls) return unknown(_parser.GetCurElemPosition(), name.view());
 
@@ -86,7 +88,7 @@ bool ResultReader::readSource(ResultTables& tables) {
             continue;
         }
         row.attribute = attributeOf(row.cls, row.key);
-        if (row.attribute == 0 && !unknown(_parser.GetKeyPosition(row.key), _parser.GetStrValue(row.key).view()))
+        if (row.attribute == 0 && !unknown(_parser.GetKeyPosition(row.key), valueOrEmpty(_parser, row.key).view()))
             return false;
     }
     if (source.attribute == 0 || source.resultAttribute == 0) return true;
@@ -96,7 +98,7 @@ bool ResultReader::readSource(ResultTables& tables) {
 }
 
 long ResultReader::attributeOf(long cls, std::string_view key) {
-    return frame::findAttribute(cls, _parser.GetStrValue(key)).value_or(0);
+    return frame::findAttribute(cls, valueOrEmpty(_parser, key)).value_or(0);
 }
 
 bool ResultReader::unknown(QorKexPosition position, std::string_view name) {

@@ -115,6 +115,29 @@ TEST_F(CalendarCommand, WritesOneJsonDocumentAlsoWhenItFails) {
     "result": 28860,)"));
     EXPECT_EQ(_runner.run("calendar show week.cal --json | python3 -m json.tool > shown.json").exit, 0);
 
+    // Beyond 94 pairs identifiers are single bytes from 128 on, which are no UTF-8.
+    std::string many[2] = {"B", "B"};
+    for (int profile = 0; profile < 10; ++profile) {
+        const std::string its = std::to_string(profile) + '@' + std::to_string(profile) + "@@";
+        (many[0] += "@P") += its;
+        (many[1] += "@Q") += its;
+    }
+    for (auto& text : many) text += "@$";
+    for (int day = 0; day < 100; ++day) {
+        many[0] += static_cast<char>('0' + day / 10);
+        many[1] += static_cast<char>('0' + day % 10);
+    }
+    _runner.write("p.cal", many[0]);
+    _runner.write("q.cal", many[1]);
+    const std::string file = _runner.run("calendar union p.cal q.cal").out;
+    const std::string decoded =
+        _runner
+            .run(
+                "calendar union p.cal q.cal --json | python3 -c 'import base64,json,sys;"
+                "sys.stdout.buffer.write(base64.b64decode(json.load(sys.stdin)[\"result\"][\"calendar_base64\"]))'")
+            .out;
+    EXPECT_EQ(file, "cyclic: no\noffset: 0\ndays: 100\n" + decoded + '\n');
+
     const Outcome failed = _runner.run("calendar sum missing.cal --from 0 --to 1 --json");
     EXPECT_EQ(failed.exit, 3);
     EXPECT_THAT(failed.out, HasSubstr("\"schema\": \"qor.calendar/1\""));

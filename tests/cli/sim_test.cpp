@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/CommandRunner.h"
+#include "embedded/QorEmbeddedPlatform.h"
+#include "interchange/QorImport.h"
 
 namespace {
 
@@ -95,6 +97,52 @@ TEST(CliSim, ShowsWhatAResetWouldTakeAway) {
     ASSERT_EQ(document["changes"].size(), 6U) << "three attributes of two performers";
     EXPECT_EQ(document["changes"][0]["now"], "0.75");
     EXPECT_EQ(document["changes"][0]["after"], "0");
+}
+
+/// A repository file with the models for handling orders and their library.
+std::string makeRepository(const CommandRunner& qor) {
+    const std::string path = (qor.folder() / "in" / "orders.qor").string();
+    QorEmbeddedPlatform platform;
+    const QorHostInstallation installation(platform.host());
+    EXPECT_TRUE(platform.createRepository(path).ok());
+    QorImporter importer(platform.builder(), platform.reader());
+    const auto library = importer.readFile(QOR_SOURCE_DIR "/libraries/order-handling.yaml", QorNoIdentifier).library;
+    EXPECT_FALSE(importer.readFile(kOrders, library).hasErrors());
+    EXPECT_TRUE(platform.closeRepository().ok());
+    return path;
+}
+
+TEST(CliSim, ResetsTheResultsInARepository) {
+    const CommandRunner qor;
+    const std::string path = makeRepository(qor);
+    EXPECT_EQ(qor.run("sim reset --model Warehuose orders.qor").exit, 2);
+    EXPECT_EQ(qor.run("sim reset --model Warehouse --library Nothing orders.qor").exit, 2);
+    // Another process is writing meanwhile.
+    qor.write("hold.py",
+              "import sqlite3, subprocess, sys\n"
+              "repository = sqlite3.connect('orders.qor', isolation_level=None)\n"
+              "repository.execute('BEGIN IMMEDIATE')\n"
+              "sys.exit(subprocess.call(sys.argv[1:]))\n");
+    EXPECT_EQ(qor.run("sim reset --model Warehouse orders.qor", "python3 hold.py").exit, 4);
+    const struct {
+        const char* arguments;
+        const char* out;
+    } steps[] = {
+        {"sim reset --dry-run --model Warehouse orders.qor", "A reset would change 6 values of 2 objects\n"},
+        {"sim reset --model Warehouse orders.qor", "The reset changed 6 values of 2 objects\n"},
+        {"sim reset --model Warehouse orders.qor", "The reset changed 0 values of 0 objects\n"},
+    };
+    for (const auto& step : steps) {
+        const Outcome outcome = qor.run(step.arguments);
+        EXPECT_EQ(outcome.exit, 0) << outcome.err;
+        EXPECT_THAT(outcome.out, HasSubstr(step.out));
+    }
+    qor.write("damaged.qor", std::string("SQLite format 3\0 and no more", 29));
+    EXPECT_EQ(qor.run("sim reset --model Warehouse damaged.qor").exit, 3);
+
+    QorEmbeddedPlatform other;
+    ASSERT_TRUE(other.openRepository(path).ok());
+    EXPECT_TRUE(other.verifyRepository().ok());
 }
 
 TEST(CliSim, RefusesWhatItCannotDo) {

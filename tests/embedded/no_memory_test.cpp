@@ -9,6 +9,7 @@
 
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreInterReferenceHandler.h"
+#include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
 #include "platform/QorOwnedText.h"
 #include "support/OnStores.h"
@@ -59,6 +60,7 @@ struct Scene {
         rows.type = Type::Record;
         rows.target = table;
         record = w.attribute("Task", rows);
+        sum = w.attribute("Task", "Sum", Type::Expression, "[Title] & [Title]");
         empty = w.cls("Empty", "Task");
         thenClass = w.idOf("then");
         type = w.modelType("Process", {"Task"});
@@ -70,6 +72,10 @@ struct Scene {
         then = w.connect(a, "then", b);
         w.value(a, "Title", "long enough to be somewhere on the heap");
         w.value(a, "Links", "OBJECT \"o\" class: \"C\" model: \"m\" type: \"T\"");
+        const auto row = builder.addRecordRow(a, record).id;
+        (void)builder.setValue(row, w.attributeOf(table, "Cell"), "a cell that is long enough to stand on the heap");
+        group = builder.addModelGroup(w.library, "group").id;
+        inner = builder.addModelGroup(w.library, "inner").id;
         if (kept == Kept::InUnit && repository.unitsOfWork()->begin() != QorErrorCode::Ok) std::abort();
     }
     [[nodiscard]] QorBuildResult result(QorErrorCode code) const {
@@ -108,7 +114,7 @@ struct Scene {
     std::string longName;  // nor this one
     std::string text;      // gets a block of its own in the repository
     int round = 0;
-    QorIdentifier task, table, title, record, type, model, a, b, then, thenClass, empty;
+    QorIdentifier task, table, title, record, sum, type, model, a, b, then, thenClass, empty, group, inner;
 };
 
 struct Operation {
@@ -143,6 +149,12 @@ const Operation kOperations[] = {
     {"other value", [](Scene& s) { return s.builder.setValue(s.a, s.title, s.text); }},
     {"row", [](Scene& s) { long row = -1; return s.result(s.repository.createRecordInstance(s.model, s.a, s.record, row, -1)); }},
     {"name", [](Scene& s) { return s.result(s.repository.RenameInstance(s.model, s.other(), s.longName.c_str(), true)); }},
+    {"group", [](Scene& s) { return s.builder.addModelGroup(s.group, s.name); }},
+    {"group moved", [](Scene& s) { return s.builder.moveModelGroup(s.inner, s.round % 2 ? s.group : s.w.library); }},
+    {"model moved", [](Scene& s) { return s.builder.moveModel(s.model, s.round % 2 ? s.group : s.inner); }},
+    {"paste", [](Scene& s) { return s.builder.pasteObject(s.model, s.a, s.name); }},
+    {"expression", [](Scene& s) { SV::String text; return s.result(s.w.platform.host().editing->expressionResult(s.model, s.a, s.sum, text)); }},
+    {"groups", [](Scene& s) { ISortedSet<long> found; return s.result(s.w.platform.host().modelGroups->subGroups(s.group, found, true)); }},
     {"move source", [](Scene& s) { return s.result(s.repository.moveFromEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
     {"move target", [](Scene& s) { return s.result(s.repository.moveToEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
     {"delete", [](Scene& s) { return s.result(s.repository.deleteInstance(s.model, s.round == 0 ? s.b : s.other())); }},

@@ -24,6 +24,7 @@ std::string Files::content() const {
         for (const QorModelInfo& model : reader().modelsOf(library))
             text << model.name << ' ' << reader().objectsOf(model.id).size() << ' '
                  << reader().relationsOf(model.id).size() << ';';
+        for (const QorModelGroupInfo& group : reader().modelGroupsOf(library)) text << group.name << ';';
         text << ')';
     }
     return text.str();

@@ -49,6 +49,7 @@ public:
                 for (const QorClassInfo& cls : _reader.classesOf(part))
                     if (cls.isRecordClass == records) describe(cls);
             for (const QorRelationClassInfo& cls : _reader.relationClassesOf(part)) describe(cls);
+            put(_reader.unmovedRelationClass(part));
             for (const QorModelTypeInfo& type : _reader.modelTypesOf(library)) {
                 if (type.part != part) continue;
                 put(type.name);
@@ -58,12 +59,22 @@ public:
                 for (const std::string& name : visible) put(name);
             }
         }
+        // Groups are written with models, in an order of their own.
+        std::vector<std::string> ways;
+        if (_reader.modelsOf(library).empty()) return _text;
+        for (const QorModelGroupInfo& group : _reader.modelGroupsOf(library)) ways.push_back(wayTo(group.id));
+        std::sort(ways.begin(), ways.end());
+        for (const std::string& way : ways) put(way);
         for (const QorModelInfo& model : _reader.modelsOf(library)) describe(model);
         return _text;
     }
 
 private:
     void put(std::string_view text) { _text += std::to_string(text.size()) + ":" + std::string(text) + "\n"; }
+    std::string wayTo(QorIdentifier group) const {
+        const QorModelGroupInfo info = _reader.modelGroupInfo(group);
+        return group == QorNoIdentifier ? "" : wayTo(info.parent) + " > " + std::string(info.name);
+    }
     std::string fullName(QorIdentifier cls) const {
         const bool relation = _reader.kindOf(cls) == QorThingKind::RelationClass;
         const QorIdentifier part = relation ? _reader.relationClassInfo(cls).part : _reader.classInfo(cls).part;
@@ -76,7 +87,7 @@ private:
         for (const QorAttributeInfo& a : _reader.attributesOf(owner)) {
             put(a.name);
             put(std::to_string(static_cast<int>(a.type)) + (a.level == QorAttributeLevel::Class ? "c" : "i") +
-                (a.refersToModels ? "m" : "o"));
+                (a.refersToModels ? "m" : "o") + std::to_string(static_cast<int>(a.shownAs)));
             put(a.defaultText);
             for (const std::string_view value : a.enumeration) put(value);
             if (a.target != QorNoIdentifier) put(fullName(a.target));
@@ -103,6 +114,7 @@ private:
             for (const QorAttributeInfo& a : _reader.attributesOf(owner)) {
                 put(_reader.hasValue(thing, a.id) ? "own" : "none");
                 put(_reader.valueOf(thing, a.id));
+                for (const QorIdentifier row : _reader.recordRows(thing, a.id)) values(row, a.target);
             }
         put(_reader.valueOf(thing, QorAttributeId::Graphic));
         put(_reader.valueOf(thing, QorAttributeId::WorkingEnvironmentGraphic));
@@ -110,6 +122,7 @@ private:
     void describe(const QorModelInfo& model) {
         put(model.name);
         put(model.version);
+        put(wayTo(_reader.groupOfModel(model.id)));
         put(_reader.nameOf(model.modelType));
         for (const QorIdentifier object : _reader.objectsOf(model.id)) {
             put(fullName(_reader.classOfObject(object)));
@@ -171,6 +184,17 @@ rc::Gen<std::string> anyText() {
                         });
 }
 
+/// The same without line breaks and control characters.
+rc::Gen<std::string> anyName() {
+    return rc::gen::map(anyText(), [](std::string text) {
+        for (const char* refused :
+             {"\n", "\r", "\t", "\x01", "\x1B", "\x7F", "\xC2\x80", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"})
+            for (std::size_t at = text.find(refused); at != std::string::npos; at = text.find(refused))
+                text.erase(at, std::string(refused).size());
+        return text;
+    });
+}
+
 /// Makes a library with models by the building interface, with random names, texts and shape. Names that are refused
 /// because they are taken are simply left out.
 class RandomRepository {
@@ -178,7 +202,7 @@ public:
     explicit RandomRepository(Files& files) : _builder(files.platform.builder()), _reader(files.reader()) {}
 
     QorIdentifier make() {
-        const QorBuildResult library = _builder.addApplicationLibrary("L" + *anyText(), *anyText(), *anyText());
+        const QorBuildResult library = _builder.addApplicationLibrary("L" + *anyName(), *anyName(), *anyName());
         _library = library.id;
         for (const auto which : {QorLibraryPart::BusinessProcess, QorLibraryPart::WorkingEnvironment})
             _parts.push_back(_builder.libraryPart(_library, which));
@@ -190,7 +214,10 @@ public:
         for (int i = number(0, 4); i > 0 && !_classes.empty(); --i) addRelationClass();
         for (const QorIdentifier owner : _owners) setClassValues(owner);
         for (int i = number(0, 2); i > 0; --i)
-            (void)_builder.addModelType(*rc::gen::elementOf(_parts), *anyText(), _classes);
+            (void)_builder.addModelType(*rc::gen::elementOf(_parts), *anyName(), _classes);
+        for (const QorIdentifier part : _parts)
+            if (number(0, 1) == 0) (void)_builder.setUnmovedRelationClass(part, name());
+        for (int i = number(0, 4); i > 0; --i) addGroup();
         for (int i = number(0, 2); i > 0; --i) addModel();
         return _library;
     }
@@ -199,7 +226,7 @@ private:
     static int number(int from, int to) { return *rc::gen::inRange(from, to + 1); }
     // Few different names, so that both parts have classes of the same one.
     static std::string name() {
-        return number(0, 2) == 0 ? *anyText() : std::string(1, static_cast<char>('A' + number(0, 3)));
+        return number(0, 2) == 0 ? *anyName() : std::string(1, static_cast<char>('A' + number(0, 3)));
     }
     QorIdentifier anyClass() const { return *rc::gen::elementOf(_classes); }
 
@@ -234,9 +261,17 @@ private:
         } else if (spec.type == Type::Text || spec.type == Type::LongText) {
             spec.defaultText = first;
         }
+        if (number(0, 3) == 0) spec.shownAs = static_cast<Type>(number(0, 15));
+        if (spec.shownAs == spec.type) spec.shownAs = Type::None;
         if (spec.type == Type::Record && !_records.empty()) spec.target = _records.front();
         if (spec.type == Type::AttributeProfile && !_classes.empty()) spec.target = anyClass();
         (void)_builder.addAttribute(*rc::gen::elementOf(_owners), spec);
+    }
+
+    void addGroup() {
+        const bool atTop = _groups.empty() || number(0, 1) == 0;
+        const QorBuildResult made = _builder.addModelGroup(atTop ? _library : *rc::gen::elementOf(_groups), name());
+        if (made.ok()) _groups.push_back(made.id);
     }
 
     void addRelationClass() {
@@ -270,14 +305,25 @@ private:
         for (const QorIdentifier graphic : {QorAttributeId::Graphic, QorAttributeId::WorkingEnvironmentGraphic})
             (void)_builder.setValue(thing, graphic, *anyText());
         forEachAttribute(cls, [&](const QorAttributeInfo& attribute) {
-            if (number(0, 2) != 0) (void)_builder.setValue(thing, attribute.id, anyValue(attribute.type));
+            if (attribute.type == QorCoreAttributeType::Record)
+                for (int i = number(0, 2); i > 0; --i) addRow(thing, attribute);
+            else if (number(0, 2) != 0)
+                (void)_builder.setValue(thing, attribute.id, anyValue(attribute.type));
         });
+    }
+
+    // Rows may hold rows of their own class, up to a depth that the repository sets.
+    void addRow(QorIdentifier thing, const QorAttributeInfo& attribute) {
+        const QorBuildResult row = _builder.addRecordRow(thing, attribute.id);
+        if (row.ok()) setValues(row.id, attribute.target);
     }
 
     void addModel() {
         const auto types = _reader.modelTypesOf(_library);
         if (types.empty()) return;
-        const QorBuildResult model = _builder.addModel(types.front().id, name(), *anyText());
+        const QorBuildResult model = _builder.addModel(types.front().id, name(), *anyName());
+        if (!_groups.empty() && number(0, 1) == 0 && model.ok())
+            (void)_builder.moveModel(model.id, *rc::gen::elementOf(_groups));
         std::vector<QorIdentifier> objects;
         for (int i = number(0, 6); i > 0 && model.ok() && !_classes.empty(); --i) {
             const QorIdentifier cls = anyClass();
@@ -302,6 +348,7 @@ private:
     std::vector<QorIdentifier> _records;
     std::vector<QorIdentifier> _relationClasses;
     std::vector<QorIdentifier> _owners;
+    std::vector<QorIdentifier> _groups;
 };
 
 std::vector<QorIdentifier> modelsOf(const Files& files, QorIdentifier library) {

@@ -46,6 +46,25 @@ const Fault kModelFaults[] = {
      "  - {name: M, type: Notes, version: 1}\n  - {name: M, type: Notes, version: \"1\"}\n",
      {"4:12 already a model \"M\" of this type in version \"1\""}},
     {"EmptyName", "  - {name: \"\", type: Notes}\n", {"3:12 the name is empty"}},
+    {"UnknownGroup",
+     "  - {name: M, type: Notes, group: [Sales, Ordrs]}\n  - {name: N, type: Notes, group: Salse}\ngroups: [[Sales, "
+     "Orders]]\n",
+     {"3:43 no model group \"Ordrs\" in model group \"Sales\"; did you mean \"Orders\"?",
+      "4:35 no model group \"Salse\"; did you mean \"Sales\"?"}},
+    {"NoGroup",
+     "  - {name: M, type: Notes, group: {a: b}}\n  - {name: N, type: Notes, group: []}\ngroups: [[], [[a]], \"\", [a, "
+     "\"b\\n\"]]\n",
+     {"3:35 \"group\" must be a name or a list of names, not a mapping", "4:35 a list of names", "5:10 a list of names",
+      "5:14 a list of names", "5:21 the name is empty", "5:29 neither line breaks"}},
+    {"GroupsTooDeep",
+     "groups: [[" +
+         [] {
+             std::string way = "a";
+             for (int depth = 1; depth <= 64; ++depth) way += ", a";
+             return way;
+         }() +
+         "]]\n",
+     {"3:203 nested too deeply"}},
 };
 
 std::string objects(const std::string& text) { return "  - name: M\n    type: Process\n    objects:\n" + text; }
@@ -71,7 +90,12 @@ const Fault kObjectFaults[] = {
              "          Tags: [red, red]\n          Shape: x\n          Rows: x\n          Name: {a: b}\n"),
      {"9:17 \"Kind\" does not take \"none\": it holds one of \"manual\", \"automatic\"",
       "10:11 has no attribute \"Kint\"; did you mean \"Kind\"?", "11:18 a whole number", "12:17 \"red;red\"",
-      "13:18 \"Shape\"", "14:17 rows, which a file cannot hold", "15:17 must be a text"}},
+      "13:18 \"Shape\"", "14:17 a list of rows, each a mapping", "15:17 must be a text"}},
+    {"Rows",
+     objects("      - class: Task\n        name: a\n        values:\n          Rows: [x, {Cell: a, Sell: b}, {}]\n"
+             "      - {class: Task, name: b, values: {Rows: {Cell: a}}}\n"),
+     {"9:18 a row must be a mapping", "9:31 record class \"Row\" has no attribute \"Sell\"; did you mean \"Cell\"?",
+      "10:47 the rows of a record must be a list"}},
     {"Expressions",
      objects("      - class: Task\n        name: a\n        values:\n          Sum: |\n            1 +\n            "
              "[Count] "
@@ -168,6 +192,34 @@ TEST(ModelFile, BecomesModelsWithObjectsAndRelations) {
     EXPECT_EQ(value(task, taskClass, "Tags"), "red;blue");
     EXPECT_EQ(value(relations[0].id, relations[0].relationClass, "Weight"), "2.50");
     EXPECT_EQ(value(objects[1], taskClass, "Kind"), "");
+}
+
+TEST(ModelFile, PutsModelsIntoGroupsAndRowsIntoRecords) {
+    Files files;
+    const QorIdentifier library = files.library(kSmallLibrary);
+    const char* const text = R"(format: qor.model/1
+groups: [Archive, [Sales, Orders]]
+models:
+  - name: M
+    type: Process
+    version: "1"
+    group: Archive
+    objects:
+      - {class: Task, name: a, values: {Rows: [{Cell: first}, {}, {Cell: third}]}}
+  - {name: M, type: Process, version: "2", group: [Sales, Orders]}
+)";
+    const auto models = files.models(text, library);
+    ASSERT_EQ(models.size(), 2U);
+    const QorRepositoryReader& reader = files.reader();
+    EXPECT_EQ(reader.nameOf(reader.groupOfModel(models[0])), "Orders") << "all versions lie in one group";
+    EXPECT_EQ(reader.modelGroupsOf(library).size(), 3U);
+    const QorIdentifier task = files.object(models[0], "a");
+    const auto rows = reader.recordRows(task, reader.findAttribute(reader.classOfObject(task), "Rows"));
+    ASSERT_EQ(rows.size(), 3U);
+    const QorIdentifier cell = reader.findAttribute(reader.findClass(library, "Row"), "Cell");
+    EXPECT_EQ(reader.valueOf(rows[2], cell), "third");
+    EXPECT_FALSE(reader.hasValue(rows[1], cell));
+    files.models("format: qor.model/1\nmodels:\n  - {name: N, type: Notes, group: [Sales, Orders]}\n", library);
 }
 
 TEST(ModelFile, WarnsOfAttributesThatAnExpressionNamesInVain) {

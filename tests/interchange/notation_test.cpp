@@ -139,7 +139,7 @@ business_process:
     - {name: no}
     - {name: 1:30}
     - {name: ~}
-    - {name: "a\tb\u00e9\"\\"}
+    - {name: "a\u0042b\u00e9\"\\"}
     - {name: 'it''s'}
     - name: >-
         folded
@@ -150,10 +150,10 @@ business_process:
     const std::string json =
         "\xEF\xBB\xBF"
         R"({"format": "qor.library/1", "name": 012e0,
-"business_process": {"classes": [{"name": "no"}, {"name": "1:30"}, {"name": "~"}, {"name": "a\tb\u00e9\"\\"},
+"business_process": {"classes": [{"name": "no"}, {"name": "1:30"}, {"name": "~"}, {"name": "a\u0042b\u00e9\"\\"},
 {"name": "it's"}, {"name": "folded text"}, {"name": "plain text goes on"}]}})";
     const std::vector<std::string> expected = {
-        "no", "1:30", "~", "a\tb\xC3\xA9\"\\", "it's", "folded text", "plain text goes on"};
+        "no", "1:30", "~", "aBb\xC3\xA9\"\\", "it's", "folded text", "plain text goes on"};
     for (std::string text : {yaml, json, [&] {
                                  std::string windows;
                                  for (const char c : yaml) windows += c == '\n' ? "\r\n"s : std::string(1, c);

@@ -2,7 +2,8 @@
 #include "simcal/Calendars.h"
 
 #include <algorithm>
-#include <array>
+#include <utility>
+#include <vector>
 
 #include "embedded/MessageTable.h"
 #include "platform/QorTimeFunctions.h"
@@ -12,6 +13,7 @@ namespace simcal_tests {
 
 Language::Language(std::string iso) : _iso(std::move(iso)) {
     _host.texts = this;
+    _host.windows = &_windows;
     _installation.emplace(_host);
 }
 
@@ -115,58 +117,81 @@ std::int64_t randomInstant(std::mt19937_64& random, const QorCalendar& calendar)
 namespace plain {
 namespace {
 
-struct Moment {
-    std::int32_t cycle, day;
-    SV::Time time;
-};
+__extension__ using Wide = __int128;
 
 std::int64_t seconds(SV::Time time) { return QorTimeFunctions::getTimeInSeconds(time); }
 
-__extension__ using Wide = __int128;
+struct Moment {
+    Code code = Code::Ok;
+    std::int32_t cycle = 0, day = 0;
+    SV::Time time{};
+    const QorDayProfile* profile = nullptr;  // null outside the day list
+    [[nodiscard]] Code onADay() const {
+        return code == Code::Ok && profile == nullptr ? Code::CalendarInconsistent : code;
+    }
+};
 
-Code map(const QorCalendar& calendar, std::int64_t instant, Moment& moment) {
+Moment map(const QorCalendar& calendar, std::int64_t instant) {
     const auto s = static_cast<std::int64_t>(static_cast<std::uint64_t>(instant) +
                                              static_cast<std::uint64_t>(calendar.getOffsetInSeconds()));
     const std::int32_t length = calendar.getPeriodLengthInDays();
-    if (calendar.isCyclic() == 0 && s > static_cast<std::int32_t>(Wide{length} * kDay)) return Code::BeyondPeriod;
-    if (length < 1) return Code::CalendarInconsistent;
+    if (calendar.isCyclic() == 0 && s > static_cast<std::int32_t>(Wide{length} * kDay)) return {Code::BeyondPeriod};
+    if (length < 1) return {Code::CalendarInconsistent};
+    Moment moment;
     Wide d = s / kDay;
-    std::int32_t cycle = 0;
     if (d >= length) {
-        cycle = static_cast<std::int32_t>(d / length);
+        moment.cycle = static_cast<std::int32_t>(d / length);
         d = d % length;
     }
-    const auto product = static_cast<std::int32_t>(Wide{cycle} * length);
-    const Wide time = s - (product + d) * kDay;
-    moment = {cycle, d < -1000 ? -1000 : static_cast<std::int32_t>(d + 1),
-              SV::Time(0, 0, static_cast<std::int32_t>(time))};
-    return Code::Ok;
+    const auto product = static_cast<std::int32_t>(Wide{moment.cycle} * length);
+    moment.day = d < -1000 ? -1000 : static_cast<std::int32_t>(d + 1);
+    moment.time = SV::Time(0, 0, static_cast<std::int32_t>(s - (product + d) * kDay));
+    moment.profile = calendar.getProfileOfDay(moment.day);
+    return moment;
 }
 
-Answer lengthBetween(const QorCalendar& calendar, int day, SV::Time from, SV::Time to) {
-    Answer answer{Code::CalendarInconsistent, kUntouched};
-    if (const auto* profile = calendar.getProfileOfDay(day))
-        answer.code = profile->getIntervalLengthSumInBetween(from, to, answer.value);
-    return answer;
-}
-
-std::int64_t whole(const QorDayProfile& profile) {
+std::int64_t whole(const QorDayProfile* profile) {
     std::int64_t sum = 0;
-    EXPECT_EQ(profile.getIntervalLengthSum(sum), Code::Ok);
+    EXPECT_EQ(profile->getIntervalLengthSum(sum), Code::Ok);
     return sum;
 }
+
+// Both ends of a span with their parts of a day, and the days between.
+struct Span {
+    Span(const QorCalendar& calendar, std::int64_t from, std::int64_t to) {
+        if (from > to) code = Code::FirstAfterSecond;
+        for (auto [end, instant] : {std::pair(&first, from), std::pair(&last, to)}) {
+            if (code == Code::Ok) code = (*end = map(calendar, instant)).code;
+        }
+        for (const Moment* end : {&first, &last}) {
+            if (code == Code::Ok) code = end->onADay();
+        }
+        if (code != Code::Ok) return;
+        cycles = std::int64_t{last.cycle} - first.cycle;
+        withinADay = cycles == 0 && first.day == last.day;
+        code = first.profile->getIntervalLengthSumInBetween(first.time, withinADay ? last.time : at(24), head);
+        if (withinADay || code != Code::Ok) return;
+        code = last.profile->getIntervalLengthSumInBetween(SV::Time(), last.time, tail);
+        const int lastDay = cycles == 0 ? last.day - 1 : calendar.getPeriodLengthInDays();
+        for (int day = first.day + 1; day <= lastDay; ++day) between.push_back(calendar.getProfileOfDay(day));
+        for (int day = 1; cycles != 0 && day < last.day; ++day) between.push_back(calendar.getProfileOfDay(day));
+    }
+    Code code = Code::Ok;
+    Moment first, last;
+    bool withinADay = false;
+    std::int64_t cycles = 0, head = 0, tail = 0;
+    std::vector<const QorDayProfile*> between;
+};
 
 }  // namespace
 
 Answer untilStart(const QorCalendar& calendar, std::int64_t instant) {
-    Moment now{};
-    if (const Code code = map(calendar, instant, now); code != Code::Ok)
+    const Moment now = map(calendar, instant);
+    if (const Code code = now.onADay(); code != Code::Ok)
         return {code == Code::BeyondPeriod ? Code::NoNextInterval : code, kUntouched};
-    const auto* profile = calendar.getProfileOfDay(now.day);
-    if (profile == nullptr) return {Code::CalendarInconsistent, kUntouched};
     QorDayIntervalWithProperty* target = nullptr;
     std::int64_t k = 0;
-    if (profile->getNextInterval(now.time, target) != Code::Ok) {
+    if (now.profile->getNextInterval(now.time, target) != Code::Ok) {
         int day = now.day;
         do {
             if (++k > calendar.getPeriodLengthInDays()) return {Code::NoNextInterval, kUntouched};
@@ -182,97 +207,56 @@ Answer untilStart(const QorCalendar& calendar, std::int64_t instant) {
 }
 
 Answer untilEnd(const QorCalendar& calendar, std::int64_t instant) {
-    Moment now{};
-    if (const Code code = map(calendar, instant, now); code != Code::Ok) return {code, kUntouched};
-    const auto* profile = calendar.getProfileOfDay(now.day);
-    if (profile == nullptr) return {Code::CalendarInconsistent, kUntouched};
+    const Moment now = map(calendar, instant);
+    if (const Code code = now.onADay(); code != Code::Ok) return {code, kUntouched};
     QorDayIntervalWithProperty* current = nullptr;
-    if (const Code code = profile->getCurrentInterval(now.time, current); code != Code::Ok) return {code, kUntouched};
     SV::Time end;
+    if (const Code code = now.profile->getCurrentInterval(now.time, current); code != Code::Ok)
+        return {code, kUntouched};
     EXPECT_EQ(current->getEndTime(end), Code::Ok);
     return {Code::Ok, seconds(end) - seconds(now.time)};
 }
 
 Answer isIn(const QorCalendar& calendar, std::int64_t instant, std::int64_t duration) {
     if (duration >= 86401) return {Code::Ok, 0};
-    std::array<Moment, 2> moments{};
-    std::array<QorDayIntervalWithProperty*, 2> current{};
-    const auto end =
-        static_cast<std::int64_t>(static_cast<std::uint64_t>(instant) + static_cast<std::uint64_t>(duration));
-    if (const Code code = map(calendar, instant, moments[0]); code != Code::Ok) return {code, kUntouched};
-    if (const Code code = map(calendar, end, moments[1]); code != Code::Ok) return {code, kUntouched};
-    for (std::size_t i = 0; i < 2; ++i) {
-        const auto* profile = calendar.getProfileOfDay(moments[i].day);
-        if (profile == nullptr || profile->getCurrentInterval(moments[i].time, current[i]) != Code::Ok)
-            return {Code::Ok, 0};
+    const Moment first = map(calendar, instant);
+    const Moment last = map(calendar, static_cast<std::int64_t>(static_cast<std::uint64_t>(instant) +
+                                                                static_cast<std::uint64_t>(duration)));
+    for (const Moment* end : {&first, &last}) {
+        if (end->code != Code::Ok) return {end->code, kUntouched};
     }
-    return {Code::Ok, moments[0].day == moments[1].day && current[0] == current[1] ? 1 : 0};
+    const auto current = [](const Moment& moment) {
+        QorDayIntervalWithProperty* interval = nullptr;
+        if (moment.profile != nullptr) (void)moment.profile->getCurrentInterval(moment.time, interval);
+        return interval;
+    };
+    const bool same = first.day == last.day && current(first) != nullptr && current(first) == current(last);
+    return {Code::Ok, same ? 1 : 0};
 }
 
 Answer sum(const QorCalendar& calendar, std::int64_t from, std::int64_t to) {
-    if (from > to) return {Code::FirstAfterSecond, kUntouched};
-    Moment a{}, b{};
-    if (const Code code = map(calendar, from, a); code != Code::Ok) return {code, kUntouched};
-    if (const Code code = map(calendar, to, b); code != Code::Ok) return {code, kUntouched};
-    if (calendar.getProfileOfDay(a.day) == nullptr || calendar.getProfileOfDay(b.day) == nullptr)
-        return {Code::CalendarInconsistent, kUntouched};
-    if (a.cycle == b.cycle && a.day == b.day) return lengthBetween(calendar, a.day, a.time, b.time);
-    double total = 0;
-    for (const Answer& part :
-         {lengthBetween(calendar, a.day, a.time, at(24)), lengthBetween(calendar, b.day, SV::Time(), b.time)}) {
-        if (part.code != Code::Ok) return part;
-        total += static_cast<double>(part.value);
-    }
-    const auto addDays = [&](int first, int last, double times) {
-        double days = 0;
-        for (int day = first; day <= last; ++day) days += static_cast<double>(whole(*calendar.getProfileOfDay(day)));
-        total += times * days;
-    };
-    const int length = calendar.getPeriodLengthInDays();
-    if (a.cycle == b.cycle) {
-        addDays(a.day + 1, b.day - 1, 1);
-    } else {
-        addDays(a.day + 1, length, 1);
-        addDays(1, b.day - 1, 1);
-        const double between = static_cast<double>(b.cycle) - static_cast<double>(a.cycle) - 1;
-        if (between > 0) addDays(1, length, between);
-    }
+    const Span span(calendar, from, to);
+    if (span.code != Code::Ok) return {span.code, kUntouched};
+    double period = 0;
+    for (int day = 1; day <= calendar.getPeriodLengthInDays(); ++day)
+        period += static_cast<double>(whole(calendar.getProfileOfDay(day)));
+    double total = static_cast<double>(span.head) + static_cast<double>(span.tail);
+    for (const auto* profile : span.between) total += static_cast<double>(whole(profile));
+    total += static_cast<double>(std::max<std::int64_t>(0, span.cycles - 1)) * period;
     if (total >= 2147483648.0) return {Code::DoesNotFit, std::numeric_limits<std::int32_t>::min()};
     return {Code::Ok, static_cast<std::int32_t>(total)};
 }
 
 Answer covered(const QorCalendar& calendar, std::int64_t from, std::int64_t to) {
-    if (from > to) return {Code::FirstAfterSecond, 0};
-    Moment a{}, b{};
-    if (const Code code = map(calendar, from, a); code != Code::Ok) return {code, 0};
-    if (const Code code = map(calendar, to, b); code != Code::Ok) return {code, 0};
-    if (calendar.getProfileOfDay(a.day) == nullptr || calendar.getProfileOfDay(b.day) == nullptr)
-        return {Code::CalendarInconsistent, 0};
-    if (a.cycle == b.cycle && a.day == b.day) {
-        const Answer same = lengthBetween(calendar, a.day, a.time, b.time);
-        return {same.code, same.code == Code::Ok && same.value == seconds(b.time) - seconds(a.time) ? 1 : 0};
-    }
-    const Answer head = lengthBetween(calendar, a.day, a.time, at(24));
-    const Answer tail = lengthBetween(calendar, b.day, SV::Time(), b.time);
-    if (head.code != Code::Ok) return {head.code, 0};
-    if (tail.code != Code::Ok) return {tail.code, 0};
-    if (head.value != kDay - seconds(a.time) || tail.value != seconds(b.time)) return {Code::Ok, 0};
-    std::vector<const QorDayProfile*> between;
-    const auto collect = [&](int first, int last) {
-        for (int day = first; day <= last; ++day) between.push_back(calendar.getProfileOfDay(day));
-    };
-    if (a.cycle == b.cycle) {
-        collect(a.day + 1, b.day - 1);
-    } else if (std::int64_t{b.cycle} - a.cycle == 1) {
-        collect(a.day + 1, calendar.getPeriodLengthInDays());
-        collect(1, b.day - 1);
-    } else {
-        for (const auto* profile : calendar.getProfiles()) between.push_back(profile);
-    }
-    return {Code::Ok,
-            std::all_of(between.begin(), between.end(), [](const auto* profile) { return whole(*profile) == kDay; })
-                ? 1
-                : 0};
+    Span span(calendar, from, to);
+    if (span.code != Code::Ok) return {span.code, 0};
+    const std::int64_t start = seconds(span.first.time), end = seconds(span.last.time);
+    if (span.withinADay) return {Code::Ok, span.head == end - start ? 1 : 0};
+    if (span.cycles != 0 && span.cycles != 1)
+        span.between.assign(calendar.getProfiles().begin(), calendar.getProfiles().end());
+    const bool days = std::all_of(span.between.begin(), span.between.end(),
+                                  [](const auto* profile) { return whole(profile) == kDay; });
+    return {Code::Ok, days && span.head == kDay - start && span.tail == end ? 1 : 0};
 }
 
 }  // namespace plain

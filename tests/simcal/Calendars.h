@@ -10,6 +10,7 @@
 
 #include "platform/QorHost.h"
 #include "platform/QorInternational.h"
+#include "platform/QorWindows.h"
 #include "simcal/QorCalendar.h"
 
 using Code = QorCalendarErrorCode;
@@ -23,14 +24,18 @@ constexpr auto kDistribution = QorCalendarPropertyType::Distribution;
 constexpr std::int64_t kDay = 86400;
 constexpr std::int64_t kHour = 3600;
 
-// A host that offers the texts of one language and nothing else.
+// A host that offers the texts of one language and nothing else, and keeps internal errors to itself.
 class Language : public QorMessageTexts {
 public:
     explicit Language(std::string iso = "en");
     const char* text(unsigned short number) const override;
 
 private:
+    struct Silent : QorWindows {
+        void internalError(const char*, long, const char*) override {}
+    };
     std::string _iso;
+    Silent _windows;
     QorHost _host;
     std::optional<QorHostInstallation> _installation;
 };

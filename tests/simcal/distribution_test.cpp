@@ -102,10 +102,10 @@ TEST(Distribution, TakesATextOnceAndReadsItInItsOwnLanguageOnly) {
     EXPECT_EQ(distribution.setDistributionString(" Gleichverteilung (3 ; 4)"), 1);
     EXPECT_EQ(distribution.setDistributionString("Gleichverteilung (5 ; 6)"), 0);
     EXPECT_EQ(text, "untouched");
-    EXPECT_EQ(distribution.getDistributionStringInUIRep(text), 1);
-    EXPECT_EQ(text, " Gleichverteilung (3 ; 4)");
 
     const Language english;
+    EXPECT_EQ(distribution.getDistributionStringInUIRep(text), 1);
+    EXPECT_EQ(text, " Gleichverteilung (3 ; 4)");
     SV::String shortText;
     EXPECT_EQ(QorDistribution::getShortDistributionString(text, shortText), 0);
 }

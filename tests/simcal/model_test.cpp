@@ -64,6 +64,15 @@ TEST(DayProfile, PutsIntervalsInTheirPlaceAndRefusesOverlaps) {
     EXPECT_EQ(found, nullptr);
 }
 
+TEST(DayProfile, CountsHandMadeIntervalsOfAnyLength) {
+    constexpr int kMost = std::numeric_limits<int>::max();
+    QorDayProfile profile(kFlag, 'A', "P");
+    ASSERT_EQ(profile.insertDayIntervalWithProperty(open(at(0, 0, -kMost), at(0, 0, kMost))), Code::Ok);
+    std::int64_t seconds = 0;
+    EXPECT_EQ(profile.getIntervalLengthSumInBetween(at(0, 0, -kMost), at(0, 0, kMost), seconds), Code::Ok);
+    EXPECT_EQ(seconds, 2 * std::int64_t{kMost});
+}
+
 // A result with two intervals keeps its second one, which the intersection then meets.
 TEST(DayProfile, AnIntersectionEmptiesItsResultOnlyHalfWay) {
     QorDayProfile day(kFlag, 'A', "Day");

@@ -111,7 +111,10 @@ TEST(WorkingTime, IsNotBoundTo32BitsAndSaysWhenItExceeds64) {
     EXPECT_EQ(found, kMost - 1000);
     EXPECT_EQ(time.finishOf(1000, std::int64_t{1} << 60, found), Code::Ok);
     EXPECT_EQ(found, (std::int64_t{1} << 60) + 1000);
-    EXPECT_EQ(time.finishOf(1000, kMost, found), Code::DoesNotFit);
+    for (const std::int64_t start : {std::int64_t{1000}, kMost - 500}) {
+        EXPECT_EQ(time.finishOf(start, start == 1000 ? kMost : 1000, found), Code::DoesNotFit);
+        EXPECT_EQ(found, (std::int64_t{1} << 60) + 1000) << "touched";
+    }
     EXPECT_EQ(QorWorkingTime(*seldom).finishOf(0, 1, found), Code::Ok);
     EXPECT_EQ(found, 40000 * kDay + 1);
     EXPECT_EQ(QorWorkingTime(*seldom).finishOf(0, -1, found), Code::FirstAfterSecond);

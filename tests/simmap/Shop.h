@@ -78,6 +78,60 @@ private:
     std::size_t _seen = 0;
 };
 
+inline constexpr const char* kBusiness = R"(
+PROCESSSTART "Start" fixedinfo: "Info" fixedcycletime: "Cycle time"
+FROMCLASS "Task" fromattribute: "Costs" resultattribute: "Costs"
+ACTIVITY "Task" fixednumber: "Number" fixedpersonalcosts: "Costs"
+)";
+inline constexpr const char* kStaff =
+    "PERSON \"Person\" fixedinfo: \"Info\" fixedworkload: \"Workload\"\n"
+    "FROMCLASS \"Robot\" fromattribute: \"Wage\" resultattribute: \"Workload\"";
+
+/// A shop with a started order and its staff, all results filled.
+class RunShop : public Shop {
+public:
+    RunShop() {
+        results(kBusiness, kStaff);
+        process = model("Process", "Order");
+        start = object("Start", "Order comes");
+        task = object("Task", "Pack");
+        check = object("Check", "Check");
+        staff = model("Staff", "People");
+        robot = object("Robot", "R2");
+        fill();
+        open();
+    }
+    void fill() {
+        value(start, "Info", "42 orders");
+        value(start, "Cycle time", "00:001:00:00:00");
+        value(start, "Costs", "12.5");
+        for (const auto each : {task, check}) {
+            value(each, "Number", "7");
+            value(each, "Costs", "1.5");
+            value(each, "Info", "kept");
+        }
+        value(robot, "Workload", "0.8");
+    }
+    /// All result values, in one text.
+    [[nodiscard]] std::string state() const {
+        std::string all;
+        for (const auto& [object, attribute] :
+             {std::pair(start, "Info"), std::pair(start, "Cycle time"), std::pair(start, "Costs"),
+              std::pair(task, "Number"), std::pair(check, "Costs"), std::pair(check, "Info"),
+              std::pair(robot, "Workload")}) {
+            all += reader().valueOf(object, attributeOf(object, attribute));
+            all += '|';
+        }
+        all.pop_back();
+        return all;
+    }
+
+    QorIdentifier process = 0, staff = 0, start = 0, task = 0, check = 0, robot = 0;
+};
+
+inline constexpr const char* kFilled = "42 orders|00:001:00:00:00|12.5|7|1.5|kept|0.8";
+inline constexpr const char* kReset = "|00:000:00:00:00|0|0|0|kept|0";
+
 /// What a message says about one thing.
 inline SV::String said(std::uint16_t number, std::string_view about = {}) {
     return Qor_Message(number, {{"%s", about}});

@@ -113,16 +113,21 @@ TEST(Readiness, TellsWhatEverythingIsUsedFor) {
               "subperformerattr:Call.Substitute PROCESSSTART:Start. fixedinfo:Start.Costs PERSON:Person. ");
 }
 
+// What the repository does not tell is not reported as missing.
 TEST(Readiness, EndsWithAFailingRepository) {
     ReadyShop shop;
     QorSimMappingHandler mapping(shop.library);
+    ASSERT_EQ(mapping.init(false), 0);
     const QorSimResultDefinitions results;
     QorSimReadiness readiness;
     for (const char* operation :
-         {"getAllInstancesOfClassAndSubClassInModel", "getAllInstancesInModel", "GetClassOfInstance"}) {
+         {"getAllInstancesOfClassAndSubClassInModel", "getAllInstancesInModel", "GetClassOfInstance",
+          "getUIAttributeType", "getAllSubClasses", "getAttributeValue", "getAttributeValueAsNewChar",
+          "getInterRefsOfSourceModel", "getFromRelationInstances", "getToRelationInstances"}) {
         auto& calls = shop.watched().record;
         calls.fail(operation, QorErrorCode::NotFound, 0);
-        EXPECT_FALSE(readiness.check(shop.library, mapping, results, QorSimReadiness::kAllOptions, {shop.processModel}))
+        EXPECT_FALSE(readiness.check(shop.library, mapping, results, QorSimReadiness::kAllOptions,
+                                     {shop.processModel, shop.staffModel}))
             << operation;
         calls.failNothing();
     }

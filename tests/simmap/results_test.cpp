@@ -14,60 +14,6 @@ using enum QorSimResultAttributeType;
 using Results = QorSimResultAttributes;
 using Mapping = ISortedSet<std::pair<long, long>>;
 
-constexpr const char* kBusiness = R"(
-PROCESSSTART "Start" fixedinfo: "Info" fixedcycletime: "Cycle time"
-FROMCLASS "Task" fromattribute: "Costs" resultattribute: "Costs"
-ACTIVITY "Task" fixednumber: "Number" fixedpersonalcosts: "Costs"
-)";
-constexpr const char* kStaff =
-    "PERSON \"Person\" fixedinfo: \"Info\" fixedworkload: \"Workload\"\n"
-    "FROMCLASS \"Robot\" fromattribute: \"Wage\" resultattribute: \"Workload\"";
-
-/// A shop with a started order and its staff, all results filled.
-class RunShop : public Shop {
-public:
-    RunShop() {
-        results(kBusiness, kStaff);
-        process = model("Process", "Order");
-        start = object("Start", "Order comes");
-        value(start, "Info", "42 orders");
-        value(start, "Cycle time", "00:001:00:00:00");
-        value(start, "Costs", "12.5");
-        task = object("Task", "Pack");
-        check = object("Check", "Check");
-        for (const long each : {task, check}) {
-            value(static_cast<QorIdentifier>(each), "Number", "7");
-            value(static_cast<QorIdentifier>(each), "Costs", "1.5");
-            value(static_cast<QorIdentifier>(each), "Info", "kept");
-        }
-        staff = model("Staff", "People");
-        robot = object("Robot", "R2");
-        value(static_cast<QorIdentifier>(robot), "Workload", "0.8");
-        open();
-    }
-
-    QorIdentifier start = 0;
-    long task = 0;
-    long check = 0;
-    long robot = 0;
-    long process = 0;
-    long staff = 0;
-
-    [[nodiscard]] std::string valueOf(long object, std::string_view attribute) const {
-        const auto id = static_cast<QorIdentifier>(object);
-        return std::string(reader().valueOf(id, attributeOf(id, attribute)));
-    }
-    /// All result values, in one text.
-    [[nodiscard]] std::string state() const {
-        return valueOf(start, "Info") + "|" + valueOf(start, "Cycle time") + "|" + valueOf(start, "Costs") + "|" +
-               valueOf(task, "Number") + "|" + valueOf(check, "Costs") + "|" + valueOf(check, "Info") + "|" +
-               valueOf(robot, "Workload");
-    }
-};
-
-constexpr const char* kFilled = "42 orders|00:001:00:00:00|12.5|7|1.5|kept|0.8";
-constexpr const char* kReset = "|00:000:00:00:00|0|0|0|kept|0";
-
 TEST(Results, GoIntoTheAttributesThatTheTextsName) {
     inOwnProcess([] {
         Shop shop;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreMM_AttributeProfiles.h"
 #include "platform/QorCoreModelGroupManager.h"

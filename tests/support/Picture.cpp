@@ -43,7 +43,8 @@ struct Painter {
     void attributes(QorIdentifier owner) {
         for (const auto& its : reader.attributesOf(owner)) {
             out << "  attribute " << its.id << ' ' << its.name << ' ' << static_cast<int>(its.type)
-                << static_cast<int>(its.level) << its.refersToModels << ' ' << its.target << ' ' << its.defaultText
+                << static_cast<int>(its.level) << its.refersToModels << static_cast<int>(its.shownAs) << ' '
+                << its.target << ' ' << its.defaultText
                 << (reader.findAttribute(owner, its.name) == its.id ? "" : " LOST");
             for (const auto value : its.enumeration) out << '|' << value;
             out << '\n';
@@ -86,6 +87,7 @@ struct Painter {
     }
     void model(const QorModelInfo& its, const std::vector<QorClassInfo>& classes) {
         out << "model " << its.id << ' ' << its.thread << ' ' << its.modelType << ' ' << its.name << '/' << its.version;
+        out << " in " << reader.groupOfModel(its.id);
         long last = -1;
         if (repository.getLastModelVersionOfModelThread(its.thread, last) == QorErrorCode::Ok) out << ' ' << last;
         out << '\n';
@@ -116,6 +118,11 @@ struct Painter {
                 << (reader.findModelType(id, type.name) == type.id ? "" : " LOST");
             for (const QorIdentifier cls : reader.visibleClasses(type.id)) out << ' ' << cls;
             out << '\n';
+        }
+        for (const auto& its : reader.modelGroupsOf(id)) {
+            const QorIdentifier holder = its.parent == QorNoIdentifier ? id : its.parent;
+            out << " group " << its.id << " in " << its.parent << ' ' << its.name
+                << (reader.findModelGroup(holder, its.name) == its.id ? "" : " LOST") << '\n';
         }
         for (const auto& its : reader.modelsOf(id)) model(its, classes);
     }

@@ -111,7 +111,7 @@ QorErrorCode RandomWork::onModel(QorEmbeddedPlatform& platform, QorIdentifier li
     const long row =
         rows.numberOfElements() == 0 ? -1 : *(rows.begin() + static_cast<long>(pick(rows.numberOfElements())));
     long made = -1;
-    switch (pick(14)) {
+    switch (pick(17)) {
         case 0:
             return pick(12) == 0 ? codeOf(builder.removeModel(its)) : QorErrorCode::Ok;
         case 1:
@@ -139,9 +139,36 @@ QorErrorCode RandomWork::onModel(QorEmbeddedPlatform& platform, QorIdentifier li
                                 : codeOf(builder.setValue(
                                       static_cast<QorIdentifier>(row),
                                       reader.findAttribute(reader.attributeInfo(record).target, "Cell"), text()));
+        case 13:
+            return onGroups(platform, library, its);
+        case 14:
+            return codeOf(builder.renameModel(its, name));
+        case 15:
+            return codeOf(builder.pasteObject(model(reader, library), object, name));
         case 12:
             return codeOf(builder.setValue(object, reader.findAttribute(cls, "Kind"), pick(3) == 0 ? "" : "manual"));
         default:
             return codeOf(builder.setValue(object, idIn(attributes), text()));
+    }
+}
+
+QorErrorCode RandomWork::onGroups(QorEmbeddedPlatform& platform, QorIdentifier library, QorIdentifier its) {
+    auto& builder = platform.builder();
+    const auto groups = platform.reader().modelGroupsOf(library);
+    const QorIdentifier group = idIn(groups);
+    const QorIdentifier other = pick(4) == 0 ? library : idIn(groups);
+    const std::string name = "name " + std::to_string(pick(6));
+    switch (pick(6)) {
+        case 0:
+        case 1:
+            return codeOf(builder.addModelGroup(other == QorNoIdentifier ? library : other, name));
+        case 2:
+            return codeOf(builder.renameModelGroup(group, name));
+        case 3:
+            return codeOf(builder.moveModelGroup(group, other));
+        case 4:
+            return codeOf(builder.removeModelGroup(group));
+        default:
+            return codeOf(builder.moveModel(its, pick(3) == 0 ? QorNoIdentifier : group));
     }
 }

@@ -27,6 +27,7 @@ private:
     QorIdentifier model(const QorRepositoryReader& reader, QorIdentifier library);
     QorErrorCode onLibrary(QorEmbeddedPlatform& platform, QorIdentifier library);
     QorErrorCode onModel(QorEmbeddedPlatform& platform, QorIdentifier library);
+    QorErrorCode onGroups(QorEmbeddedPlatform& platform, QorIdentifier library, QorIdentifier model);
 
     std::mt19937 _random;
 };

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every allocation of every operation fails once: the operation says so and throws nothing, and the next one works.
+#include <sys/mman.h>
+
+#include "simcal/FailingAllocations.h"
+#include "simmap/QorSimReadiness.h"
+#include "simmap/QorSimResultAttributes.h"
+#include "simmap/QorSimResultReset.h"
+#include "simmap/QorSimTextHandler.h"
+#include "simmap/Shop.h"
+
+namespace {
+
+constexpr const char* kMapping = R"(
+SIMOPTION name: "An option with a long name" activity: "Task" helptext: "A help text that stands on the heap"
+  executiontime: "Work" processcall: "Call" subperformerattr: "Substitute" userattribute-1: "Priority"
+SIMOPTION name: "Another option with a long name" activity: "Check"
+ACTION class: "Task" attribute: "On event" event: finish
+SIMCLASSES bp-1: "Step" we-all
+)";
+constexpr const char* kTexts =
+    R"(SIMTEXT bp: "A text that stands on the heap" cycletime: "" activity: "" number: "" actor: "" perscost: ""
+resource: "" rescost: "A text that stands there too")";
+
+struct Scene : RunShop {
+    Scene() {
+        mapping(kMapping);
+        libraryText(library, QorAttributeId::SimulationText, kTexts);
+        EXPECT_EQ(read.init(false), 0);
+        EXPECT_EQ(texts.init(), 1);
+    }
+    void begin() {
+        fill();
+        names = {SV::String("untouched")};
+        classes = {4711};
+        text = SV::String("untouched");
+    }
+    [[nodiscard]] std::string outputs() const {
+        return names.elementAtIndex(0).str() + ' ' + std::to_string(*classes.begin()) + ' ' + text.str();
+    }
+    QorSimMappingHandler read{library};
+    QorSimTextHandler texts{library};
+    ISortedSet<long> models{process, staff};
+    ISequence<SV::String> names;
+    ISortedSet<long> classes;
+    SV::String text;
+};
+
+using Picture = std::optional<std::string>;
+
+/// What an operation gives; nothing when it says that it failed. Memory is back for looking at it.
+template <class Show>
+Picture shown(bool ok, Show show) {
+    failing_allocations::untilFailure = 0;
+    return ok ? Picture(show()) : std::nullopt;
+}
+Picture shown(bool ok, const SV::String& text) {
+    return shown(ok, [&] { return text.str(); });
+}
+
+Picture shown(bool ok, QorSimMappingHandler& mapping) {
+    return shown(ok, [&] {
+        SV::String text;
+        EXPECT_EQ(mapping.getSimMappingKEX(text, 1), 1);
+        std::string seen = text.str() + mapping.GetErrorText().str();
+        for (int index = 0; index < mapping.getSimOptionCount(); ++index) {
+            const auto& option = *mapping.option(index);
+            seen += ' ' + std::to_string(option.subPerformerAttribute) + option.waitingTimeName.str();
+            for (const auto& action : option.actions) seen += ' ' + std::to_string(action.attribute);
+        }
+        return seen;
+    });
+}
+
+Picture readMapping(Scene& scene, bool continueOnError) {
+    QorSimMappingHandler mapping(scene.library);
+    const bool ok = mapping.init(continueOnError) == 0;
+    return shown(ok, mapping);
+}
+
+Picture checkReadiness(Scene& scene) {
+    QorSimReadiness readiness;
+    const QorSimResultDefinitions results;
+    const bool ok = results.isUsable() &&
+                    readiness.check(scene.library, scene.read, results, QorSimReadiness::kAllOptions, scene.models);
+    return shown(ok, [&] {
+        // The names in a finding may lack, and findings about the attributes of a property sheet, which has no way to
+        // say that it failed.
+        using enum QorSimReadinessIssue;
+        std::string seen;
+        for (const auto& finding : readiness.findings())
+            if (finding.issue < CannotCallModel || finding.issue > HasNoCalendar)
+                seen += std::to_string(static_cast<int>(finding.issue)) + '@' + std::to_string(finding.object) + ' ';
+        return seen;
+    });
+}
+
+Picture reset(Scene& scene) {
+    QorSimResultReset reset;
+    const QorSimResultDefinitions results;
+    const bool ok = reset.plan(results, scene.models) && reset.apply();
+    return shown(ok, [&] { return scene.state(); });
+}
+
+// clang-format off
+const struct Operation {
+    const char* name;
+    std::function<Picture(Scene&)> run;
+} kOperations[] = {
+    {"read mapping", [](Scene& s) { return readMapping(s, false); }},
+    {"read on", [](Scene& s) { return readMapping(s, true); }},
+    {"option names", [](Scene& s) { const bool ok = s.read.getMappingOptions(s.names) == 0; return shown(ok, s.names.elementAtIndex(0)); }},
+    {"classes", [](Scene& s) { const bool ok = s.read.getSimableBPClasses(s.classes) == 0; return shown(ok, [&] { return std::to_string(s.classes.numberOfElements()); }); }},
+    {"help text", [](Scene& s) { SV::String text; const bool ok = s.read.getHelpTextFromOption(0, text) == 0; return shown(ok, text); }},
+    {"write mapping", [](Scene& s) { const bool ok = s.read.getSimMappingKEX(s.text, 1) == 1; return shown(ok, s.text); }},
+    {"copy mapping", [](Scene& s) { QorSimMappingHandler copy(s.read); const bool ok = copy.init(false) == 0; return shown(ok, copy); }},
+    {"read texts", [](Scene& s) { QorSimTextHandler texts(s.library); const bool ok = texts.init() == 1; return shown(ok, [&] { return texts.getSimTextKEX().str(); }); }},
+    {"a text", [](Scene& s) { const auto text = s.texts.getBPText(); return shown(!text.IsEmpty(), text); }},
+    {"write texts", [](Scene& s) { const auto text = s.texts.getSimTextKEX(); return shown(!text.IsEmpty(), text); }},
+    {"copy texts", [](Scene& s) { const QorSimTextHandler copy(s.texts); return shown(copy.isDefined() == 1, [&] { return copy.getSimTextKEX().str(); }); }},
+    {"readiness", checkReadiness},
+    {"reset", reset},
+};
+// clang-format on
+
+TEST(NoMemory, WhatIsNotSaidToHaveFailedIsRightAndTheRestChangesNothing) {
+    for (const Operation& operation : kOperations) {
+        Scene scene;
+        scene.begin();
+        const Picture expected = operation.run(scene);
+        ASSERT_TRUE(expected) << operation.name;
+        const auto run = [&] {
+            const long number = std::exchange(failing_allocations::untilFailure, 0);
+            scene.begin();
+            failing_allocations::untilFailure = number;
+            return operation.run(scene);
+        };
+        long told = 0;
+        failing_allocations::failEach(run, [&](const Picture& result, long number) {
+            if (result) {
+                EXPECT_EQ(result, expected) << operation.name << " at " << number;
+                return;
+            }
+            ++told;
+            EXPECT_GT(number, 0) << operation.name;
+            EXPECT_EQ(scene.outputs(), "untouched 4711 untouched") << operation.name << " at " << number;
+            EXPECT_EQ(scene.state(), kFilled) << operation.name << " at " << number;
+        });
+        EXPECT_GT(told, 0) << operation.name << " allocates nothing";
+    }
+}
+
+// Tables of results belong to the process: one for each allocation.
+TEST(NoMemory, ResultsAreResetWholeOrRefused) {
+    void* const room = mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(room, MAP_FAILED);
+    bool& hasFailed = *static_cast<bool*>(room);
+    Scene scene;
+    long failures = 0;
+    for (hasFailed = true; hasFailed; ++failures) {
+        inOwnProcess([&] {
+            ISortedSet<long> instances;
+            failing_allocations::hasFailed = false;
+            failing_allocations::untilFailure = failures + 1;
+            const int result = QorSimResultAttributes().resetResultAttributes(scene.models, instances);
+            failing_allocations::untilFailure = 0;
+            hasFailed = failing_allocations::hasFailed;
+            EXPECT_TRUE(hasFailed || result == 1);
+            // Unless an error of the texts blocks it, the next one resets everything.
+            const int again = QorSimResultAttributes().resetResultAttributes(scene.models, instances);
+            EXPECT_EQ(again, 1 - QorSimResultAttributes::Get_Error()) << failures;
+            EXPECT_TRUE(again == 0 || scene.state() == kReset) << failures;
+        });
+    }
+    EXPECT_GT(failures, 10);
+    munmap(room, sizeof(bool));
+}
+
+}  // namespace
