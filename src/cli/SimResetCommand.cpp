@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
+#include "cli/RepositoryFiles.h"
 #include "cli/SimCommands.h"
 #include "cli/SimLibrary.h"
 #include "cli/SimModels.h"

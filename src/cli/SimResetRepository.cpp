@@ -3,14 +3,13 @@
 
 #include <fmt/format.h>
 
-#include <array>
-#include <fstream>
 #include <optional>
 #include <set>
 #include <string_view>
 
 #include "cli/Console.h"
 #include "cli/InternalErrors.h"
+#include "cli/RepositoryFiles.h"
 #include "cli/SimResetReport.h"
 #include "cli/Text.h"
 #include "embedded/QorEmbeddedPlatform.h"
@@ -22,20 +21,6 @@
 namespace qor::cli {
 
 namespace {
-
-Exit exitOf(QorRepositoryStatus status) {
-    switch (status) {
-        case QorRepositoryStatus::Locked:
-        case QorRepositoryStatus::ChangedByOther:
-            return Exit::Locked;
-        case QorRepositoryStatus::ReadOnly:
-        case QorRepositoryStatus::NoRoom:
-        case QorRepositoryStatus::WriteFailed:
-            return Exit::WriteFailed;
-        default:
-            return Exit::BadInput;
-    }
-}
 
 /// One repository file with the library of the wanted models, for the time of a command.
 class OpenRepository {
@@ -126,14 +111,6 @@ private:
 };
 
 }  // namespace
-
-bool isRepositoryFile(const std::string& path) {
-    constexpr std::string_view kBeginning("SQLite format 3\0", 16);
-    std::array<char, 16> beginning{};
-    std::ifstream file(path, std::ios::binary);
-    return file.read(beginning.data(), beginning.size()) &&
-           std::string_view(beginning.data(), beginning.size()) == kBeginning;
-}
 
 Exit resetInRepository(const SimResetOptions& options, Console& console) {
     return OpenRepository(options, console).reset();

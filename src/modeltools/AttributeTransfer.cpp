@@ -51,7 +51,49 @@ bool copyReferences(long model, long from, long to, long attribute) {
            writeReferences({model, to, attribute}, text.c_str(), UnreadableReferences::LeftOut) == QorErrorCode::Ok;
 }
 
+using Comparison = AttributeTransfer::Comparison;
+
+Comparison comparisonAfter(QorErrorCode code) {
+    return code == QorErrorCode::NotFound ? Comparison::Absent : Comparison::Failed;
+}
+
+Comparison compareValues(long left, long right, long attribute);
+
+Comparison compareTables(long left, long right, long attribute) {
+    ISequence<long> leftRows;
+    ISequence<long> rightRows;
+    std::vector<long> columns;
+    QorErrorCode code = repository().getRecordInstances(left, attribute, leftRows);
+    if (code == QorErrorCode::Ok) code = repository().getRecordInstances(right, attribute, rightRows);
+    if (code != QorErrorCode::Ok) return comparisonAfter(code);
+    if (!columnsOf(attribute, columns)) return Comparison::Failed;
+    if (leftRows.numberOfElements() != rightRows.numberOfElements()) return Comparison::Different;
+    for (unsigned long at = 0; at < leftRows.numberOfElements(); ++at)
+        for (const long column : columns) {
+            const auto cell = compareValues(leftRows.elementAtIndex(at), rightRows.elementAtIndex(at), column);
+            if (cell != Comparison::Same) return cell;
+        }
+    return Comparison::Same;
+}
+
+Comparison compareValues(long left, long right, long attribute) {
+    auto type = QorCoreAttributeType::None;
+    QorErrorCode code = repository().getAttributeType(attribute, type);
+    if (code != QorErrorCode::Ok) return comparisonAfter(code);
+    if (type == QorCoreAttributeType::Record) return compareTables(left, right, attribute);
+    QorOwnedText leftText;
+    QorOwnedText rightText;
+    code = readValueOrEmpty(left, attribute, leftText);
+    if (code == QorErrorCode::Ok) code = readValueOrEmpty(right, attribute, rightText);
+    if (code != QorErrorCode::Ok) return comparisonAfter(code);
+    return leftText.view() == rightText.view() ? Comparison::Same : Comparison::Different;
+}
+
 }  // namespace
+
+AttributeTransfer::Comparison AttributeTransfer::compare(long target, long attribute) const {
+    return compareValues(_source, target, attribute);
+}
 
 AttributeTransfer::Result AttributeTransfer::copy(long model, long target, long attribute) const {
     auto type = QorCoreAttributeType::None;

@@ -19,6 +19,11 @@ public:
     [[nodiscard]] bool copyRows(long model, long target, long attribute) const;
     [[nodiscard]] bool copySize(long model, long target) const;
 
+    enum class Comparison { Same, Different, Absent, Failed };
+
+    /// Whether the target has the source's value already; Absent when either has no such attribute.
+    [[nodiscard]] Comparison compare(long target, long attribute) const;
+
     /// The target's position text with the source's size in it, and the attribute that holds it.
     struct NewPosition {
         long attribute = -1;

@@ -28,13 +28,15 @@ using MoveEnd = QorErrorCode (QorCoreMM_Enhanced::*)(long relation, long object)
 using Relations = QorErrorCode (QorCoreMM_Enhanced::*)(long object, ISortedSet<long>& relations);
 
 /// Moves what can be moved; the first failure.
-QorErrorCode moveRelations(long object, long newObject, Relations list, MoveEnd move) {
+QorErrorCode moveRelations(long object, long newObject, Relations list, MoveEnd move,
+                           const ObjectConversion::Unmoved& unmoved) {
     ISortedSet<long> relations;
     QorErrorCode first = (repository().*list)(object, relations);
     for (const long relation : relations) {
         long relationClass = QorNoIdentifier;
         QorErrorCode code = repository().relationOf(relation, relationClass);
         if (code == QorErrorCode::Ok && !isUnmoved(relationClass)) code = (repository().*move)(relation, newObject);
+        if (code != QorErrorCode::Ok && unmoved) unmoved(relation, code);
         if (first == QorErrorCode::Ok) first = code;
     }
     return first;
@@ -71,7 +73,8 @@ void ObjectConversion::carryOver(long object, long newObject, bool mapped, const
     }
 }
 
-QorErrorCode ObjectConversion::run(long object, const Refused& refused, long& newObject) const {
+QorErrorCode ObjectConversion::run(long object, const Refused& refused, const Unmoved& unmoved,
+                                   long& newObject) const {
     newObject = QorNoIdentifier;
     long modelClass = QorNoIdentifier;
     QorErrorCode code = repository().getModelClass(_model, modelClass);
@@ -86,9 +89,9 @@ QorErrorCode ObjectConversion::run(long object, const Refused& refused, long& ne
     // Arriving relations are asked for after the leaving ones were moved, so that a relation of the object with itself
     // ends on the new object at both ends.
     const QorErrorCode leaving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getFromRelationInstances,
-                                               &QorCoreMM_Enhanced::moveFromEndpoint);
+                                               &QorCoreMM_Enhanced::moveFromEndpoint, unmoved);
     const QorErrorCode arriving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getToRelationInstances,
-                                                &QorCoreMM_Enhanced::moveToEndpoint);
+                                                &QorCoreMM_Enhanced::moveToEndpoint, unmoved);
     carryOver(object, newObject, true, refused);
     // A relation that could not be moved would be deleted with the old object.
     if (leaving != QorErrorCode::Ok) return leaving;

@@ -31,12 +31,14 @@ class ObjectConversion {
 public:
     /// Takes a value that did not come over.
     using Refused = std::function<void(const ConvertedValue&, const ConversionOutcome&)>;
+    /// Takes a relation that could not be moved.
+    using Unmoved = std::function<void(long relation, QorErrorCode code)>;
 
     ObjectConversion(long model, long targetClass, const std::vector<ConvertedValue>& values)
         : _model(model), _targetClass(targetClass), _values(values) {}
 
     /// All steps. The first code but Ok is returned; when the old object stays, `newObject` stays as well.
-    QorErrorCode run(long object, const Refused& refused, long& newObject) const;
+    QorErrorCode run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const;
 
 private:
     void carryOver(long object, long newObject, bool mapped, const Refused& refused) const;

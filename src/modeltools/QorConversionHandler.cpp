@@ -143,7 +143,7 @@ QorErrorCode QorConversionHandler::convert(long model, long object, long targetC
         _errorText = ConversionNames(_cls, value.source, targetClass, value.target).message(outcome.message);
         show(_errorText);
     };
-    return ObjectConversion(model, targetClass, values).run(object, refused, newObject);
+    return ObjectConversion(model, targetClass, values).run(object, refused, {}, newObject);
 }
 
 bool QorConversionHandler::IsCorrectConversionAttr(long cls, SV::String& errorText, const char* text) noexcept {
