@@ -82,6 +82,7 @@ public:
             json.beginObject(kLine)
                 .field("id", std::int64_t{planned.object})
                 .field("class", std::string_view(_session.nameOf(planned.cls)))
+                .field("name", std::string_view(_session.nameOf(done ? planned.newObject : planned.object)))
                 .field("new_id", std::int64_t{planned.newObject})
                 .endObject();
         json.endList().key("attributes").beginList();

@@ -11,7 +11,7 @@ class Console;
 
 /// What commands need that change objects of one model in a repository file.
 struct ModelEditOptions {
-    std::string file;  ///< "shop.qor", or "shop.qor#Works" for one of its libraries
+    std::string file;   ///< "shop.qor", or "shop.qor#Works" for one of its libraries
     std::string model;  ///< empty: the only one
     bool dryRun = false;
     bool json = false;

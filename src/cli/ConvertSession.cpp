@@ -12,8 +12,11 @@
 namespace qor::cli {
 
 ConvertSession::ConvertSession(const ModelEditOptions& options, Console& console)
-    : _options(options), _console(console), _internalErrors(console),
-      _platform({.language = options.language, .console = false, .user = {}}), _host(_platform.host()) {
+    : _options(options),
+      _console(console),
+      _internalErrors(console),
+      _platform({.language = options.language, .console = false, .user = {}}),
+      _host(_platform.host()) {
     _host.windows = &_internalErrors.windows();
     _installation.emplace(_host);
 }
@@ -89,9 +92,9 @@ Exit ConvertSession::findModel() {
         error(_options.model.empty() ? "there are several models; give --model NAME"
                                      : fmt::format("several models have the name {}", quoted(_options.model)));
     else
-        error(_options.model.empty() ? "there is no model"
-                                     : fmt::format("there is no model {}{}", quoted(_options.model),
-                                                   didYouMean(_options.model, names)));
+        error(_options.model.empty()
+                  ? "there is no model"
+                  : fmt::format("there is no model {}{}", quoted(_options.model), didYouMean(_options.model, names)));
     return Exit::WrongUse;
 }
 

@@ -50,8 +50,7 @@ bool findAttributes(const ConvertSession& session, long source, const std::vecto
         } else if (name == kSize) {
             attributes.add(kSizeAttribute);
         } else {
-            session.error(
-                fmt::format("the class {} has no attribute {}", quoted(session.nameOf(cls)), quoted(name)));
+            session.error(fmt::format("the class {} has no attribute {}", quoted(session.nameOf(cls)), quoted(name)));
             all = false;
         }
     }

@@ -12,8 +12,8 @@
 #include "cli/DistributionCommand.h"
 #include "cli/HierarchyCommand.h"
 #include "cli/Nearest.h"
-#include "cli/RepoCommand.h"
 #include "cli/RenameCommand.h"
+#include "cli/RepoCommand.h"
 #include "cli/SimCommands.h"
 
 namespace {
@@ -419,8 +419,8 @@ void describe(CLI::App& app, Options& options) {
     CLI::App& convert = describeConvert(app, options.convert);
     CLI::App& transfer = describeTransfer(app, options.transfer);
 
-    for (CLI::App* command : {&check, &library, &rules, &repo, &calendar, &distribution, &sim, &hierarchy, &rename,
-                              &convert, &transfer})
+    for (CLI::App* command :
+         {&check, &library, &rules, &repo, &calendar, &distribution, &sim, &hierarchy, &rename, &convert, &transfer})
         command->group("Commands");
 }
 

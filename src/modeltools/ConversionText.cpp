@@ -7,8 +7,8 @@
 #include "modeltools/ConversionNames.h"
 #include "modeltools/internalErrors.h"
 #include "modeltools/messages.h"
-#include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreMM_AttributeProfiles.h"
+#include "platform/QorCoreModelingManager.h"
 #include "platform/QorMessage.h"
 #include "platform/QorOwnedText.h"
 

@@ -51,9 +51,9 @@ bool isUnmoved(long relationClass) {
 
 std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass) {
     std::vector<ConvertedValue> values;
-    const long graphic = Qor_GetCoreVarConst(handler.isBusinessProcess()
-                                                 ? QorCoreVarType::GraphicAttribute
-                                                 : QorCoreVarType::WorkingEnvironmentGraphicAttribute);
+    const long graphic =
+        Qor_GetCoreVarConst(handler.isBusinessProcess() ? QorCoreVarType::GraphicAttribute
+                                                        : QorCoreVarType::WorkingEnvironmentGraphicAttribute);
     if (graphic > 0) addUnmapped(graphic, graphic, values);
     const auto sourceVariants = frame::findAttribute(handler.cls(), kVariants);
     const auto targetVariants = frame::findAttribute(targetClass, kVariants);
@@ -73,8 +73,7 @@ void ObjectConversion::carryOver(long object, long newObject, bool mapped, const
     }
 }
 
-QorErrorCode ObjectConversion::run(long object, const Refused& refused, const Unmoved& unmoved,
-                                   long& newObject) const {
+QorErrorCode ObjectConversion::run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const {
     newObject = QorNoIdentifier;
     long modelClass = QorNoIdentifier;
     QorErrorCode code = repository().getModelClass(_model, modelClass);

@@ -19,8 +19,8 @@ struct ConvertedValue {
     bool isMapped = false;  ///< by the text; the others go to every target class
 };
 
-/// What is carried over from objects of the handler's class to objects of the target class, in that order: the graphical
-/// representation, the variants where both classes have them, and what the text maps.
+/// What is carried over from objects of the handler's class to objects of the target class, in that order: the
+/// graphical representation, the variants where both classes have them, and what the text maps.
 [[nodiscard]] std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass);
 
 /// Whether relations of the class stay at the old object, and so go with it.

@@ -77,9 +77,8 @@ bool QorAttributeTransfer::plan(long model, long source, const ISortedSet<long>&
         for (const long object : objects) {
             const Outcome ofObject = survey.ofObject(object);
             for (const long attribute : attributes)
-                _entries.push_back(
-                    {object, attribute,
-                     ofObject == Outcome::Changes ? survey.ofAttribute(object, attribute) : ofObject});
+                _entries.push_back({object, attribute,
+                                    ofObject == Outcome::Changes ? survey.ofAttribute(object, attribute) : ofObject});
         }
         return true;
     });

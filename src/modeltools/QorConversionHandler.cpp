@@ -80,8 +80,7 @@ long QorConversionHandler::read(const char* text) {
     _library = QorNoIdentifier;
     (void)repository().getLibraryOfClass(_cls, _library);
     _isBusinessProcess = _library == Qor_GetCoreVar(QorCoreVarType::BusinessProcessLibrary);
-    if (_library < 1 ||
-        (!_isBusinessProcess && _library != Qor_GetCoreVar(QorCoreVarType::WorkingEnvironmentLibrary)))
+    if (_library < 1 || (!_isBusinessProcess && _library != Qor_GetCoreVar(QorCoreVarType::WorkingEnvironmentLibrary)))
         return failed(ConversionLine::Library, QorErrorCode::ClassOutsideLibrary);
     _label = nameOfConvertedClass(_cls);
 

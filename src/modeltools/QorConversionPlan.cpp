@@ -35,7 +35,7 @@ QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal
 using BreachKey = std::tuple<bool, long, long, std::string_view, long, long>;
 
 BreachKey keyOf(const QorCardinalityBreach& breach, long subject) {
-    return {breach.subjectIsClass,     subject, breach.rule.cls, breach.rule.key, breach.rule.relationClass,
+    return {breach.subjectIsClass, subject, breach.rule.cls, breach.rule.key, breach.rule.relationClass,
             breach.rule.otherClass};
 }
 

@@ -30,13 +30,13 @@ struct QorConversionAttribute {
 
 /// Why a conversion cannot be carried out.
 enum class QorConversionProblemKind : std::int32_t {
-    NoUnitsOfWork,    ///< the host offers none, or one is open already: nothing could be taken back
-    UnknownObject,    ///< the model has no such object (any more)
-    NoConversions,    ///< the object's class has no attribute "__Conversion__"
-    WrongText,        ///< what stands in that attribute has an error, which `text` tells
-    NotIntoClass,     ///< it says nothing of the target class
-    NotMade,          ///< no object of the target class and the name: the name is taken, or the model shows no such class
-    ValueRefused,     ///< the target attribute does not take the value; `text` is the message
+    NoUnitsOfWork,  ///< the host offers none, or one is open already: nothing could be taken back
+    UnknownObject,  ///< the model has no such object (any more)
+    NoConversions,  ///< the object's class has no attribute "__Conversion__"
+    WrongText,      ///< what stands in that attribute has an error, which `text` tells
+    NotIntoClass,   ///< it says nothing of the target class
+    NotMade,        ///< no object of the target class and the name: the name is taken, or the model shows no such class
+    ValueRefused,   ///< the target attribute does not take the value; `text` is the message
     RelationRefused,  ///< the relation class has no such ends
     Failed            ///< the repository failed
 };

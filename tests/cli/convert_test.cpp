@@ -16,7 +16,7 @@ business_process:
       extends: Thing
       attributes:
         - {name: Doubled, type: expression, default: "[Costs] * 2"}
-        - {name: __Conversion__, type: long_text}
+        - {name: __Conversion__, type: long text}
       values:
         __Conversion__: |
           CLASS "Decision"
@@ -55,7 +55,7 @@ protected:
     OnRepository() {
         runner.write("library.yaml", kLibrary);
         runner.write("model.yaml", kModel);
-        EXPECT_EQ(runner.run("repo create shop.qor").exit, 0);
+        EXPECT_EQ(runner.run("repo init shop.qor").exit, 0);
         const auto imported = runner.run("repo import shop.qor library.yaml model.yaml");
         EXPECT_EQ(imported.exit, 0) << imported.out << imported.err;
     }
@@ -110,7 +110,6 @@ TEST_F(OnRepository, ConvertsAllOrNothing) {
 
 TEST_F(OnRepository, KeepsCardinalityRulesUnlessToldOtherwise) {
     EXPECT_EQ(runner.run("convert shop.qor Look --to Decision").exit, 0);
-    (void)runner.run("repo export shop.qor out");
     runner.write("second.yaml", R"(format: qor.model/1
 library: library.yaml
 models:
@@ -132,7 +131,8 @@ models:
 
 TEST_F(OnRepository, TransfersAttributes) {
     const std::string before = exported();
-    const auto dry = runner.run("transfer shop.qor --from Look --to Listen --to Feel --attributes Costs,Info --dry-run");
+    const auto dry =
+        runner.run("transfer shop.qor --from Look --to Listen --to Feel --attributes Costs,Info --dry-run");
     EXPECT_EQ(dry.exit, 0) << dry.out << dry.err;
     EXPECT_NE(dry.out.find("4 values to be changed, nothing written"), std::string::npos) << dry.out;
     EXPECT_EQ(exported(), before);

@@ -110,7 +110,9 @@ public:
         (void)repository().getEndpointsOfRelationInstance(relation, from, to);
         return std::to_string(from) + ">" + std::to_string(to);
     }
-    [[nodiscard]] bool isThere(long object) const { return reader().classOfObject(static_cast<QorIdentifier>(object)) > 0; }
+    [[nodiscard]] bool isThere(long object) const {
+        return reader().classOfObject(static_cast<QorIdentifier>(object)) > 0;
+    }
     /// Boxes by their texts, internal errors by source, since the last question.
     std::string shown() {
         std::string all;

@@ -74,7 +74,8 @@ TEST_F(Planning, NamesEveryProblemAndChangesNothing) {
     EXPECT_EQ(kinds(), std::vector{Kind::NotIntoClass});
     EXPECT_FALSE(plan.attributes().empty()) << "what would be lost";
     EXPECT_FALSE(make({before.back(), -1, 0, 4294967296L + tasks[0]}, "Plain"));
-    EXPECT_EQ(kinds(), (std::vector{Kind::UnknownObject, Kind::UnknownObject, Kind::NoConversions, Kind::UnknownObject}));
+    EXPECT_EQ(kinds(),
+              (std::vector{Kind::UnknownObject, Kind::UnknownObject, Kind::NoConversions, Kind::UnknownObject}));
     desk.text("CLASS");
     EXPECT_FALSE(make({tasks[3]}));
     EXPECT_EQ(kinds(), std::vector{Kind::WrongText});

@@ -117,9 +117,14 @@ protected:
 TEST_F(Converting, CarriesEverythingOver) {
     const QorIdentifier task = desk.object("Task", "Look");
     const QorIdentifier other = desk.object("Plain", "Other");
-    for (const auto& [name, value] : {std::pair("Count", "7"), {"Cost", "2.5"}, {"Info", "text \"quoted\""}, {"Kind", "b"},
-                                      {"Calls", "MODEL \"Monday\" type: \"Shop\""}, {"Sum", "[Count] * 2"},
-                                      {"Position", "NODE x:1cm"}, {"__Variants__", "some"}})
+    for (const auto& [name, value] : {std::pair("Count", "7"),
+                                      {"Cost", "2.5"},
+                                      {"Info", "text \"quoted\""},
+                                      {"Kind", "b"},
+                                      {"Calls", "MODEL \"Monday\" type: \"Shop\""},
+                                      {"Sum", "[Count] * 2"},
+                                      {"Position", "NODE x:1cm"},
+                                      {"__Variants__", "some"}})
         desk.value(task, name, value);
     desk.row(task, "nail", "3");
     desk.row(task, "board", "1");
@@ -133,10 +138,15 @@ TEST_F(Converting, CarriesEverythingOver) {
     EXPECT_FALSE(desk.isThere(task));
     EXPECT_EQ(desk.reader().classOfObject(static_cast<QorIdentifier>(made)), desk.idOf("Check"));
     EXPECT_EQ(desk.textAt(made, QorAttributeId::Name), "Look");
-    for (const auto& [name, value] :
-         {std::pair("Count", "7"), {"Cost", "2.5"}, {"Note", "text \"quoted\""}, {"Kind", "b"},
-          {"Calls", "MODEL \"Monday\" type: \"Shop\""}, {"Sum", "[Count] * 2"}, {"Result", "14"},
-          {"Position", "NODE x:1cm"}, {"__Variants__", "some"}})
+    for (const auto& [name, value] : {std::pair("Count", "7"),
+                                      {"Cost", "2.5"},
+                                      {"Note", "text \"quoted\""},
+                                      {"Kind", "b"},
+                                      {"Calls", "MODEL \"Monday\" type: \"Shop\""},
+                                      {"Sum", "[Count] * 2"},
+                                      {"Result", "14"},
+                                      {"Position", "NODE x:1cm"},
+                                      {"__Variants__", "some"}})
         EXPECT_EQ(desk.valueOf(made, name), value) << name;
     EXPECT_EQ(desk.rowsOf(made), "nail/3/;board/1/;") << "what a notebook does not show is not carried over";
     const std::string self = std::to_string(made);
@@ -238,8 +248,7 @@ TEST(ConversionFailures, KeepTheOldObject) {
         desk.connect(task, "and", task);
         desk.watched().record.fail(row.operation, static_cast<QorErrorCode>(77), row.nth);
         long made = 5;
-        const auto code =
-            QorConversionHandler(desk.idOf("Task")).Convert(desk.shop, task, desk.idOf("Check"), made);
+        const auto code = QorConversionHandler(desk.idOf("Task")).Convert(desk.shop, task, desk.idOf("Check"), made);
         EXPECT_NE(code, QorErrorCode::Ok);
         EXPECT_EQ(made, -1);
         EXPECT_EQ(desk.isThere(task), row.isOldThere);

@@ -43,7 +43,9 @@ TEST_F(Transfer, RemembersAndForgets) {
 }
 
 TEST_F(Transfer, CopiesValuesOfEveryType) {
-    for (const auto& [name, value] : {std::pair("Count", "7"), {"Info", "say \"hi\""}, {"Sum", "[Count]"},
+    for (const auto& [name, value] : {std::pair("Count", "7"),
+                                      {"Info", "say \"hi\""},
+                                      {"Sum", "[Count]"},
                                       {"Calls", "MODEL \"Monday\" type: \"Shop\""}})
         desk.value(source, name, value);
     desk.value(target, "Cost", "2.5");
