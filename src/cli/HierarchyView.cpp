@@ -4,7 +4,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "cli/Text.h"
 #include "platform/QorCoreInterReferenceHandler.h"
@@ -13,18 +17,44 @@ namespace qor::cli {
 
 namespace {
 
-bool isSame(const QorInterModRefTarget& a, const QorInterModRefTarget& b) {
-    return a.attribute == b.attribute && a.modelName == b.modelName && a.modelTypeName == b.modelTypeName &&
-           a.objectName == b.objectName && a.className == b.className;
+using Key = std::tuple<long, std::string_view, std::string_view, std::string_view, std::string_view>;
+
+Key keyOf(const QorInterModRefTarget& target) {
+    return {target.attribute, target.modelTypeName.view(), target.modelName.view(), target.className.view(),
+            target.objectName.view()};
 }
 
-bool holds(long model, QorIdentifier object, const QorBadReference& bad) {
-    QorCoreInterReferenceHandler references(model, object, bad.target.attribute);
-    if (references.initHandler() != QorErrorCode::Ok) return false;
-    for (unsigned long at = 0; at < references.getInterReferenceCount(); ++at)
-        if (isSame(references.getInterReference(at), bad.target)) return true;
-    return false;
-}
+/// The bad references of one model, each once, to be found in its objects.
+class BadOfModel {
+public:
+    void add(const QorBadReference& bad) {
+        _attributes.insert(bad.target.attribute);
+        _bad.try_emplace(keyOf(bad.target), &bad, false);
+    }
+
+    void find(long model, QorIdentifier object, std::vector<HeldReference>& held) {
+        for (const long attribute : _attributes) {
+            QorCoreInterReferenceHandler references(model, object, attribute);
+            if (references.initHandler() != QorErrorCode::Ok) continue;
+            for (unsigned long at = 0; at < references.getInterReferenceCount(); ++at) {
+                const auto found = _bad.find(keyOf(references.getInterReference(at)));
+                if (found == _bad.end()) continue;
+                found->second.second = true;
+                held.push_back({found->second.first, object});
+            }
+        }
+    }
+
+    /// What no object holds stands in a row of one.
+    void takeRest(std::vector<HeldReference>& held) const {
+        for (const auto& [key, bad] : _bad)
+            if (!bad.second) held.push_back({bad.first, -1});
+    }
+
+private:
+    std::set<long> _attributes;
+    std::map<Key, std::pair<const QorBadReference*, bool>> _bad;
+};
 
 std::string modelWords(const QorInterModRefTarget& target) {
     return fmt::format("{} ({})", quoted(target.modelName), printable(target.modelTypeName));
@@ -82,20 +112,12 @@ std::vector<HeldReference> HierarchyView::badReferences() const {
     std::vector<HeldReference> held;
     const auto& bad = _index.badReferences();
     for (std::size_t first = 0; first < bad.size();) {
-        std::size_t last = first;
-        while (last < bad.size() && bad[last].reference.source == bad[first].reference.source) ++last;
         const QorIdentifier model = bad[first].reference.source;
-        const std::size_t before = held.size();
+        BadOfModel ofModel;
+        for (; first < bad.size() && bad[first].reference.source == model; ++first) ofModel.add(bad[first]);
         for (const QorIdentifier object : _set.workspace()->reader().objectsOf(model))
-            for (std::size_t at = first; at < last; ++at)
-                if (holds(model, object, bad[at])) held.push_back({&bad[at], object});
-        // What no object holds stands in a row of one.
-        for (std::size_t at = first; at < last; ++at) {
-            const auto isIt = [&](const HeldReference& one) { return isSame(one.bad->target, bad[at].target); };
-            if (std::none_of(held.begin() + static_cast<std::ptrdiff_t>(before), held.end(), isIt))
-                held.push_back({&bad[at], -1});
-        }
-        first = last;
+            ofModel.find(model, object, held);
+        ofModel.takeRest(held);
     }
     return held;
 }

@@ -39,7 +39,7 @@ public:
             if (!plan.make()) return false;
             for (const QorNameChange& change : plan.changes()) _newNames[change.object] = change.newName.str();
             addErrors(plan, model);
-            _plans.emplace_back(model, std::move(plan));
+            _plans.emplace_back(model, plan);
         }
         return findLost();
     }

@@ -30,10 +30,10 @@ public:
 
     [[nodiscard]] Places& places() { return _places; }
     [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
+    [[nodiscard]] const std::vector<QorImportedProcess>& processes() const { return _processes; }
     /// A model group came into being.
     void madeGroup(QorIdentifier group) { _groups.push_back(group); }
     [[nodiscard]] const std::vector<QorIdentifier>& groups() const { return _groups; }
-    [[nodiscard]] const std::vector<QorImportedProcess>& processes() const { return _processes; }
     /// In the order of the file, with a last line that counts what was not kept.
     [[nodiscard]] std::vector<QorDiagnostic> takeDiagnostics();
 
@@ -44,8 +44,8 @@ private:
     Places& _places;
     std::vector<QorDiagnostic> _diagnostics;
     std::vector<QorIdentifier> _models;
-    std::vector<QorIdentifier> _groups;
     std::vector<QorImportedProcess> _processes;
+    std::vector<QorIdentifier> _groups;
     std::size_t _errors = 0;
     std::size_t _warnings = 0;
     bool _ended = false;

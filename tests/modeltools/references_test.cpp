@@ -91,6 +91,24 @@ TEST(ReferenceIndex, TellsWhichReferencesAreBrokenOrAmbiguous) {
     }
 }
 
+// Both parts of a library may have a class of the same name.
+TEST(ReferenceIndex, TellsWhenAReferenceMeansTwoObjects) {
+    HierarchyDesk desk;
+    const std::vector<QorIdentifier> classes{desk.call, desk.environmentClass("Call")};
+    const QorIdentifier type = desk.builder().addModelType(desk.processes, "Both", classes).id;
+    const QorIdentifier both = desk.builder().addModel(type, "B", {}).id;
+    const QorIdentifier first = desk.builder().addObject(both, classes[0], "x").id;
+    const auto models = desk.models(1);
+    desk.refer(models[0], "Call", "Uses", "OBJECT \"x\" class: \"Call\" model: \"B\" type: \"Both\"");
+    QorReferenceIndex index;
+    for (const auto state : {QorReferenceState::Good, QorReferenceState::SeveralObjects}) {
+        ASSERT_TRUE(index.build({both, models[0]}));
+        EXPECT_EQ(index.referencesOf(models[0])[0].state, state);
+        EXPECT_EQ(index.referencesOf(models[0])[0].object, first);
+        (void)desk.builder().addObject(both, classes[1], "x");
+    }
+}
+
 TEST(ReferenceIndex, KnowsWhatAChangeWouldBreak) {
     HierarchyDesk desk;
     const auto models = desk.models(3);
@@ -207,7 +225,7 @@ TEST(HierarchyTree, LeavesOutTheLowestLayers) {
 
 TEST(HierarchyTree, IsWrittenForPeopleAndPrograms) {
     HierarchyDesk desk;
-    const QorIdentifier first = desk.process("a <\"b\"> & \xff\n");
+    const QorIdentifier first = desk.process("a <\"b\"> & \xff");
     const QorIdentifier second = desk.process("b");
     desk.callTo(first, {"b"});
     desk.callTo(second, {"b"});
@@ -223,7 +241,7 @@ TEST(HierarchyTree, IsWrittenForPeopleAndPrograms) {
               "{\n  \"schema\": \"qor.hierarchy.tree/1\",\n  \"complete\": true,\n  \"elements\": [\n"
               "    {\"depth\": 0, \"id\": " +
                   one +
-                  ", \"name\": \"a <\\\"b\\\"> & \uFFFD\\n\", \"type\": \"Process\", "
+                  ", \"name\": \"a <\\\"b\\\"> & \uFFFD\", \"type\": \"Process\", "
                   "\"end\": \"inner\", \"omitted\": 0},\n"
                   "    {\"depth\": 1, \"id\": " +
                   two +
@@ -234,7 +252,7 @@ TEST(HierarchyTree, IsWrittenForPeopleAndPrograms) {
                   ", \"name\": \"b\", \"type\": \"Process\", \"end\": \"cycle\", "
                   "\"omitted\": 0}\n  ]\n}\n");
     ASSERT_EQ(tree.asSvg(text), QorErrorCode::Ok);
-    EXPECT_NE(text.view().find(">a &lt;&quot;b&quot;&gt; &amp; \uFFFD&#10; (Process)</text>"), std::string::npos);
+    EXPECT_NE(text.view().find(">a &lt;&quot;b&quot;&gt; &amp; \uFFFD (Process)</text>"), std::string::npos);
     EXPECT_NE(text.view().find("<g class=\"cycle\">"), std::string::npos);
 }
 

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every allocation of naming, hierarchies, references and conversion fails once: nothing is thrown, and what was there
+// stays usable.
+#include <cstdlib>
+#include <functional>
+#include <new>
+
+#include "modeltools/ConversionDesk.h"
+#include "modeltools/HierarchyDesk.h"
+#include "modeltools/NamingDesk.h"
+#include "modeltools/QorConversionPlan.h"
+#include "modeltools/QorHierarchyTree.h"
+#include "modeltools/QorReferenceIndex.h"
+
+namespace {
+
+long g_allocationsUntilFailure = 0;  // 0: none fails
+
+void* allocated(std::size_t size) {
+    if (g_allocationsUntilFailure > 0 && --g_allocationsUntilFailure == 0) throw std::bad_alloc();
+    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return allocated(size); }
+void* operator new[](std::size_t size) { return allocated(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return allocated(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+/// Runs `prepare`, then what it gives with its n-th allocation failing, for every n until none fails any more; `after`
+/// each time. What the platform makes once in a process is made before.
+void eachAllocationFails(const std::function<std::function<void()>()>& prepare, const std::function<void()>& after) {
+    prepare()();
+    after();
+    for (long n = 1; n < 20'000; ++n) {
+        const std::function<void()> run = prepare();
+        g_allocationsUntilFailure = n;
+        run();
+        const bool failed = g_allocationsUntilFailure == 0;
+        g_allocationsUntilFailure = 0;
+        after();
+        if (!failed) return;
+    }
+    FAIL() << "allocations without end";
+}
+
+TEST(ModelToolsWithoutMemory, NameWhatTheyCan) {
+    std::unique_ptr<NamingDesk> desk;
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            desk.reset();  // hosts are removed in the reverse order
+            desk = std::make_unique<NamingDesk>();
+            desk->order("Order-1", "a title that is too long to be stored without memory of its own");
+            desk->value(desk->order("Alpha-1", "Beta"), "__NameGeneration__", "NAMEGEN last:\"Alpha-1\"");
+            return [&] {
+                QorNameGenerator generator(desk->shop);
+                (void)generator.IsNameGenDefined();
+                generator.Execute();
+                QorNameGenerator::UpdatePastedObjects(desk->shop, ISortedSet<long>());
+                SV::String error;
+                (void)QorNameGenerator::IsCorrectNameGenAttr("NAMEGEN", desk->idOf("Order"), 0, error);
+            };
+        },
+        [&] {
+            (void)desk->run();
+            for (const std::string& name : desk->names()) EXPECT_FALSE(name.starts_with("Order-")) << name;
+        });
+}
+
+TEST(ModelToolsWithoutMemory, PlanAllOrNothing) {
+    NamingDesk desk;
+    desk.order("Order-1", "a title that is too long to be stored without memory of its own");
+    desk.order("Order-2", "a title that is too long to be stored without memory of its own");
+    QorNamePlan plan(desk.shop);
+    bool made = false;
+    eachAllocationFails([&]() -> std::function<void()> { return [&] { made = plan.make(); }; },
+                        [&] {
+                            if (!made) {
+                                EXPECT_TRUE(plan.changes().empty());
+                            }
+                        });
+    EXPECT_EQ(plan.changes().size(), 2U);
+}
+
+TEST(ModelToolsWithoutMemory, AnswerAsSoonAsThereIsMemory) {
+    HierarchyDesk desk;
+    const auto models = desk.models(3);
+    desk.callTo(models[0], {"M1", "M2"});
+    desk.callTo(models[1], {"M0", "a model whose name needs memory of its own"});
+    const ISortedSet<long> all{models[0], models[1], models[2]};
+    std::unique_ptr<QorHierarchyManager> manager;
+    QorReferenceIndex index;
+    QorHierarchyTree tree;
+    SV::String xml;
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            return [&] {
+                manager.reset(new (std::nothrow) QorHierarchyManager);
+                if (manager) (void)manager->GetHierarchyAsXML(models[0], xml);
+                (void)index.build(all);
+                (void)index.cycles();
+                (void)index.ifModelRenamed(models[1], "M5");
+                (void)tree.build(index, models[0], 10);
+                SV::String text;
+                for (const auto write : {&QorHierarchyTree::asXml, &QorHierarchyTree::asJson, &QorHierarchyTree::asSvg})
+                    (void)(tree.*write)(text);
+            };
+        },
+        [&] {
+            // A repository that fails while a manager is made leaves that one without hierarchy attributes.
+            QorHierarchyManager fresh;
+            SV::String whole;
+            SV::String again;
+            ASSERT_EQ(fresh.GetHierarchyAsXML(models[0], whole), QorErrorCode::Ok);
+            ASSERT_TRUE(index.build(all));
+            ASSERT_EQ(tree.build(index, models[0], 10), QorErrorCode::Ok);
+            ASSERT_EQ(tree.asXml(again), QorErrorCode::Ok);
+            ASSERT_EQ(again, whole);
+            ASSERT_EQ(tree.elements().size(), 4U);
+        });
+}
+
+/// Whatever is missing in the one object is in the other.
+TEST(ModelToolsWithoutMemory, ConvertWithoutLosingAnything) {
+    std::unique_ptr<ConversionDesk> desk;
+    QorIdentifier task = QorNoIdentifier;
+    QorIdentifier relation = QorNoIdentifier;
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            desk = std::make_unique<ConversionDesk>();
+            task = desk->object("Task", "a name that is too long to be stored without memory of its own");
+            desk->value(task, "Calls", "MODEL \"Monday\" type: \"Shop\"");
+            desk->row(task, "nail", "3");
+            relation = desk->connect(task, "and", task);
+            return [&] {
+                const QorConversionHandler handler(desk->idOf("Task"));
+                long made = 5;
+                const auto code = QorConversionHandler(handler).Convert(desk->shop, task, desk->idOf("Check"), made);
+                if (code != QorErrorCode::Ok) made = -1;
+            };
+        },
+        [&] {
+            EXPECT_FALSE(desk->reader().objectsOf(desk->shop).empty());
+            EXPECT_NE(desk->reader().relationInfo(relation).id, QorNoIdentifier);
+        });
+}
+
+TEST(ModelToolsWithoutMemory, PlanConversionsAllOrNothing) {
+    ConversionDesk desk;
+    const auto tasks = desk.objects("Task", {"One", "Two"});
+    for (const QorIdentifier task : tasks) desk.row(task, "nail", "3");
+    desk.value(tasks[0], "Info", "a value that is too long to be stored without memory of its own");
+    bool planned = false;
+    const ISortedSet<long> both{tasks[0], tasks[1]};
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            return [&] {
+                QorConversionPlan plan;
+                planned = plan.make(desk.shop, both, desk.idOf("Check"));
+                EXPECT_TRUE(planned || plan.problems().size() < 3);
+            };
+        },
+        [&] {
+            EXPECT_EQ(desk.reader().objectsOf(desk.shop), tasks);
+            EXPECT_EQ(desk.rowsOf(tasks[1]), "nail/3/secret;");
+        });
+    EXPECT_TRUE(planned);
+}
+
+}  // namespace
