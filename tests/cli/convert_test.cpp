@@ -80,7 +80,7 @@ TEST_F(OnRepository, ConvertsAsPlanned) {
     EXPECT_EQ(runner.run("convert shop.qor Look --to Decision").exit, 0);
     const std::string after = exported();
     EXPECT_NE(after.find("class: Decision"), std::string::npos) << after;
-    EXPECT_NE(after.find("Sum: 5"), std::string::npos) << after;
+    EXPECT_NE(after.find("Sum: \"5\""), std::string::npos) << after;
     EXPECT_NE(runner.run("convert shop.qor Look --to Task").out.find("__Conversion__"), std::string::npos);
 }
 
