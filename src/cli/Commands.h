@@ -33,6 +33,7 @@ struct RulesOptions {
 
 [[nodiscard]] Exit runCheck(const CheckOptions& options, Console& console);
 [[nodiscard]] Exit runLibrary(const LibraryOptions& options, Console& console);
+[[nodiscard]] Exit runLibraryCheck(const LibraryOptions& options, Console& console);
 [[nodiscard]] Exit runRules(const RulesOptions& options, Console& console);
 
 }  // namespace qor::cli

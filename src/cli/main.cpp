@@ -37,7 +37,8 @@ constexpr const char* kCheckExamples =
 constexpr const char* kLibraryExamples =
     "Examples:\n"
     "  qor library house-rules.yaml\n"
-    "  qor library --json bpmn\n\n"
+    "  qor library --json bpmn\n"
+    "  qor library check house-rules.yaml\n\n"
     "FILE is a library file, or the name of a library that comes along (\"bpmn\").\n";
 constexpr const char* kRulesExamples =
     "Examples:\n"
@@ -398,8 +399,15 @@ void describe(CLI::App& app, Options& options) {
 
     CLI::App& library = *app.add_subcommand("library", "Show what is in a method library");
     library.add_flag("--json", options.library.json, "Write one JSON document, qor.library/1");
-    library.add_option("FILE", options.library.file, "The library")->required()->option_text(" ");
+    library.add_option("FILE", options.library.file, "The library")->option_text(" ");
     library.footer(kLibraryExamples);
+    CLI::App& libraryCheck =
+        *library.add_subcommand("check", "Show errors in a library's texts about conversion and naming");
+    libraryCheck.add_flag("--json", options.library.json, "Write one JSON document, qor.library.check/1");
+    libraryCheck.add_option("LIB", options.library.file, "The library")->required()->option_text(" ");
+    library.final_callback([&library, &options] {
+        if (!library.got_subcommand("check") && options.library.file.empty()) throw CLI::RequiredError("FILE");
+    });
 
     CLI::App& rules = *app.add_subcommand("rules", "Show errors in a library's rule texts, and the rules in force");
     rules.add_option("--class", options.rules.cls, "Only the rules of this class")->option_text("NAME");
@@ -451,7 +459,7 @@ std::vector<std::string> commandNames(const CLI::App& app) {
 }
 
 /// Stands for nothing by itself: one of its commands must be given.
-bool isGroup(const CLI::App& command) { return !commandNames(command).empty(); }
+bool isGroup(const CLI::App& command) { return command.get_require_subcommand_min() > 0; }
 
 /// What is wrong with the arguments, in words that help.
 std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
@@ -491,7 +499,10 @@ Exit dispatchSim(const CLI::App& sim, const Options& options, Console& console) 
 Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
     if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
-    if (app.got_subcommand("library")) return runLibrary(options.library, console);
+    if (app.got_subcommand("library")) {
+        const bool isCheck = app.get_subcommand("library")->got_subcommand("check");
+        return isCheck ? runLibraryCheck(options.library, console) : runLibrary(options.library, console);
+    }
     if (app.got_subcommand("repo")) return runRepo(options.repo, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);

@@ -146,4 +146,18 @@ TEST_F(OnRepository, TransfersAttributes) {
     EXPECT_NE(after.find("Info: seen", after.find("name: Feel")), std::string::npos) << after;
 }
 
+TEST_F(OnRepository, LibraryCheckTellsErrorsAtTheirPlaces) {
+    EXPECT_EQ(runner.run("library check library.yaml").exit, 0);
+    std::string wrong(kLibrary);
+    wrong.replace(wrong.find("ATTR \"Costs\""), 12, "ATTR \"Price\"");
+    runner.write("wrong.yaml", wrong);
+    const auto outcome = runner.run("library check wrong.yaml");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_NE(outcome.out.find("wrong.yaml:18:11: error: class \"Task\", __Conversion__: "), std::string::npos)
+        << outcome.out;
+    EXPECT_EQ(runner.run("library check none.yaml").exit, 3);
+    EXPECT_EQ(runner.run("library").exit, 2);
+    EXPECT_EQ(runner.run("library library.yaml").exit, 0);
+}
+
 }  // namespace
