@@ -57,6 +57,7 @@ struct ConnectOptions {
 
 [[nodiscard]] Exit runCheck(const CheckOptions& options, Console& console);
 [[nodiscard]] Exit runLibrary(const LibraryOptions& options, Console& console);
+[[nodiscard]] Exit runLibraryCheck(const LibraryOptions& options, Console& console);
 [[nodiscard]] Exit runRules(const RulesOptions& options, Console& console);
 [[nodiscard]] Exit runMayConnect(const ConnectOptions& options, Console& console);
 [[nodiscard]] Exit runDoctor(const RulesOptions& options, Console& console);

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <string>
-
 #include "cli/SimCommands.h"
 
 namespace qor::cli {

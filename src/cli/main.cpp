@@ -8,6 +8,7 @@
 #include "cli/CalendarCommand.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/ConvertCommand.h"
 #include "cli/DistributionCommand.h"
 #include "cli/HierarchyCommand.h"
 #include "cli/Nearest.h"
@@ -36,7 +37,8 @@ constexpr const char* kCheckExamples =
 constexpr const char* kLibraryExamples =
     "Examples:\n"
     "  qor library house-rules.yaml\n"
-    "  qor library --json bpmn\n\n"
+    "  qor library --json bpmn\n"
+    "  qor library check house-rules.yaml\n\n"
     "FILE is a library file, or the name of a library that comes along (\"bpmn\").\n";
 constexpr const char* kRulesExamples =
     "Examples:\n"
@@ -60,6 +62,15 @@ constexpr const char* kDistributionExamples =
     "Examples:\n"
     "  qor distribution check \"Uniform (3 ; 7)\"\n"
     "  qor distribution mean E0.5\n";
+constexpr const char* kConvertExamples =
+    "Examples:\n"
+    "  qor convert shop.qor \"Look\" \"Task:Check\" --to Decision --dry-run\n"
+    "  qor convert --model Monday shop.qor \"Look\" --to Decision\n\n"
+    "All objects are converted or none. OBJECT is a name, or CLASS:NAME where several classes have it.\n";
+constexpr const char* kTransferExamples =
+    "Examples:\n"
+    "  qor transfer shop.qor --from \"Look\" --to \"Listen\" --to \"Feel\" --attributes Costs,size\n\n"
+    "Everything that fits is written, or nothing when something cannot be written.\n";
 constexpr const char* kSimExamples =
     "Examples:\n"
     "  qor sim options order-handling\n"
@@ -141,6 +152,8 @@ struct Options {
     qor::cli::DistributionOptions distribution;
     qor::cli::HierarchyOptions hierarchy;
     qor::cli::RenameOptions rename;
+    qor::cli::ConvertOptions convert;
+    qor::cli::TransferOptions transfer;
 };
 
 void addLanguage(CLI::App& command, std::string& language) {
@@ -310,6 +323,44 @@ CLI::App& describeRename(CLI::App& app, qor::cli::RenameOptions& options) {
     return rename;
 }
 
+void describeModelEdit(CLI::App& command, qor::cli::ModelEditOptions& options) {
+    command.add_option("--model", options.model, "The model, where the library has several")->option_text("NAME");
+    command.add_flag("--dry-run", options.dryRun, "Only show what would change");
+    command.add_flag("--json", options.json, "Write one JSON document, qor." + command.get_name() + "/1");
+    addLanguage(command, options.language);
+    command.add_option("FILE", options.file, "The repository file; FILE#NAME for one of several libraries")
+        ->required()
+        ->option_text(" ");
+}
+
+CLI::App& describeConvert(CLI::App& app, qor::cli::ConvertOptions& options) {
+    CLI::App& convert = *app.add_subcommand("convert", "Turn objects into objects of another class");
+    describeModelEdit(convert, options.edit);
+    convert.add_option("OBJECT", options.objects, "The objects")->required()->option_text("...");
+    convert.add_option("--to", options.to, "The class that they become objects of")->required()->option_text("CLASS");
+    convert.add_flag("--keep", options.keep, "Convert although cardinality rules would be broken");
+    convert.footer(kConvertExamples);
+    return convert;
+}
+
+CLI::App& describeTransfer(CLI::App& app, qor::cli::TransferOptions& options) {
+    CLI::App& transfer = *app.add_subcommand("transfer", "Copy attributes of an object onto others of its class");
+    describeModelEdit(transfer, options.edit);
+    transfer.add_option("--from", options.from, "The object to copy from")->required()->option_text("OBJECT");
+    transfer.add_option("--to", options.to, "An object to copy onto; may be given several times")
+        ->required()
+        ->option_text("OBJECT")
+        ->allow_extra_args(false);
+    transfer.add_option("--attributes", options.attributes, "Names of attributes, and size for width and height")
+        ->required()
+        ->delimiter(',')
+        ->option_text("A,B,size")
+        ->allow_extra_args(false);
+    transfer.add_flag("--all", options.all, "Write nothing when something is not possible");
+    transfer.footer(kTransferExamples);
+    return transfer;
+}
+
 void describeSim(CLI::App& sim, Options& options) {
     sim.require_subcommand(1);
     sim.footer(kSimExamples);
@@ -410,8 +461,15 @@ void describe(CLI::App& app, Options& options) {
 
     CLI::App& library = *app.add_subcommand("library", "Show what is in a method library");
     library.add_flag("--json", options.library.json, "Write one JSON document, qor.library/1");
-    library.add_option("FILE", options.library.file, "The library")->required()->option_text(" ");
+    library.add_option("FILE", options.library.file, "The library")->option_text(" ");
     library.footer(kLibraryExamples);
+    CLI::App& libraryCheck =
+        *library.add_subcommand("check", "Show errors in a library's texts about conversion and naming");
+    libraryCheck.add_flag("--json", options.library.json, "Write one JSON document, qor.library.check/1");
+    libraryCheck.add_option("LIB", options.library.file, "The library")->required()->option_text(" ");
+    library.final_callback([&library, &options] {
+        if (!library.got_subcommand("check") && options.library.file.empty()) throw CLI::RequiredError("FILE");
+    });
 
     CLI::App& rules = *app.add_subcommand("rules", "Show errors in a library's rule texts, and the rules in force");
     describeRules(rules, options.rules);
@@ -430,9 +488,11 @@ void describe(CLI::App& app, Options& options) {
 
     CLI::App& hierarchy = describeHierarchy(app, options.hierarchy);
     CLI::App& rename = describeRename(app, options.rename);
+    CLI::App& convert = describeConvert(app, options.convert);
+    CLI::App& transfer = describeTransfer(app, options.transfer);
 
-    for (CLI::App* command :
-         {&check, &library, &rules, &connect, &repo, &calendar, &distribution, &sim, &hierarchy, &rename})
+    for (CLI::App* command : {&check, &library, &rules, &connect, &repo, &calendar, &distribution, &sim, &hierarchy,
+                              &rename, &convert, &transfer})
         command->group("Commands");
 }
 
@@ -463,7 +523,7 @@ std::vector<std::string> commandNames(const CLI::App& app) {
 }
 
 /// Stands for nothing by itself: one of its commands must be given.
-bool isGroup(const CLI::App& command) { return !commandNames(command).empty(); }
+bool isGroup(const CLI::App& command) { return command.get_require_subcommand_min() > 0; }
 
 /// What is wrong with the arguments, in words that help.
 std::string complaint(const CLI::App& app, const CLI::ParseError& error) {
@@ -504,12 +564,17 @@ Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("check")) return runCheck(options.check, console);
     if (app.got_subcommand("sim")) return dispatchSim(*app.get_subcommand("sim"), options, console);
     if (app.got_subcommand("may-connect")) return runMayConnect(options.connect, console);
-    if (app.got_subcommand("library")) return runLibrary(options.library, console);
+    if (app.got_subcommand("library")) {
+        const bool isCheck = app.get_subcommand("library")->got_subcommand("check");
+        return isCheck ? runLibraryCheck(options.library, console) : runLibrary(options.library, console);
+    }
     if (app.got_subcommand("repo")) return runRepo(options.repo, console);
     if (app.got_subcommand("calendar")) return runCalendar(options.calendar, console);
     if (app.got_subcommand("distribution")) return runDistribution(options.distribution, console);
     if (app.got_subcommand("hierarchy")) return runHierarchy(options.hierarchy, console);
     if (app.got_subcommand("rename")) return runRename(options.rename, console);
+    if (app.got_subcommand("convert")) return runConvert(options.convert, console);
+    if (app.got_subcommand("transfer")) return runTransfer(options.transfer, console);
     return options.rules.doctor ? runDoctor(options.rules, console) : runRules(options.rules, console);
 }
 

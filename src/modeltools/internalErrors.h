@@ -24,6 +24,22 @@ enum class NamingLine : long {
     PastedText = 352,
 };
 
+inline constexpr const char* kConversionSource = "ahaconv";
+inline constexpr const char* kTransferSource = "atransf";
+
+enum class ConversionLine : long {
+    Library = 61,  ///< the class belongs to neither part of the loaded library
+    Attribute = 74,
+    Text = 83,
+    AttributeType = 142,
+    RecordClass = 151,
+    ProfileClass = 160,
+};
+
+inline void reportInternalError(ConversionLine line) noexcept {
+    displayErrorMessage(kConversionSource, static_cast<long>(line));
+}
+
 inline void reportInternalError(NamingLine line) noexcept {
     displayErrorMessage(kNamingSource, static_cast<long>(line));
 }

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every allocation of naming, hierarchies and references fails once: nothing is thrown, and what was there stays
-// usable.
+// Every allocation of naming, hierarchies, references and conversion fails once: nothing is thrown, and what was there
+// stays usable.
 #include <cstdlib>
 #include <functional>
 #include <new>
 
+#include "modeltools/ConversionDesk.h"
 #include "modeltools/HierarchyDesk.h"
 #include "modeltools/NamingDesk.h"
+#include "modeltools/QorConversionPlan.h"
 #include "modeltools/QorHierarchyTree.h"
 #include "modeltools/QorReferenceIndex.h"
 
@@ -130,6 +132,53 @@ TEST(ModelToolsWithoutMemory, AnswerAsSoonAsThereIsMemory) {
             ASSERT_EQ(again, whole);
             ASSERT_EQ(tree.elements().size(), 4U);
         });
+}
+
+/// Whatever is missing in the one object is in the other.
+TEST(ModelToolsWithoutMemory, ConvertWithoutLosingAnything) {
+    std::unique_ptr<ConversionDesk> desk;
+    QorIdentifier task = QorNoIdentifier;
+    QorIdentifier relation = QorNoIdentifier;
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            desk.reset();  // hosts are installed and removed like a stack
+            desk = std::make_unique<ConversionDesk>();
+            task = desk->object("Task", "a name that is too long to be stored without memory of its own");
+            desk->value(task, "Calls", "MODEL \"Monday\" type: \"Shop\"");
+            desk->row(task, "nail", "3");
+            relation = desk->connect(task, "and", task);
+            return [&desk, &task, from = desk->idOf("Task"), to = desk->idOf("Check")] {
+                long made = 5;
+                (void)QorConversionHandler(from).Convert(desk->shop, task, to, made);
+            };
+        },
+        [&] {
+            EXPECT_FALSE(desk->reader().objectsOf(desk->shop).empty());
+            EXPECT_NE(desk->reader().relationInfo(relation).id, QorNoIdentifier);
+        });
+}
+
+TEST(ModelToolsWithoutMemory, PlanConversionsAllOrNothing) {
+    ConversionDesk desk;
+    const auto tasks = desk.objects("Task", {"One", "Two"});
+    for (const QorIdentifier task : tasks) desk.row(task, "nail", "3");
+    desk.value(tasks[0], "Info", "a value that is too long to be stored without memory of its own");
+    bool planned = false;
+    const QorIdentifier check = desk.idOf("Check");
+    const ISortedSet<long> both{tasks[0], tasks[1]};
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            return [&] {
+                QorConversionPlan plan;
+                planned = plan.make(desk.shop, both, check);
+                EXPECT_TRUE(planned || plan.problems().size() < 3);
+            };
+        },
+        [&] {
+            EXPECT_EQ(desk.reader().objectsOf(desk.shop), tasks);
+            EXPECT_EQ(desk.rowsOf(tasks[1]), "nail/3/secret;");
+        });
+    EXPECT_TRUE(planned);
 }
 
 }  // namespace

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "modeltools/ObjectConversion.h"
+
+#include "frame/RepositoryLookup.h"
+#include "platform/ISortedSet.h"
+#include "platform/QorAttributeIds.h"
+#include "platform/QorCoreModelingManager.h"
+#include "platform/QorCoreVar.h"
+#include "platform/QorOwnedText.h"
+
+namespace qor::modeltools {
+
+namespace {
+
+constexpr const char* kVariants = "__Variants__";
+
+QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
+
+/// A type that the repository does not tell fits no other, which is then shown with the value.
+void addUnmapped(long source, long target, std::vector<ConvertedValue>& values) {
+    ConvertedValue value{source, target};
+    (void)repository().getAttributeType(source, value.sourceType);
+    (void)repository().getAttributeType(target, value.targetType);
+    values.push_back(value);
+}
+
+using MoveEnd = QorErrorCode (QorCoreMM_Enhanced::*)(long relation, long object);
+using Relations = QorErrorCode (QorCoreMM_Enhanced::*)(long object, ISortedSet<long>& relations);
+
+/// Moves what can be moved; the first failure.
+QorErrorCode moveRelations(long object, long newObject, Relations list, MoveEnd move,
+                           const ObjectConversion::Unmoved& unmoved) {
+    ISortedSet<long> relations;
+    QorErrorCode first = (repository().*list)(object, relations);
+    for (const long relation : relations) {
+        long relationClass = QorNoIdentifier;
+        QorErrorCode code = repository().relationOf(relation, relationClass);
+        if (code == QorErrorCode::Ok && !isUnmoved(relationClass)) code = (repository().*move)(relation, newObject);
+        if (code != QorErrorCode::Ok && unmoved) unmoved(relation, code);
+        if (first == QorErrorCode::Ok) first = code;
+    }
+    return first;
+}
+
+}  // namespace
+
+bool isUnmoved(long relationClass) {
+    return relationClass == Qor_GetCoreVarConst(QorCoreVarType::UnmovedRelationClass) ||
+           relationClass == Qor_GetCoreVarConst(QorCoreVarType::OtherUnmovedRelationClass);
+}
+
+std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass) {
+    std::vector<ConvertedValue> values;
+    const long graphic =
+        Qor_GetCoreVarConst(handler.isBusinessProcess() ? QorCoreVarType::GraphicAttribute
+                                                        : QorCoreVarType::WorkingEnvironmentGraphicAttribute);
+    if (graphic > 0) addUnmapped(graphic, graphic, values);
+    const auto sourceVariants = frame::findAttribute(handler.cls(), kVariants);
+    const auto targetVariants = frame::findAttribute(targetClass, kVariants);
+    if (sourceVariants && targetVariants) addUnmapped(*sourceVariants, *targetVariants, values);
+    if (const QorClassConversion* const conversion = handler.conversionInto(targetClass))
+        for (const QorAttributeMapping& mapping : conversion->mappings())
+            values.push_back({mapping.source, mapping.target, mapping.sourceType, mapping.targetType, true});
+    return values;
+}
+
+void ObjectConversion::carryOver(long object, long newObject, bool mapped, const Refused& refused) const {
+    for (const ConvertedValue& value : _values) {
+        if (value.isMapped != mapped) continue;
+        const auto outcome = convertAttribute(_model, {object, value.source, value.sourceType},
+                                              {newObject, value.target, value.targetType});
+        if (outcome.message != 0) refused(value, outcome);
+    }
+}
+
+QorErrorCode ObjectConversion::run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const {
+    newObject = QorNoIdentifier;
+    long modelClass = QorNoIdentifier;
+    QorErrorCode code = repository().getModelClass(_model, modelClass);
+    if (code != QorErrorCode::Ok) return code;
+    QorOwnedText name;
+    code = repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false);
+    if (code != QorErrorCode::Ok) return code;
+    code = repository().createInstance(_model, _targetClass, name.c_str(), newObject);
+    if (code != QorErrorCode::Ok) return code;
+
+    carryOver(object, newObject, false, refused);
+    // Arriving relations are asked for after the leaving ones were moved, so that a relation of the object with itself
+    // ends on the new object at both ends.
+    const QorErrorCode leaving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getFromRelationInstances,
+                                               &QorCoreMM_Enhanced::moveFromEndpoint, unmoved);
+    const QorErrorCode arriving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getToRelationInstances,
+                                                &QorCoreMM_Enhanced::moveToEndpoint, unmoved);
+    carryOver(object, newObject, true, refused);
+    // A relation that could not be moved would be deleted with the old object.
+    if (leaving != QorErrorCode::Ok) return leaving;
+    if (arriving != QorErrorCode::Ok) return arriving;
+    return repository().deleteInstance(_model, object);
+}
+
+}  // namespace qor::modeltools

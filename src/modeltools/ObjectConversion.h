@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+// The steps that turn one object into another.
+#pragma once
+#include <functional>
+#include <vector>
+
+#include "modeltools/AttributeConversion.h"
+#include "modeltools/QorConversionHandler.h"
+#include "platform/QorErrorCode.h"
+
+namespace qor::modeltools {
+
+/// A value that a conversion carries over.
+struct ConvertedValue {
+    long source = -1;
+    long target = -1;
+    QorCoreAttributeType sourceType = QorCoreAttributeType::None;
+    QorCoreAttributeType targetType = QorCoreAttributeType::None;
+    bool isMapped = false;  ///< by the text; the others go to every target class
+};
+
+/// What is carried over from objects of the handler's class to objects of the target class, in that order: the
+/// graphical representation, the variants where both classes have them, and what the text maps.
+[[nodiscard]] std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass);
+
+/// Whether relations of the class stay at the old object, and so go with it.
+[[nodiscard]] bool isUnmoved(long relationClass);
+
+/// Converts one object.
+class ObjectConversion {
+public:
+    /// Takes a value that did not come over.
+    using Refused = std::function<void(const ConvertedValue&, const ConversionOutcome&)>;
+    /// Takes a relation that could not be moved.
+    using Unmoved = std::function<void(long relation, QorErrorCode code)>;
+
+    ObjectConversion(long model, long targetClass, const std::vector<ConvertedValue>& values)
+        : _model(model), _targetClass(targetClass), _values(values) {}
+
+    /// All steps. The first code but Ok is returned; when the old object stays, `newObject` stays as well.
+    QorErrorCode run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const;
+
+private:
+    void carryOver(long object, long newObject, bool mapped, const Refused& refused) const;
+
+    long _model;
+    long _targetClass;
+    const std::vector<ConvertedValue>& _values;
+};
+
+}  // namespace qor::modeltools

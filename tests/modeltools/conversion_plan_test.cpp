@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cardinality/QorCardinalityHandler.h"
+#include "modeltools/ConversionDesk.h"
+#include "modeltools/QorAttributeTransfer.h"
+#include "modeltools/QorConversionPlan.h"
+
+namespace {
+
+using Kind = QorConversionProblemKind;
+
+class Planning : public testing::Test {
+protected:
+    ~Planning() override { QorCardinalityHandler::Instance().Reset(); }
+
+    ConversionDesk desk;
+    QorConversionPlan plan;
+
+    bool make(const ISortedSet<long>& objects, std::string_view into = "Check") {
+        return plan.make(desk.shop, objects, desk.idOf(into));
+    }
+    [[nodiscard]] std::vector<Kind> kinds() const {
+        std::vector<Kind> all;
+        for (const auto& problem : plan.problems()) all.push_back(problem.kind);
+        return all;
+    }
+};
+
+TEST_F(Planning, TellsWhatIsCarriedCastAndDropped) {
+    desk.text("CLASS \"Check\" ATTR \"Count\" ATTR \"Result\" from: \"Sum\"");
+    const auto tasks = desk.objects("Task", {"One", "Two"});
+    for (const QorIdentifier task : tasks) desk.value(task, "Count", "7");
+    desk.value(tasks[0], "Sum", "1 + 1");
+    desk.value(tasks[1], "Info", "lost");
+    desk.row(tasks[1], "nail", "3");
+    const QorIdentifier lost = desk.connect(tasks[0], "at", tasks[1]);
+    desk.connect(tasks[0], "and", tasks[0]);
+    ASSERT_TRUE(make({tasks[0], tasks[1]}));
+    std::map<std::string, std::pair<QorConversionFate, std::uint32_t>> fates;
+    for (const auto& attribute : plan.attributes())
+        fates[std::string(desk.reader().nameOf(static_cast<QorIdentifier>(attribute.source)))] = {attribute.fate,
+                                                                                                  attribute.objects};
+    using enum QorConversionFate;
+    EXPECT_EQ(fates["Count"], std::pair(Carried, 2U));
+    EXPECT_EQ(fates["Sum"], std::pair(Cast, 1U));
+    EXPECT_EQ(fates["Info"], std::pair(Dropped, 1U));
+    EXPECT_EQ(fates["Table"], std::pair(Dropped, 1U));
+    EXPECT_EQ(fates["Cost"], std::pair(Dropped, 0U));
+    ASSERT_EQ(plan.lostRelations().size(), 2U) << "told for either object";
+    EXPECT_EQ(plan.lostRelations()[0].relation, lost);
+    EXPECT_TRUE(desk.isThere(tasks[0])) << "a plan changes nothing";
+
+    ASSERT_TRUE(plan.carryOut());
+    EXPECT_FALSE(desk.isThere(tasks[0]));
+    EXPECT_EQ(desk.valueOf(plan.objects()[0].newObject, "Result"), "2");
+    EXPECT_EQ(desk.valueOf(plan.objects()[1].newObject, "Count"), "7");
+    EXPECT_FALSE(plan.carryOut()) << "once only";
+}
+
+TEST_F(Planning, NamesEveryProblemAndChangesNothing) {
+    const auto tasks = desk.objects("Task", {"One", "Two", "Three", "Four"});
+    (void)desk.object("Check", "One");
+    desk.value(tasks[1], "Kind", "c");
+    const QorIdentifier then = desk.connect(tasks[2], "then", tasks[3]);
+    const auto before = desk.reader().objectsOf(desk.shop);
+    EXPECT_FALSE(make({tasks[0], tasks[1], tasks[2]}));
+    EXPECT_EQ(kinds(), (std::vector{Kind::NotMade, Kind::ValueRefused, Kind::RelationRefused}));
+    EXPECT_EQ(plan.problems()[1].source, desk.attributeOf(tasks[1], "Kind"));
+    EXPECT_EQ(plan.problems()[2].relation, then);
+    EXPECT_FALSE(plan.carryOut());
+    EXPECT_EQ(desk.reader().objectsOf(desk.shop), before);
+    EXPECT_EQ(desk.ends(then), std::to_string(tasks[2]) + ">" + std::to_string(tasks[3]));
+
+    EXPECT_FALSE(make({tasks[0]}, "Plain"));
+    EXPECT_EQ(kinds(), std::vector{Kind::NotIntoClass});
+    EXPECT_FALSE(plan.attributes().empty()) << "what would be lost";
+    EXPECT_FALSE(make({before.back(), -1, 0, 4294967296L + tasks[0]}, "Plain"));
+    EXPECT_EQ(kinds(),
+              (std::vector{Kind::UnknownObject, Kind::UnknownObject, Kind::NoConversions, Kind::UnknownObject}));
+    desk.text("CLASS");
+    EXPECT_FALSE(make({tasks[3]}));
+    EXPECT_EQ(kinds(), std::vector{Kind::WrongText});
+    EXPECT_EQ(desk.shown(), "");
+}
+
+TEST_F(Planning, IsCarriedOutAsAWholeOrNotAtAll) {
+    const auto tasks = desk.objects("Task", {"One", "Two", "Three"});
+    ASSERT_TRUE(make({tasks[0], tasks[1], tasks[2]}));
+    (void)desk.repository().deleteInstance(desk.shop, tasks[2]);
+    EXPECT_FALSE(plan.carryOut()) << "an object is gone";
+    EXPECT_EQ(kinds(), std::vector{Kind::UnknownObject});
+    EXPECT_TRUE(desk.isThere(tasks[0]));
+    EXPECT_TRUE(desk.isThere(tasks[1]));
+    EXPECT_EQ(plan.objects()[0].newObject, -1);
+
+    QorHost host = desk.platform.host();
+    FailingRepository withoutUnits(*host.repository);
+    host.repository = &withoutUnits;
+    const QorHostInstallation installed(host);
+    EXPECT_FALSE(make({tasks[0]}));
+    EXPECT_EQ(kinds(), std::vector{Kind::NoUnitsOfWork});
+}
+
+TEST_F(Planning, TellsWhichCardinalityRulesWouldBreak) {
+    desk.classText("Plain", "CARDINALITIES RELATION \"and\" TO_CLASS \"Check\" max-outgoing: 1");
+    desk.classText("Check", "CARDINALITIES max-objects: 1");
+    QorCardinalityHandler::Instance().Reset();
+    QorCardinalityHandler::Instance().init(desk.processes, desk.environment);
+    const QorIdentifier plain = desk.object("Plain", "Plain");
+    const auto tasks = desk.objects("Task", {"One", "Two"});
+    for (const QorIdentifier task : tasks) desk.connect(plain, "and", task);
+    ASSERT_TRUE(make({tasks[0]}));
+    EXPECT_TRUE(plan.breaches().empty());
+    ASSERT_TRUE(make({tasks[0], tasks[1]}));
+    ASSERT_EQ(plan.breaches().size(), 2U);
+    EXPECT_EQ(plan.breaches()[0].subject, plain);
+    EXPECT_EQ(plan.breaches()[0].found, 2U);
+    EXPECT_EQ(plan.breaches()[1].subject, desk.idOf("Check"));
+    EXPECT_EQ(plan.breaches()[1].objects, (std::vector<long>{tasks[0], tasks[1]}));
+    EXPECT_TRUE(plan.carryOut()) << "rules are told, not enforced";
+    ASSERT_TRUE(plan.make(desk.shop, {desk.object("Task", "Three")}, desk.idOf("Check")));
+    EXPECT_TRUE(plan.breaches().empty()) << "was broken before";
+}
+
+TEST(TransferOntoMany, ReportsOnEveryAttribute) {
+    using enum QorTransferOutcome;
+    ConversionDesk desk;
+    const auto tasks = desk.objects("Task", {"Source", "Same", "Other", "No place"});
+    const QorIdentifier check = desk.object("Check", "Check");
+    const long count = desk.attributeOf(tasks[0], "Count");
+    const long table = desk.attributeOf(tasks[0], "Table");
+    for (const int at : {0, 1}) {
+        desk.value(tasks[static_cast<std::size_t>(at)], "Count", "7");
+        desk.row(tasks[static_cast<std::size_t>(at)], "nail", "3");
+    }
+    desk.row(tasks[2], "nail", "4");
+    for (const int at : {0, 1, 2}) desk.value(tasks[static_cast<std::size_t>(at)], "Position", "NODE w:1cm");
+    desk.value(tasks[2], "Position", "NODE w:2cm");
+
+    QorAttributeTransfer transfer;
+    const ISortedSet<long> attributes{-1, count, table};
+    const auto outcomes = [&] {
+        std::vector<QorTransferOutcome> all;
+        for (const auto& entry : transfer.entries()) all.push_back(entry.outcome);
+        return all;
+    };
+    ASSERT_TRUE(transfer.plan(desk.shop, tasks[0], attributes, {tasks[0], tasks[1], tasks[2], tasks[3], check}));
+    EXPECT_EQ(outcomes(), (std::vector{IsSource, IsSource, IsSource, Same, Same, Same, Changes, Changes, Changes,
+                                       NoPlaceForSize, Changes, Changes, NotOfClass, NotOfClass, NotOfClass}));
+    EXPECT_EQ(transfer.impossibleCount(), 7U);
+    EXPECT_FALSE(transfer.carryOut(QorTransferMode::AllOrNothing));
+    EXPECT_EQ(desk.valueOf(tasks[3], "Count"), "");
+    EXPECT_TRUE(transfer.carryOut(QorTransferMode::WhatFits));
+    EXPECT_EQ(desk.valueOf(tasks[3], "Count"), "7");
+    EXPECT_EQ(desk.valueOf(tasks[2], "Position"), "NODE w:1cm");
+    EXPECT_EQ(desk.rowsOf(tasks[2]), "nail/3/;");
+
+    ASSERT_TRUE(transfer.plan(desk.shop, tasks[0], {desk.attributeOf(check, "Note")}, {tasks[1]}));
+    EXPECT_EQ(outcomes(), std::vector{NoAttribute});
+    desk.value(tasks[0], "Info", "new");
+    ASSERT_TRUE(transfer.plan(desk.shop, tasks[0], {desk.attributeOf(tasks[0], "Info")}, {tasks[1], tasks[2]}));
+    (void)desk.repository().deleteInstance(desk.shop, tasks[2]);
+    EXPECT_FALSE(transfer.carryOut(QorTransferMode::WhatFits));
+    EXPECT_EQ(outcomes(), (std::vector{Changes, Failed}));
+    EXPECT_EQ(desk.valueOf(tasks[1], "Info"), "") << "taken back";
+}
+
+}  // namespace
