@@ -127,22 +127,26 @@ void ModelSet::openLibrary(const std::string& path) {
 }
 
 void ModelSet::takeRepository(const Source& source) {
-    for (const QorIdentifier model : _workspace->models()) {
-        _models.add(model);
-        _origins.emplace(model, std::pair(source.file, nullptr));
-    }
+    QorImportResult held;
+    held.kind = QorFileKind::Bpmn;  // there may be calls among what it holds; those of no process are told
+    held.models = _workspace->models();
+    take(source, std::make_unique<QorImporter>(_workspace->builder(), _workspace->reader()), held);
 }
 
 void ModelSet::readFile(const Source& source) {
     if (!repositoryNamed(source.path).file.empty()) return takeRepository(source);
     auto importer = std::make_unique<QorImporter>(_workspace->builder(), _workspace->reader());
     QorImportResult result = importer->readFile(source.path, _workspace->library());
+    take(source, std::move(importer), result);
+    keep(std::move(result.diagnostics), source);
+}
+
+void ModelSet::take(const Source& source, std::unique_ptr<QorImporter> importer, const QorImportResult& result) {
     for (const QorIdentifier model : result.models) {
         _models.add(model);
         _origins.emplace(model, std::pair(source.file, importer.get()));
     }
     _calls->add(source.file, *importer, result);
-    keep(std::move(result.diagnostics), source);
     _importers.push_back(std::move(importer));
 }
 
@@ -181,8 +185,7 @@ QorFilePlace ModelSet::placeOf(long model, long object) const {
     const auto origin = _origins.find(model);
     if (origin == _origins.end()) return {};
     QorFilePlace place;
-    if (object > 0 && origin->second.second != nullptr)
-        place = origin->second.second->placeOf(static_cast<QorIdentifier>(object));
+    if (object > 0) place = origin->second.second->placeOf(static_cast<QorIdentifier>(object));
     place.file = origin->second.first;
     return place;
 }

@@ -51,6 +51,7 @@ private:
     void readModels(const std::vector<Source>& sources);
     void readFile(const Source& source);
     void takeRepository(const Source& source);
+    void take(const Source& source, std::unique_ptr<QorImporter> importer, const QorImportResult& result);
     /// Whether the file holds models of the set's library, which the first one decides.
     [[nodiscard]] bool belongs(const Source& source);
     [[nodiscard]] bool isOfLibrary(const Source& source, const std::string& library);
@@ -66,7 +67,7 @@ private:
     QorRepositoryStatus _repositoryStatus = QorRepositoryStatus::Ok;
     InputFiles _inputs;
     std::vector<std::unique_ptr<QorImporter>> _importers;
-    std::map<long, std::pair<std::string, const QorImporter*>> _origins;  // of models; none read those of a repository
+    std::map<long, std::pair<std::string, const QorImporter*>> _origins;  // of models
     std::unique_ptr<QorCalledProcesses> _calls;
     ISortedSet<long> _models;
     std::vector<QorDiagnostic> _diagnostics;
