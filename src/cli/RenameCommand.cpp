@@ -102,7 +102,7 @@ void refuse(Console& console, std::string_view why) {
     console.err(fmt::format("qor: {} {}\n", console.errColours().error("error:"), why));
 }
 
-/// Whether it can be written what is given.
+/// Whether what is given can be written.
 bool isOneRepository(const std::vector<std::string>& files) {
     return files.size() == 1 && !repositoryNamed(files.front()).file.empty();
 }
