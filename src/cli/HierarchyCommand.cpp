@@ -3,14 +3,12 @@
 
 #include <fmt/format.h>
 
-#include <set>
-
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
 #include "cli/HierarchyView.h"
+#include "cli/InputFiles.h"
 #include "cli/InternalErrors.h"
-#include "cli/Nearest.h"
-#include "cli/WholeFile.h"
+#include "cli/OutputFile.h"
 
 namespace qor::cli {
 
@@ -18,19 +16,6 @@ namespace {
 
 void tell(Console& console, std::string_view text) {
     console.err(fmt::format("qor: {} {}\n", console.errColours().error("error:"), text));
-}
-
-bool allFound(const HierarchyOptions& options, const HierarchyView& view, Console& console) {
-    std::set<std::string> names;
-    for (const long model : view.index().models()) names.insert(view.nameOf(model));
-    bool all = true;
-    for (const std::string& wanted : options.models) {
-        if (names.contains(wanted)) continue;
-        all = false;
-        tell(console, fmt::format("no model is named {}{}", quoted(wanted),
-                                  didYouMean(wanted, std::vector<std::string>(names.begin(), names.end()))));
-    }
-    return all;
 }
 
 /// A document has one tree.
@@ -53,9 +38,13 @@ Exit writeDocuments(const HierarchyOptions& options, const HierarchyReport& repo
         if (file.empty()) return;
         if ((tree.*make)(text) != QorErrorCode::Ok) {
             exit = Exit::Internal;
-        } else if (file == kStandardInput) {
+        } else if (file == kStandardOutput) {
             console.out(text.view());
-        } else if (const std::string problem = writeWholeFile(file, text.view()); !problem.empty()) {
+        } else {
+            OutputFile output(file);
+            output.add(text.view());
+            const std::string problem = output.commit();
+            if (problem.empty()) return;
             tell(console, fmt::format("{}: {}", printable(file), problem));
             exit = worse(exit, Exit::WriteFailed);
         }
@@ -81,14 +70,16 @@ Exit runHierarchy(const HierarchyOptions& options, Console& console) {
         if (options.json)
             for (const QorDiagnostic& diagnostic : set.diagnostics())
                 console.err(diagnosticLine(diagnostic, console.errColours()));
-        return Exit::BadInput;
+        return set.exit();
     }
+    const std::vector<std::string> unknown = set.unknownNames(options.models);
+    for (const std::string& complaint : unknown) tell(console, complaint);
+    if (!unknown.empty()) return Exit::WrongUse;
 
     console.progress().say("following references");
     QorReferenceIndex index;
     if (!index.build(set.models())) internalErrors.add("the references could not be followed");
     const HierarchyView view(set, index);
-    if (!allFound(options, view, console)) return Exit::WrongUse;
     const std::vector<long> chosen = view.chosen(options.models);
     const HierarchyReport report{view, chosen, options.whereUsed, options.broken, options.maxElements};
 
@@ -99,7 +90,7 @@ Exit runHierarchy(const HierarchyOptions& options, Console& console) {
         const auto write = options.json ? writeHierarchyJson : writeHierarchyText;
         if (write(report, console) != 0) exit = worse(exit, Exit::Findings);
     }
-    if (hasErrors(set.diagnostics())) exit = worse(exit, Exit::BadInput);
+    exit = worse(exit, set.exit());
     return internalErrors.count() != 0 ? Exit::Internal : exit;
 }
 

@@ -12,7 +12,7 @@ class Console;
 
 struct HierarchyOptions {
     std::vector<std::string> files;   ///< and folders
-    std::string library;              ///< empty: the one that the files name
+    std::string library;              ///< empty: the one that the files name; in a repository file: its name
     std::vector<std::string> models;  ///< names; empty: all that no other one refers to
     bool whereUsed = false;
     bool broken = false;

@@ -9,6 +9,9 @@
 #include <system_error>
 #include <utility>
 
+#include "cli/Diagnostics.h"
+#include "cli/Nearest.h"
+#include "cli/RepositoryFiles.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Text.h"
 
@@ -74,6 +77,10 @@ void ModelSet::readModels(const std::vector<Source>& sources) {
 }
 
 bool ModelSet::belongs(const Source& source) {
+    if (const RepositoryName repository = repositoryNamed(source.path); !repository.file.empty()) {
+        const bool isNamed = _libraryGiven.empty() || !repository.library.empty();
+        return isOfLibrary(source, isNamed ? source.path : source.path + "#" + _libraryGiven);
+    }
     Workspace& none = _workspaces.open("");
     QorImporter importer(none.builder(), none.reader());
     const QorFileKind kind = importer.kindOf(source.path);
@@ -95,6 +102,10 @@ bool ModelSet::belongs(const Source& source) {
                    : std::string("names no method library; give --library"));
         return false;
     }
+    return isOfLibrary(source, library);
+}
+
+bool ModelSet::isOfLibrary(const Source& source, const std::string& library) {
     if (_libraryPath.empty()) _libraryPath = library;
     if (library == _libraryPath) return true;
     report(source.file, fmt::format("is left out: its library is {}, and that of the files before it is {}",
@@ -111,18 +122,31 @@ std::string ModelSet::libraryFor(const Source& source, QorFileKind kind, QorImpo
 void ModelSet::openLibrary(const std::string& path) {
     Workspace& workspace = _workspaces.open(path);
     for (const QorDiagnostic& diagnostic : workspace.fileDiagnostics()) _diagnostics.push_back(diagnostic);
+    _repositoryStatus = workspace.repositoryStatus();
     if (workspace.hasLibrary()) _workspace = &workspace;
 }
 
+void ModelSet::takeRepository(const Source& source) {
+    QorImportResult held;
+    held.kind = QorFileKind::Bpmn;  // there may be calls among what it holds; those of no process are told
+    held.models = _workspace->models();
+    take(source, std::make_unique<QorImporter>(_workspace->builder(), _workspace->reader()), held);
+}
+
 void ModelSet::readFile(const Source& source) {
+    if (!repositoryNamed(source.path).file.empty()) return takeRepository(source);
     auto importer = std::make_unique<QorImporter>(_workspace->builder(), _workspace->reader());
     QorImportResult result = importer->readFile(source.path, _workspace->library());
+    take(source, std::move(importer), result);
+    keep(std::move(result.diagnostics), source);
+}
+
+void ModelSet::take(const Source& source, std::unique_ptr<QorImporter> importer, const QorImportResult& result) {
     for (const QorIdentifier model : result.models) {
         _models.add(model);
         _origins.emplace(model, std::pair(source.file, importer.get()));
     }
     _calls->add(source.file, *importer, result);
-    keep(std::move(result.diagnostics), source);
     _importers.push_back(std::move(importer));
 }
 
@@ -136,6 +160,21 @@ void ModelSet::keep(std::vector<QorDiagnostic> diagnostics, const Source& source
         if (diagnostic.place.file == source.path) diagnostic.place.file = source.file;
         _diagnostics.push_back(std::move(diagnostic));
     }
+}
+
+std::vector<std::string> ModelSet::unknownNames(const std::vector<std::string>& wanted) const {
+    std::set<std::string> names;
+    for (const long model : _models) names.emplace(_workspace->reader().nameOf(static_cast<QorIdentifier>(model)));
+    std::vector<std::string> complaints;
+    for (const std::string& name : wanted)
+        if (!names.contains(name))
+            complaints.push_back(fmt::format("no model is named {}{}", cli::quoted(name),
+                                             didYouMean(name, std::vector<std::string>(names.begin(), names.end()))));
+    return complaints;
+}
+
+Exit ModelSet::exit() const {
+    return worse(hasErrors(_diagnostics) ? Exit::BadInput : Exit::Clean, exitOf(_repositoryStatus));
 }
 
 std::vector<QorCalledProcesses::UnknownCall> ModelSet::unknownCalls() const {

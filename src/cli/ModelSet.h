@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Exit.h"
 #include "cli/InputFiles.h"
 #include "cli/Workspace.h"
 #include "interchange/QorCalledProcesses.h"
@@ -12,11 +13,12 @@
 
 namespace qor::cli {
 
-/// The models of several files and folders with one method library, read together so that references between them can
-/// be followed.
+/// The models of several files and folders, or of a repository file, with one method library, together so that
+/// references between them can be followed.
 class ModelSet {
 public:
-    /// `library`: read with this one instead of the one that the files name; empty: with that one.
+    /// `library`: read with this one instead of the one that the files name, or the one of this name in a repository
+    /// file; empty: with that one.
     ModelSet(Workspaces& workspaces, std::string library)
         : _workspaces(workspaces), _libraryGiven(std::move(library)) {}
 
@@ -26,10 +28,14 @@ public:
     /// The library's; null when it cannot be used.
     [[nodiscard]] Workspace* workspace() const { return _workspace; }
     [[nodiscard]] const ISortedSet<long>& models() const { return _models; }
+    /// One complaint for each wanted name that no model has.
+    [[nodiscard]] std::vector<std::string> unknownNames(const std::vector<std::string>& wanted) const;
     /// Calls of BPMN files that name no process of these files.
     [[nodiscard]] std::vector<QorCalledProcesses::UnknownCall> unknownCalls() const;
     /// What was wrong with files and library, in the order of reading. What reading BPMN leaves out is not told here.
     [[nodiscard]] const std::vector<QorDiagnostic>& diagnostics() const { return _diagnostics; }
+    /// How a command ends because of them.
+    [[nodiscard]] Exit exit() const;
     /// Where the object, or else the file where the model, was written.
     [[nodiscard]] QorFilePlace placeOf(long model, long object = -1) const;
 
@@ -44,8 +50,11 @@ private:
     [[nodiscard]] std::vector<std::string> filesIn(const std::string& folder);
     void readModels(const std::vector<Source>& sources);
     void readFile(const Source& source);
+    void takeRepository(const Source& source);
+    void take(const Source& source, std::unique_ptr<QorImporter> importer, const QorImportResult& result);
     /// Whether the file holds models of the set's library, which the first one decides.
     [[nodiscard]] bool belongs(const Source& source);
+    [[nodiscard]] bool isOfLibrary(const Source& source, const std::string& library);
     [[nodiscard]] std::string libraryFor(const Source& source, QorFileKind kind, QorImporter& importer) const;
     void openLibrary(const std::string& path);
     void report(const std::string& file, std::string text);
@@ -55,6 +64,7 @@ private:
     std::string _libraryGiven;
     std::string _libraryPath;
     Workspace* _workspace = nullptr;
+    QorRepositoryStatus _repositoryStatus = QorRepositoryStatus::Ok;
     InputFiles _inputs;
     std::vector<std::unique_ptr<QorImporter>> _importers;
     std::map<long, std::pair<std::string, const QorImporter*>> _origins;  // of models

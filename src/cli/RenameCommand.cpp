@@ -3,17 +3,13 @@
 
 #include <fmt/format.h>
 
-#include <map>
-#include <set>
-
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
 #include "cli/InternalErrors.h"
 #include "cli/JsonWriter.h"
 #include "cli/ModelSet.h"
-#include "modeltools/QorNameGenerator.h"
-#include "modeltools/QorNamePlan.h"
-#include "modeltools/QorReferenceIndex.h"
+#include "cli/RenameView.h"
+#include "cli/RepositoryFiles.h"
 
 namespace qor::cli {
 
@@ -21,88 +17,18 @@ namespace {
 
 constexpr auto kLine = JsonWriter::Layout::Line;
 
-/// A reference to an object that gets another name.
-struct LostReference {
-    QorModelReference reference;
-    std::string newName;
-};
-
-/// What naming would do to the models of a set.
-class RenameView {
-public:
-    explicit RenameView(const ModelSet& set) : _set(set) {}
-
-    /// False when memory ran out.
-    bool make() {
-        for (const long model : _set.models()) {
-            QorNamePlan plan(model);
-            if (!plan.make()) return false;
-            for (const QorNameChange& change : plan.changes()) _newNames[change.object] = change.newName.str();
-            addErrors(plan, model);
-            _plans.emplace_back(model, plan);
-        }
-        return findLost();
-    }
-
-    [[nodiscard]] const ModelSet& set() const { return _set; }
-    [[nodiscard]] const std::vector<std::pair<long, QorNamePlan>>& plans() const { return _plans; }
-    /// Of rules, each once, and of values that cannot be read.
-    [[nodiscard]] const std::vector<QorDiagnostic>& errors() const { return _errors; }
-    [[nodiscard]] const std::vector<LostReference>& lost() const { return _lost; }
-    [[nodiscard]] std::string nameOf(long id) const {
-        return std::string(_set.workspace()->reader().nameOf(static_cast<QorIdentifier>(id)));
-    }
-
-private:
-    void addErrors(const QorNamePlan& plan, long model) {
-        Workspace& workspace = *_set.workspace();
-        for (const QorNameProblem& problem : plan.problems()) {
-            const auto cls = static_cast<QorIdentifier>(problem.cls);
-            if (problem.object > 0) {
-                _errors.push_back({QorSeverity::Error, _set.placeOf(model, problem.object),
-                                   fmt::format("object {}: no name can be made (anamegen, line {})",
-                                               quoted(nameOf(problem.object)), problem.line)});
-            } else if (_toldClasses.insert(cls).second) {
-                const QorIdentifier attribute =
-                    workspace.reader().findAttribute(cls, QorNameGenerator::GetNameGenAttrName());
-                _errors.push_back(
-                    {QorSeverity::Error, workspace.libraryImporter().placeInText(cls, attribute, problem.position),
-                     fmt::format("class {}: its objects are not named: {}", quoted(nameOf(cls)), problem.text.view())});
-            }
-        }
-    }
-
-    /// References carry names, so that those to a renamed object lead nowhere.
-    bool findLost() {
-        if (_newNames.empty()) return true;
-        QorReferenceIndex index;
-        if (!index.build(_set.models())) return false;
-        for (const long model : _set.models())
-            for (const QorModelReference& reference : index.referencesOf(model))
-                if (const auto renamed = _newNames.find(reference.object); renamed != _newNames.end())
-                    _lost.push_back({reference, renamed->second});
-        return true;
-    }
-
-    const ModelSet& _set;
-    std::vector<std::pair<long, QorNamePlan>> _plans;
-    std::map<long, std::string> _newNames;
-    std::set<QorIdentifier> _toldClasses;
-    std::vector<QorDiagnostic> _errors;
-    std::vector<LostReference> _lost;
-};
-
 std::string_view wordOf(QorNameReason reason) {
     return reason == QorNameReason::DefaultName ? "default_name" : "source_changed";
 }
 
 void writeChange(const RenameView& view, long model, const QorNameChange& change, Console& console) {
-    const std::string place = placeText(view.set().placeOf(model, change.object));
+    const QorFilePlace known = view.set().placeOf(model, change.object);
+    std::string place = printable(placeText(known));
+    if (known.line == 0) place += fmt::format(": model {}", quoted(view.nameOf(model)));  // nothing else tells where
     const bool isDefault = change.reason == QorNameReason::DefaultName;
-    console.out(
-        fmt::format("{}{}{} -> {}  {}\n", printable(place), place.empty() ? "" : ": ", quoted(change.oldName),
-                    quoted(change.newName),
-                    console.outColours().dim(isDefault ? "was never named" : "what it is named after has changed")));
+    console.out(fmt::format(
+        "{}{}{} -> {}  {}\n", place, place.empty() ? "" : ": ", quoted(change.oldName), quoted(change.newName),
+        console.outColours().dim(isDefault ? "was never named" : "what it is named after has changed")));
     if (change.takenNumbers > 0)
         console.out(fmt::format(
             "    {} taken, the first by {}\n",
@@ -124,20 +50,21 @@ void writeText(const RenameView& view, Console& console) {
     }
     for (const LostReference& lost : view.lost()) {
         const std::string text =
-            fmt::format("model {}: {}: refers to {}, which becomes {}", quoted(view.nameOf(lost.reference.source)),
-                        printable(view.nameOf(lost.reference.attribute)), quoted(view.nameOf(lost.reference.object)),
-                        quoted(lost.newName));
+            fmt::format("model {}: {}: refers to {}, which {} {}", quoted(view.nameOf(lost.reference.source)),
+                        printable(view.nameOf(lost.reference.attribute)), quoted(lost.oldName),
+                        view.isCarriedOut() ? "is now called" : "becomes", quoted(lost.newName));
         console.out(diagnosticLine({QorSeverity::Warning, view.set().placeOf(lost.reference.source), text},
                                    console.outColours()));
     }
-    console.out(fmt::format("{} in {}; {} up to date, {} named by hand\n", counted(changes, "new name"),
-                            counted(view.plans().size(), "model"), upToDate, byHand));
+    console.out(fmt::format("{}{} in {}; {} up to date, {} named by hand\n", counted(changes, "new name"),
+                            view.isCarriedOut() ? " given" : "", counted(view.plans().size(), "model"), upToDate,
+                            byHand));
 }
 
 void writeJson(const RenameView& view, Console& console) {
     console.setMode(OutputMode::Document);
     JsonWriter json([&console](std::string_view text) { console.out(text); });
-    json.beginObject().field("schema", "qor.rename/1");
+    json.beginObject().field("schema", "qor.rename/1").field("carried_out", view.isCarriedOut());
     std::vector<QorDiagnostic> diagnostics = view.set().diagnostics();
     diagnostics.insert(diagnostics.end(), view.errors().begin(), view.errors().end());
     writeDiagnostics(json, diagnostics);
@@ -165,39 +92,67 @@ void writeJson(const RenameView& view, Console& console) {
         json.beginObject(kLine)
             .field("model", std::string_view(view.nameOf(lost.reference.source)))
             .field("attribute", std::string_view(view.nameOf(lost.reference.attribute)))
-            .field("old", std::string_view(view.nameOf(lost.reference.object)))
+            .field("old", std::string_view(lost.oldName))
             .field("new", std::string_view(lost.newName))
             .endObject();
     json.endList().endObject();
 }
 
+void refuse(Console& console, std::string_view why) {
+    console.err(fmt::format("qor: {} {}\n", console.errColours().error("error:"), why));
+}
+
+/// Whether what is given can be written.
+bool isOneRepository(const std::vector<std::string>& files) {
+    return files.size() == 1 && !repositoryNamed(files.front()).file.empty();
+}
+
+/// Whatever is in the way of one name is in the way of all: people look at it before anything is changed.
+Exit carryOut(const RenameOptions& options, RenameView& view, const InternalErrors& internalErrors, Console& console) {
+    if (hasErrors(view.set().diagnostics()) || !view.errors().empty()) {
+        refuse(console, fmt::format("{}: nothing was renamed because of the errors", printable(options.files.front())));
+        return Exit::Clean;
+    }
+    std::string problem;
+    const Exit exit = view.carryOut(internalErrors, problem);
+    if (exit == Exit::Internal) problem = "nothing was renamed, since some objects did not take their names";
+    if (exit != Exit::Clean) refuse(console, fmt::format("{}: {}", printable(options.files.front()), problem));
+    return exit;
+}
+
 }  // namespace
 
 Exit runRename(const RenameOptions& options, Console& console) {
-    if (!options.dryRun) {
-        console.err(fmt::format("qor: {} text files are not rewritten; --dry-run shows the new names\n",
-                                console.errColours().error("error:")));
+    if (!options.dryRun && !isOneRepository(options.files)) {
+        refuse(console,
+               "only objects in a repository file, one at a time, are renamed; --dry-run shows the new names of "
+               "others");
         return Exit::WrongUse;
     }
     InternalErrors internalErrors(console);
     console.progress().start();
     console.progress().say("reading models");
-    Workspaces workspaces(options.language, internalErrors.windows());
+    Workspaces workspaces(options.language, internalErrors.windows(),
+                          options.dryRun ? QorRepositoryAccess::Copy : QorRepositoryAccess::ReadWrite);
     ModelSet set(workspaces, options.library);
     set.read(options.files);
     if (!options.json || set.workspace() == nullptr)
         for (const QorDiagnostic& diagnostic : set.diagnostics())
             console.err(diagnosticLine(diagnostic, console.errColours()));
-    if (set.workspace() == nullptr) return Exit::BadInput;
+    if (set.workspace() == nullptr) return set.exit();
+    const std::vector<std::string> unknown = set.unknownNames(options.models);
+    for (const std::string& complaint : unknown) refuse(console, complaint);
+    if (!unknown.empty()) return Exit::WrongUse;
 
     console.progress().say("looking for names");
     RenameView view(set);
-    if (!view.make()) internalErrors.add("the names could not be planned");
+    if (!view.make(options.models)) internalErrors.add("the names could not be planned");
+    if (!options.dryRun && internalErrors.count() == 0)
+        if (const Exit exit = carryOut(options, view, internalErrors, console); exit != Exit::Clean) return exit;
     const auto write = options.json ? writeJson : writeText;
     write(view, console);
     if (internalErrors.count() != 0) return Exit::Internal;
-    if (hasErrors(set.diagnostics())) return Exit::BadInput;
-    return view.errors().empty() ? Exit::Clean : Exit::Findings;
+    return worse(set.exit(), view.errors().empty() ? Exit::Clean : Exit::Findings);
 }
 
 }  // namespace qor::cli

@@ -10,8 +10,9 @@ namespace qor::cli {
 class Console;
 
 struct RenameOptions {
-    std::vector<std::string> files;  ///< and folders
-    std::string library;             ///< empty: the one that the files name
+    std::vector<std::string> files;   ///< and folders
+    std::string library;              ///< empty: the one that the files name; in a repository file: its name
+    std::vector<std::string> models;  ///< names; empty: all that have objects to be named
     bool dryRun = false;
     bool json = false;
     std::string language = "en";

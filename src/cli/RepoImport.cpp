@@ -13,6 +13,7 @@
 #include "cli/ShippedLibraries.h"
 #include "cli/Text.h"
 #include "frame/QorLibLoad.h"
+#include "interchange/QorCalledProcesses.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
 
@@ -29,7 +30,10 @@ struct Imported {
 class Import {
 public:
     explicit Import(RepoSession& session)
-        : _session(session), _importer(session.platform().builder(), session.reader()) {}
+        : _session(session),
+          _units(*session.platform().host().repository->unitsOfWork()),
+          _importer(session.platform().builder(), session.reader()),
+          _calls(session.platform().builder(), session.reader()) {}
 
     /// Everything that the file brings, or nothing.
     void take(const std::string& file) {
@@ -37,26 +41,36 @@ public:
         std::string error;
         const std::string path = _inputs.path(file, error);
         if (path.empty()) return _session.error(file, error, Exit::BadInput);
-        QorCoreUnitsOfWork& units = *_session.platform().host().repository->unitsOfWork();
-        if (units.begin() != QorErrorCode::Ok) return tellProblem();
+        if (_units.begin() != QorErrorCode::Ok) return tellProblem();
         Imported imported{file, {}, {}};
-        const bool isGood = read(file, path, imported);
+        QorImportResult result;
+        const bool isGood = read(file, path, imported, result);
         (void)Qor_DiscardLibrary();  // it may be one that is taken back
-        if (!isGood) return units.rollBack();
-        if (units.commit() != QorErrorCode::Ok) return tellProblem();
+        if (!isGood) return _units.rollBack();
+        if (_units.commit() != QorErrorCode::Ok) return tellProblem();
+        _calls.add(file, _importer, result);
+        _hasCalls = _hasCalls || result.kind == QorFileKind::Bpmn;
         report(imported);
         _imported.push_back(std::move(imported));
+    }
+
+    /// Processes that call those of another file refer to them, which shows when all files have been read.
+    void linkCalls() {
+        if (!_hasCalls) return;
+        if (_units.begin() != QorErrorCode::Ok) return tellProblem();
+        for (const QorDiagnostic& warning : _calls.link()) _session.tell(warning);
+        if (_units.commit() != QorErrorCode::Ok) tellProblem();
     }
 
     [[nodiscard]] const std::vector<Imported>& imported() const { return _imported; }
 
 private:
-    bool read(const std::string& file, const std::string& path, Imported& imported) {
+    bool read(const std::string& file, const std::string& path, Imported& imported, QorImportResult& result) {
         const QorFileKind kind = _importer.kindOf(path);
         QorIdentifier library = QorNoIdentifier;
         if ((kind == QorFileKind::Models || kind == QorFileKind::Bpmn) && !findLibrary(kind, file, path, library))
             return false;
-        const QorImportResult result = _importer.readFile(path, library);
+        result = _importer.readFile(path, library);
         if (!tellAll(result.diagnostics, file, path)) return false;
         if (result.library != QorNoIdentifier) imported.library = _session.reader().nameOf(result.library);
         bool isGood = true;
@@ -148,7 +162,10 @@ private:
     }
 
     RepoSession& _session;
+    QorCoreUnitsOfWork& _units;
     QorImporter _importer;
+    QorCalledProcesses _calls;
+    bool _hasCalls = false;
     InputFiles _inputs;
     std::vector<Imported> _imported;
 };
@@ -159,6 +176,7 @@ void importInto(RepoSession& session) {
     Import import(session);
     session.console.progress().start();
     for (const std::string& file : session.options.inputs) import.take(file);
+    import.linkCalls();
     if (!session.options.json) return;
     JsonWriter& json = session.beginJson();
     json.key("imported").beginList();

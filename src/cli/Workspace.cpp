@@ -45,8 +45,9 @@ void CommandWindows::internalError(const char* source, long line, const char* te
     _report(_receiver, fmt::format("{}, line {}{}{}", source, line, hasText ? ": " : "", hasText ? text : ""));
 }
 
-Workspace::Workspace(std::string_view language, QorWindows& windows)
-    : _platform(platformOptions(language)),
+Workspace::Workspace(std::string_view language, QorWindows& windows, QorRepositoryAccess access)
+    : _access(access),
+      _platform(platformOptions(language)),
       _host(_platform.host()),
       _importer(_platform.builder(), _platform.reader()) {
     _host.windows = &windows;
@@ -72,14 +73,20 @@ void Workspace::openLibrary(const std::string& path) {
         _library.library = QorNoIdentifier;
 }
 
-/// What is sound of a damaged one is used, and its findings are errors.
+/// What is sound of a damaged one is used unless it is to be written, and its findings are errors.
 bool Workspace::openRepository() {
     const RepositoryName named = repositoryNamed(_path);
-    const QorRepositoryResult result = _platform.openRepository(named.file, QorRepositoryAccess::Copy);
+    QorRepositoryResult result = _platform.openRepository(named.file, _access);
+    const bool isToBeWritten = _access == QorRepositoryAccess::ReadWrite;
+    if (result.ok() && isToBeWritten && _platform.isRepositoryReadOnly()) {
+        result.status = QorRepositoryStatus::ReadOnly;
+        result.text = Qor_RepositoryStatusText(result.status);
+    }
+    _repositoryStatus = result.status;
     _library.kind = QorFileKind::Library;
     _library.diagnostics = diagnosticsOf(named.file, result);
     std::string reason;
-    if (result.ok() || result.status == QorRepositoryStatus::Damaged)
+    if (result.ok() || (result.status == QorRepositoryStatus::Damaged && !isToBeWritten))
         _library.library = chooseLibrary(reader(), named.library, reason);
     if (!reason.empty()) _library.diagnostics.push_back({QorSeverity::Error, {named.file, 0, 0}, std::move(reason)});
     return hasLibrary();
@@ -139,7 +146,7 @@ Workspaces::~Workspaces() {
 Workspace& Workspaces::open(const std::string& libraryPath) {
     std::unique_ptr<Workspace>& workspace = _byPath[libraryPath.empty() ? libraryPath : canonical(libraryPath)];
     const bool isNew = !workspace;
-    if (isNew) workspace = std::make_unique<Workspace>(_language, _windows);
+    if (isNew) workspace = std::make_unique<Workspace>(_language, _windows, _access);
     if (_installed != workspace.get()) {
         if (_installed != nullptr) _installed->leave();
         workspace->install();

@@ -40,7 +40,8 @@ struct RuleError {
 /// A platform of its own for each method library: two files may bring libraries of the same name.
 class Workspace {
 public:
-    Workspace(std::string_view language, QorWindows& windows);
+    /// `access`: how repository files are opened.
+    Workspace(std::string_view language, QorWindows& windows, QorRepositoryAccess access);
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
     ~Workspace();
@@ -67,6 +68,10 @@ public:
     /// None when the file was not valid.
     [[nodiscard]] QorIdentifier library() const { return _library.library; }
     [[nodiscard]] QorIdentifier part(QorLibraryPart part) { return builder().libraryPart(library(), part); }
+    /// How opening a repository file went; Ok for other files.
+    [[nodiscard]] QorRepositoryStatus repositoryStatus() const { return _repositoryStatus; }
+    /// Why the repository file last took no change.
+    [[nodiscard]] const QorRepositoryResult& lastProblem() const { return _platform.lastProblem(); }
     /// What was wrong with the file as such.
     [[nodiscard]] const std::vector<QorDiagnostic>& fileDiagnostics() const { return _library.diagnostics; }
     /// What was wrong with the rule texts; the other rules are in force.
@@ -78,6 +83,8 @@ private:
     void readRulesLeftOut();
     void collectRuleErrors(QorErrorCode loaded);
 
+    QorRepositoryAccess _access;
+    QorRepositoryStatus _repositoryStatus = QorRepositoryStatus::Ok;
     QorEmbeddedPlatform _platform;
     QorHost _host;
     QorImporter _importer;
@@ -90,7 +97,9 @@ private:
 /// The workspaces of a run, one for each library file, and one without a library.
 class Workspaces {
 public:
-    Workspaces(std::string language, QorWindows& windows) : _language(std::move(language)), _windows(windows) {}
+    /// Repository files are copied into memory unless they are to be written.
+    Workspaces(std::string language, QorWindows& windows, QorRepositoryAccess access = QorRepositoryAccess::Copy)
+        : _language(std::move(language)), _windows(windows), _access(access) {}
     Workspaces(const Workspaces&) = delete;
     Workspaces& operator=(const Workspaces&) = delete;
     ~Workspaces();
@@ -107,6 +116,7 @@ public:
 private:
     std::string _language;
     QorWindows& _windows;
+    QorRepositoryAccess _access;
     std::map<std::string, std::unique_ptr<Workspace>> _byPath;
     Workspace* _installed = nullptr;
 };

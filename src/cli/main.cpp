@@ -83,14 +83,18 @@ constexpr const char* kHierarchyExamples =
     "  qor hierarchy processes/\n"
     "  qor hierarchy --where-used --model \"Ship goods\" processes/\n"
     "  qor hierarchy --broken processes/\n"
-    "  qor hierarchy --model \"Handle an order\" --svg order.svg processes/\n\n"
-    "MODEL is a model file, a BPMN 2.0 file, or a folder of them; calls between files are followed.\n"
+    "  qor hierarchy --model \"Handle an order\" --svg order.svg processes/\n"
+    "  qor hierarchy --broken shop.qor\n\n"
+    "MODEL is a model file, a BPMN 2.0 file, a folder of them (calls between files are followed), or a\n"
+    "repository file, as FILE#LIBRARY when it holds several libraries.\n"
     "--broken ends with code 1 when a reference leads nowhere or to several objects.\n";
 constexpr const char* kRenameExamples =
     "Examples:\n"
     "  qor rename --dry-run orders.yaml\n"
-    "  qor rename --dry-run --json models/ > names.json\n\n"
-    "MODEL is a model file or a folder. How a class's objects are named stands in its attribute\n"
+    "  qor rename --dry-run --json models/ > names.json\n"
+    "  qor rename --model Monday shop.qor\n\n"
+    "MODEL is a repository file (FILE, or FILE#LIBRARY), or with --dry-run a model file or a folder.\n"
+    "How a class's objects are named stands in its attribute\n"
     "\"__NameGeneration__\". Ends with code 1 when such a text is wrong.\n";
 
 /// What of a library's simulation texts is listed, by the command's name.
@@ -286,7 +290,9 @@ CLI::App& describeConnect(CLI::App& app, qor::cli::ConnectOptions& options) {
 
 CLI::App& describeHierarchy(CLI::App& app, qor::cli::HierarchyOptions& options) {
     CLI::App& hierarchy = *app.add_subcommand("hierarchy", "Show which models refer to each other");
-    hierarchy.add_option("--library", options.library, "Read with this library instead of the files' own")
+    hierarchy
+        .add_option("--library", options.library,
+                    "Read with this library instead of the files' own; in a repository: its name")
         ->option_text("LIB");
     hierarchy.add_option("--model", options.models, "Only models of this name; may be given several times")
         ->option_text("NAME")
@@ -300,7 +306,9 @@ CLI::App& describeHierarchy(CLI::App& app, qor::cli::HierarchyOptions& options) 
     hierarchy.add_option("--svg", options.svg, "Draw one tree; - is standard output")->option_text("FILE");
     hierarchy.add_flag("--json", options.json, "Write one JSON document, qor.hierarchy/1");
     addLanguage(hierarchy, options.language);
-    hierarchy.add_option("MODEL", options.files, "Files and folders with models")->required()->option_text("...");
+    hierarchy.add_option("MODEL", options.files, "Files and folders with models, or a repository file")
+        ->required()
+        ->option_text("...");
     hierarchy.footer(kHierarchyExamples);
     hierarchy.callback([&options] {
         const int toOutput = (options.json ? 1 : 0) + (options.xml == "-" ? 1 : 0) + (options.svg == "-" ? 1 : 0);
@@ -312,13 +320,18 @@ CLI::App& describeHierarchy(CLI::App& app, qor::cli::HierarchyOptions& options) 
 }
 
 CLI::App& describeRename(CLI::App& app, qor::cli::RenameOptions& options) {
-    CLI::App& rename = *app.add_subcommand("rename", "Show which objects get names made from their attributes");
+    CLI::App& rename = *app.add_subcommand("rename", "Give objects names made from their attributes, or show which");
     rename.add_option("--library", options.library, "Read with this library instead of the files' own")
         ->option_text("LIB");
-    rename.add_flag("--dry-run", options.dryRun, "Only show the new names");
+    rename.add_option("--model", options.models, "Only models of this name; may be given several times")
+        ->option_text("NAME")
+        ->allow_extra_args(false);
+    rename.add_flag("--dry-run", options.dryRun, "Only show the new names; needed for model files");
     rename.add_flag("--json", options.json, "Write one JSON document, qor.rename/1");
     addLanguage(rename, options.language);
-    rename.add_option("MODEL", options.files, "Files and folders with models")->required()->option_text("...");
+    rename.add_option("MODEL", options.files, "Repository file; with --dry-run also files and folders with models")
+        ->required()
+        ->option_text("...");
     rename.footer(kRenameExamples);
     return rename;
 }

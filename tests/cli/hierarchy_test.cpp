@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // `qor hierarchy` and `qor rename`: what is shown, where, and how they end.
 #include <nlohmann/json.hpp>
+#include <tuple>
 
 #include "cli/CommandRunner.h"
 
@@ -122,6 +123,39 @@ TEST(CliHierarchy, ExplainsWrongUseAndBadInput) {
     }
 }
 
+/// The lines without the names of files, which differ.
+std::string withoutFiles(const std::string& text) {
+    std::string kept;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = text.find('\n', begin);
+        std::string line = text.substr(begin, end - begin);
+        if (const std::size_t error = line.find("error: "); error != std::string::npos) line.erase(0, error);
+        kept += line.substr(0, line.find("  ./")).substr(0, line.find("  shop.qor")) + "\n";
+        begin = end + 1;
+    }
+    return kept;
+}
+
+TEST(CliHierarchy, ShowsARepositoryAsTheFilesThatItWasMadeOf) {
+    const Calls calls;
+    ASSERT_EQ(calls.qor.run("repo init shop.qor").exit, 0);
+    const Outcome imported = calls.qor.run("repo import --keep shop.qor a.bpmn below/b.bpmn");
+    ASSERT_EQ(imported.exit, 1) << "breaches of rules are told: " << imported.err;
+    for (const std::string arguments :
+         {"", " --broken", " --where-used --model Bill", " --model Ship --max-elements 2"}) {
+        const Outcome files = calls.qor.run("hierarchy ." + arguments);
+        for (const std::string repository : {"shop.qor", "shop.qor#BPMN"}) {
+            const Outcome outcome = calls.qor.run("hierarchy " + repository + arguments);
+            EXPECT_EQ(outcome.exit, files.exit) << outcome.err;
+            EXPECT_EQ(withoutFiles(outcome.out), withoutFiles(files.out)) << repository << arguments;
+        }
+    }
+    const Outcome other = calls.qor.run("hierarchy shop.qor#Nothing");
+    EXPECT_EQ(other.exit, 3);
+    EXPECT_THAT(other.err, HasSubstr("shop.qor: error: holds no library named \"Nothing\""));
+    EXPECT_EQ(calls.qor.run("hierarchy shop.qor a.bpmn").exit, 3) << "the library is another one";
+}
+
 constexpr std::string_view kLibrary = R"(format: qor.library/1
 name: Shop
 business_process:
@@ -160,7 +194,9 @@ TEST(CliRename, ShowsNewNamesAndWhatIsInTheWay) {
     const auto json = ordered_json::parse(qor.run("rename --dry-run --json day.yaml").out);
     EXPECT_EQ(json["changes"][0]["new"], "Alpha-2");
     EXPECT_EQ(json["changes"][0]["reason"], "default_name");
-    EXPECT_EQ(qor.run("rename day.yaml").exit, 2);
+    const Outcome refused = qor.run("rename day.yaml");
+    EXPECT_EQ(refused.exit, 2);
+    EXPECT_THAT(refused.err, HasSubstr("--dry-run shows the new names of others"));
 }
 
 TEST(CliRename, TellsWhereARuleIsWrong) {
@@ -173,6 +209,92 @@ TEST(CliRename, TellsWhereARuleIsWrong) {
     EXPECT_EQ(outcome.exit, 1);
     EXPECT_THAT(outcome.out,
                 HasSubstr("shop.yaml:11:38: error: class \"Order\": its objects are not named: The class"));
+}
+
+/// A second model, whose reference carries the name of an object that is to be renamed.
+constexpr std::string_view kTuesday = R"(  - name: Tuesday
+    type: Day
+    objects:
+      - {class: Order, name: Order-1, values: {Title: Gamma, See: 'OBJECT "Order-7" class: "Order" model: "Monday" type: "Day"'}}
+)";
+
+/// A folder with the repository file "shop.qor".
+void makeRepository(const CommandRunner& qor, std::string_view library) {
+    qor.write("shop.yaml", library);
+    qor.write("day.yaml", std::string(kModels) + std::string(kTuesday));
+    ASSERT_EQ(qor.run("repo init shop.qor").exit, 0);
+    const Outcome imported = qor.run("repo import shop.qor shop.yaml day.yaml");
+    ASSERT_EQ(imported.exit, 0) << imported.err;
+}
+
+TEST(CliRename, NamesTheObjectsOfARepositoryOnce) {
+    const CommandRunner qor;
+    makeRepository(qor, kLibrary);
+    const Outcome planned = qor.run("rename --dry-run --model Monday shop.qor");
+    EXPECT_THAT(planned.out, HasSubstr("becomes \"Alpha-2\""));
+    const Outcome named = qor.run("rename --model Monday shop.qor");
+    EXPECT_EQ(named.exit, 0) << named.err;
+    EXPECT_EQ(named.out,
+              "shop.qor: model \"Monday\": \"Order-7\" -> \"Alpha-2\"  was never named\n"
+              "    1 lower number is taken, the first by \"Alpha-1\"\n"
+              "shop.qor: warning: model \"Tuesday\": See: refers to \"Order-7\", which is now called \"Alpha-2\"\n"
+              "1 new name given in 1 model; 0 up to date, 1 named by hand\n");
+    EXPECT_EQ(qor.run("hierarchy --broken shop.qor").exit, 1);
+
+    const auto json = ordered_json::parse(qor.run("rename --json shop.qor").out);
+    EXPECT_EQ(json["carried_out"], true);
+    ASSERT_EQ(json["changes"].size(), 1U) << "only what was left out before";
+    EXPECT_EQ(json["changes"][0]["new"], "Gamma-1");
+    EXPECT_EQ(qor.run("rename shop.qor").out, "0 new names given in 2 models; 2 up to date, 1 named by hand\n");
+    EXPECT_EQ(qor.run("repo verify shop.qor").exit, 0);
+}
+
+TEST(CliRename, ChangesNothingWhenSomethingIsInTheWay) {
+    const CommandRunner qor;
+    makeRepository(qor, kLibrary);
+    qor.write("hold.py",
+              "import sqlite3, subprocess, sys\n"
+              "repository = sqlite3.connect('shop.qor', isolation_level=None)\n"
+              "repository.execute('BEGIN IMMEDIATE')\n"
+              "sys.exit(subprocess.call(sys.argv[1:]))\n");
+    qor.write("damaged.qor", std::string("SQLite format 3\0 and no more", 29));
+    const std::tuple<const char*, const char*, int> rows[] = {
+        {"rename shop.qor", "python3 hold.py", 4},
+        {"rename --model Mnoday shop.qor", "", 2},
+        {"rename shop.qor day.yaml", "", 2},
+        {"rename --library Other shop.qor", "", 3},
+        {"rename damaged.qor", "", 3},
+    };
+    for (const auto& [arguments, before, exit] : rows) {
+        const Outcome outcome = qor.run(arguments, before);
+        EXPECT_EQ(outcome.exit, exit) << arguments << outcome.err;
+        EXPECT_EQ(outcome.out, "") << arguments;
+        EXPECT_NE(outcome.err, "") << arguments;
+    }
+    EXPECT_THAT(qor.run("rename --dry-run shop.qor").out, HasSubstr("2 new names in 2 models"));
+}
+
+TEST(CliRename, LeavesARepositoryWithAWrongRuleAsItIs) {
+    const CommandRunner qor;
+    std::string library(kLibrary);
+    library.replace(library.find("\"Title\"'"), 7, "\"Titel\"");
+    // A second class has objects that could be named.
+    library.insert(library.find("  model_types"),
+                   "    - name: Bill\n      attributes:\n        - {name: __NameGeneration__, type: long text}\n"
+                   "        - {name: Sum, type: text}\n      values:\n"
+                   "        __NameGeneration__: 'NAMEGEN srcattr: \"Sum\"'\n");
+    library.replace(library.find("[Order]"), 7, "[Order, Bill]");
+    makeRepository(qor, library);
+    qor.write("bill.yaml",
+              "format: qor.model/1\nlibrary: shop.yaml\nmodels:\n  - name: Bills\n    type: Day\n    objects:\n"
+              "      - {class: Bill, name: Bill-1, values: {Sum: High}}\n");
+    ASSERT_EQ(qor.run("repo import shop.qor bill.yaml").exit, 0);
+    const Outcome outcome = qor.run("rename shop.qor");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("shop.qor: error: class \"Order\": its objects are not named: The class"));
+    EXPECT_THAT(outcome.out, HasSubstr("1 new name in 3 models"));
+    EXPECT_THAT(outcome.err, HasSubstr("shop.qor: nothing was renamed because of the errors"));
+    EXPECT_EQ(qor.run("rename shop.qor").out, outcome.out) << "the name is still to be given";
 }
 
 }  // namespace
