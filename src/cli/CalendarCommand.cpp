@@ -178,7 +178,7 @@ Answer until(const CalendarOptions& options, const Calendars& calendars) {
     }
     const std::int64_t change = open ? end : start;
     const std::int64_t seconds = distance(*instant, change);
-    Answer answer{Exit::Clean, fmt::format("{} in {}, at {}\n", open ? "closes" : "opens", durationText(seconds),
+    Answer answer{Exit::Clean, fmt::format("{} in {}, at {}\n", open ? "interval ends" : "opens", durationText(seconds),
                                            instantText(change, calendar))};
     answer.write = [=](JsonWriter& json) {
         json.field("instant", *instant).field("open", open).field("until", change).field("seconds", seconds);

@@ -182,7 +182,7 @@ constexpr CalendarVerb kCalendarVerbs[] = {
     {"minus", "Write the time that only the first calendar has", 2, false, false},
     {"sum", "Tell the working time in a span", 1, false, true},
     {"covered", "Tell whether a span is working time throughout", 1, false, true},
-    {"until", "Tell how long the calendar stays open or closed", 1, true, false},
+    {"until", "Tell when the current interval ends, or the calendar opens", 1, true, false},
     {"next", "Tell the next interval", 1, true, false},
     {"add", "Tell when so much working time is done; before the instant with a minus sign", 1, true, false},
     {"days", "Tell the days of a year that are a weekday", 0, false, false},

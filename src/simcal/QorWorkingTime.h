@@ -25,7 +25,7 @@ class WorkingTimePlan;
 ///
 /// Every operation gives CalendarInconsistent when the calendar has no complete day list. On a failure the numbers stay
 /// as they were. `why`, where it is handed in, gets one sentence of the current language about the instant found ("open
-/// at 09:30, day 2, profile Workday; closes 12:00") or about the failure.
+/// at 09:30, day 2, profile Workday; interval ends 12:00") or about the failure.
 class QOR_API QorWorkingTime {
 public:
     explicit QorWorkingTime(const QorCalendar& calendar) noexcept;

@@ -21,10 +21,10 @@ TEST(WorkingTime, PlansForwardAndBackwardAcrossDaysAndCycles) {
         std::int64_t expected;
         const char* why;
     } cases[] = {
-        {*cyclic, 0, 1, Code::Ok, 8 * kHour + 1, "open at 08:00:01, day 1, profile Workday; closes 12:00"},
+        {*cyclic, 0, 1, Code::Ok, 8 * kHour + 1, "open at 08:00:01, day 1, profile Workday; interval ends 12:00"},
         {*cyclic, 0, 4 * kHour, Code::Ok, 12 * kHour, "closed at 12:00, day 1, profile Workday; opens day 1 13:00"},
         {*cyclic, 0, 5 * kWorkday + 1, Code::Ok, 7 * kDay + 8 * kHour + 1,
-         "open at 08:00:01, day 1, profile Workday; closes 12:00"},
+         "open at 08:00:01, day 1, profile Workday; interval ends 12:00"},
         {*cyclic, 5 * kDay + 3 * kHour, 0, Code::Ok, 5 * kDay + 3 * kHour,
          "closed at 03:00, day 6, profile Weekend; opens day 1 08:00"},
         {*cyclic, -5 * kDay, 5 * kWorkday, Code::Ok, 4 * kDay + 17 * kHour,
@@ -32,10 +32,11 @@ TEST(WorkingTime, PlansForwardAndBackwardAcrossDaysAndCycles) {
         {*once, 0, 5 * kWorkday, Code::Ok, 4 * kDay + 17 * kHour,
          "closed at 17:00, day 5, profile Workday; does not open again"},
         {*once, kDay, 5 * kWorkday, Code::NoNextInterval, 0, "the period ends with 28800 s of working time missing"},
-        {*cyclic, kDay, -kWorkday, Code::Ok, 8 * kHour, "open at 08:00, day 1, profile Workday; closes 12:00"},
+        {*cyclic, kDay, -kWorkday, Code::Ok, 8 * kHour, "open at 08:00, day 1, profile Workday; interval ends 12:00"},
         {*cyclic, 7 * kDay, -1, Code::Ok, 4 * kDay + 17 * kHour - 1,
-         "open at 16:59:59, day 5, profile Workday; closes 17:00"},
-        {*once, 99 * kDay, -5 * kWorkday, Code::Ok, 8 * kHour, "open at 08:00, day 1, profile Workday; closes 12:00"},
+         "open at 16:59:59, day 5, profile Workday; interval ends 17:00"},
+        {*once, 99 * kDay, -5 * kWorkday, Code::Ok, 8 * kHour,
+         "open at 08:00, day 1, profile Workday; interval ends 12:00"},
         {*once, 99 * kDay, -5 * kWorkday - 2, Code::NoNextInterval, 0,
          "the period begins with 2 s of working time missing"},
         {*once, 99 * kDay, 0, Code::Ok, 99 * kDay, "closed: the period is over"},
