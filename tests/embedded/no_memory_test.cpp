@@ -3,44 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
-#include <new>
 
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
 #include "platform/QorOwnedText.h"
+#include "support/FailingAllocations.h"
 #include "support/OnStores.h"
 #include "support/Picture.h"
-
-namespace {
-
-long g_allocationsUntilFailure = 0;  // 0: none fails
-
-void* allocated(std::size_t size) {
-    if (g_allocationsUntilFailure > 0 && --g_allocationsUntilFailure == 0) throw std::bad_alloc();
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return allocated(size); }
-void* operator new[](std::size_t size) { return allocated(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    try {
-        return allocated(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -171,10 +143,10 @@ const Operation kOperations[] = {
 long failEachAllocation(const Operation& operation, Scene& scene) {
     const std::string before = scene.picture();
     for (long failures = 0;; ++failures) {
-        g_allocationsUntilFailure = failures + 1;
+        failing_allocations::untilFailure = failures + 1;
         const QorBuildResult result = operation.run(scene);
-        const bool ranOut = g_allocationsUntilFailure == 0;
-        g_allocationsUntilFailure = 0;
+        const bool ranOut = failing_allocations::untilFailure == 0;
+        failing_allocations::untilFailure = 0;
         if (!ranOut) {
             EXPECT_TRUE(result.ok()) << Qor_BuildErrorText(result.error);
             return failures;
@@ -217,10 +189,10 @@ TEST(NoMemoryForReading, AnEditThatCouldNotBeFoldedInIsThereAtTheNextReading) {
         long cls = -1;
         std::span<const QorRelationEnd> outgoing;
         std::span<const QorRelationEnd> incoming;
-        g_allocationsUntilFailure = failures + 1;
+        failing_allocations::untilFailure = failures + 1;
         const auto code = scene.repository.bulkView()->viewObject(scene.a, cls, outgoing, incoming);
-        ranOut = g_allocationsUntilFailure == 0;
-        g_allocationsUntilFailure = 0;
+        ranOut = failing_allocations::untilFailure == 0;
+        failing_allocations::untilFailure = 0;
         EXPECT_EQ(code, ranOut ? QorErrorCode::Broken : QorErrorCode::Ok);
         EXPECT_EQ(outgoing.size(), ranOut ? 0 : wanted.size());
         EXPECT_EQ(scene.from(scene.a), wanted);

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every allocation of naming, hierarchies, references and conversion fails once: nothing is thrown, and what was there
 // stays usable.
-#include <cstdlib>
 #include <functional>
-#include <new>
 
 #include "modeltools/ConversionDesk.h"
 #include "modeltools/HierarchyDesk.h"
@@ -11,33 +9,7 @@
 #include "modeltools/QorConversionPlan.h"
 #include "modeltools/QorHierarchyTree.h"
 #include "modeltools/QorReferenceIndex.h"
-
-namespace {
-
-long g_allocationsUntilFailure = 0;  // 0: none fails
-
-void* allocated(std::size_t size) {
-    if (g_allocationsUntilFailure > 0 && --g_allocationsUntilFailure == 0) throw std::bad_alloc();
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return allocated(size); }
-void* operator new[](std::size_t size) { return allocated(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    try {
-        return allocated(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+#include "support/FailingAllocations.h"
 
 namespace {
 
@@ -48,10 +20,10 @@ void eachAllocationFails(const std::function<std::function<void()>()>& prepare, 
     after();
     for (long n = 1; n < 20'000; ++n) {
         const std::function<void()> run = prepare();
-        g_allocationsUntilFailure = n;
+        failing_allocations::untilFailure = n;
         run();
-        const bool failed = g_allocationsUntilFailure == 0;
-        g_allocationsUntilFailure = 0;
+        const bool failed = failing_allocations::untilFailure == 0;
+        failing_allocations::untilFailure = 0;
         after();
         if (!failed) return;
     }

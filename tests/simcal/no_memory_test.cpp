@@ -5,12 +5,12 @@
 
 #include "platform/QorRandomGenerator.h"
 #include "simcal/Calendars.h"
-#include "simcal/FailingAllocations.h"
 #include "simcal/QorCalendarAlgebra.h"
 #include "simcal/QorCalendarText.h"
 #include "simcal/QorDateFunctions.h"
 #include "simcal/QorDistribution.h"
 #include "simcal/QorWorkingTime.h"
+#include "support/FailingAllocations.h"
 
 using namespace simcal_tests;
 

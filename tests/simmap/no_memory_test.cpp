@@ -2,12 +2,12 @@
 // Every allocation of every operation fails once: the operation says so and throws nothing, and the next one works.
 #include <sys/mman.h>
 
-#include "simcal/FailingAllocations.h"
 #include "simmap/QorSimReadiness.h"
 #include "simmap/QorSimResultAttributes.h"
 #include "simmap/QorSimResultReset.h"
 #include "simmap/QorSimTextHandler.h"
 #include "simmap/Shop.h"
+#include "support/FailingAllocations.h"
 
 namespace {
 
