@@ -12,6 +12,7 @@
 #include "embedded/RecordingWindows.h"
 #include "embedded/Repository.h"
 #include "embedded/Settings.h"
+#include "embedded/UserAdministration.h"
 #include "embedded/Users.h"
 #include "embedded/store/SqliteStore.h"
 #include "platform/QorGuard.h"
@@ -19,7 +20,7 @@
 using namespace qor::embedded;
 
 struct QorEmbeddedPlatform::Impl {
-    explicit Impl(const QorEmbeddedOptions& options) : users(options.user), texts(options.language) {
+    explicit Impl(const QorEmbeddedOptions& options) : users(repository, options.user), texts(options.language) {
         if (options.console) console = std::make_unique<ConsoleWindows>();
         host.repository = &manager;
         host.coreVars = &coreVars;
@@ -42,7 +43,8 @@ struct QorEmbeddedPlatform::Impl {
     CoreVars coreVars{repository, session};
     AttributeProfiles attributeProfiles{repository};
     Editing editing{repository, manager, announcements};
-    ModelGroupService modelGroups{repository};
+    UserAdministration administration{repository, users, announcements};
+    ModelGroupService modelGroups{repository, administration};
     ClassPatterns patterns{repository, session};
     MessageTexts texts;
     RecordingWindows recording;
@@ -57,6 +59,7 @@ QorEmbeddedPlatform::~QorEmbeddedPlatform() = default;
 const QorHost& QorEmbeddedPlatform::host() const { return _impl->host; }
 QorRepositoryBuilder& QorEmbeddedPlatform::builder() { return _impl->builder; }
 const QorRepositoryReader& QorEmbeddedPlatform::reader() const { return _impl->reader; }
+QorUserAdministration& QorEmbeddedPlatform::userAdministration() { return _impl->administration; }
 void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
     Qor_Guarded("embedded", [&] { _impl->users.setCurrentUser(logonName); });
 }

@@ -15,7 +15,7 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
     ASSERT_EQ(repository.initLibraryHandlers(true), QorErrorCode::Ok) << "makes the handler of model types";
     const auto missing = qor::test::operationsRefusedBy(platform.host(), false);
     EXPECT_EQ(missing, (std::set<std::string>{
-                           // There is no ciphering, no file area, and one user manager without groups.
+                           // There is no ciphering and no file area.
                            "QorEncryption::Decrypt",
                            "QorEncryption::Encrypt",
                            "QorFileService::close",
@@ -24,15 +24,5 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
                            "QorFileService::open",
                            "QorFileService::read",
                            "QorFileService::write",
-                           "QorModelGroupService::setUserGroupPermission",
-                           "QorUserService::allowedApplicationLibrary",
-                           "QorUserService::modelGroupsAccessibleByUserGroup",
-                           "QorUserService::pop",
-                           "QorUserService::push",
-                           "QorUserService::singleSignOnMode",
-                           "QorUserService::systemUserGroupsOfUser",
-                           "QorUserService::userGroupName",
-                           "QorUserService::userGroupsOfUser",
-                           "QorUserService::userProfile",
                        }));
 }
