@@ -85,7 +85,8 @@ QorErrorCode LibraryLocks::release(std::span<const QorIdentifier> libraries, con
 
 bool LibraryLocks::find(QorIdentifier library, const std::string& user, RepositoryStore* file, QorLibraryLock& found) {
     std::vector<QorLibraryLock> locks;
-    if (const Own* const it = own(library, file)) locks.push_back({library, it->isExclusive, true, it->user, 0, {}, {}});
+    if (const Own* const it = own(library, file))
+        locks.push_back({library, it->isExclusive, true, it->user, 0, {}, {}});
     if (file != nullptr)
         for (QorLibraryLock& lock : file->locks().livingLocks(library)) locks.push_back(std::move(lock));
     // A shared lock of the user's own is none to them.

@@ -118,10 +118,10 @@ int SqliteLocks::readRows(QorIdentifier library, std::vector<Row>& rows) {
     rows.clear();
     SqliteStatement query;
     const bool isOfAll = library == QorNoIdentifier;
-    int code = query.prepare(_connection,
-                             isOfAll ? "SELECT id, library, is_exclusive, user, process, host, since FROM locks"
-                                     : "SELECT id, library, is_exclusive, user, process, host, since FROM locks "
-                                       "WHERE library = ?");
+    int code =
+        query.prepare(_connection, isOfAll ? "SELECT id, library, is_exclusive, user, process, host, since FROM locks"
+                                           : "SELECT id, library, is_exclusive, user, process, host, since FROM locks "
+                                             "WHERE library = ?");
     if (code != SQLITE_OK) return code;
     if (!isOfAll) query.bind(1, library);
     while ((code = query.step()) == SQLITE_ROW) {

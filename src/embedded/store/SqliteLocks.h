@@ -71,7 +71,7 @@ private:
     const std::int64_t& _generation;
     ProcessLock _bytes;
     std::map<QorIdentifier, Held> _held;
-    std::vector<QorLibraryLock> _dead;       // seen by the transaction under way
+    std::vector<QorLibraryLock> _dead;  // seen by the transaction under way
     std::vector<QorLibraryLock> _takenOver;
     QorRepositoryResult _problem;
 };

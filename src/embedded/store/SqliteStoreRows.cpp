@@ -238,7 +238,8 @@ QorRepositoryResult SqliteStore::commit(QorIdentifier next) {
         return {};
     }
     std::string why = _refusal;
-    if (why.empty() && _failure != SQLITE_BUSY_SNAPSHOT && !_isReadOnly) why = sqlite3_errstr(_failure);
+    const bool isSaidByStatus = (_failure & 0xff) == SQLITE_BUSY || _isReadOnly;
+    if (why.empty() && !isSaidByStatus) why = sqlite3_errstr(_failure);
     const QorRepositoryResult result = failure(statusOf(_failure), std::move(why));
     rollBack();
     if (result.status == QorRepositoryStatus::NoRoom) _reserve.drop();
