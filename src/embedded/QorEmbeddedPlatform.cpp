@@ -103,6 +103,7 @@ QorRepositoryResult QorEmbeddedPlatform::closeRepository() {
         if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
         if (_impl->session.library != QorNoIdentifier)
             return failure(QorRepositoryStatus::AlreadyOpen, "a library of it is loaded");
+        _impl->session.locks.forget();
         _impl->repository.detach();
         return QorRepositoryResult{};
     });
@@ -133,3 +134,29 @@ QorRepositoryResult QorEmbeddedPlatform::backUpRepository(const std::string& tar
 }
 
 const QorRepositoryResult& QorEmbeddedPlatform::lastProblem() const { return _impl->repository.lastProblem(); }
+
+std::vector<QorLibraryLock> QorEmbeddedPlatform::libraryLocks() const {
+    return Qor_Guarded("embedded", std::vector<QorLibraryLock>(), [&] {
+        RepositoryStore* const file = _impl->repository.file();
+        return file == nullptr ? std::vector<QorLibraryLock>() : file->locks().allLocks();
+    });
+}
+
+std::vector<QorLibraryLock> QorEmbeddedPlatform::takenOverLocks() {
+    RepositoryStore* const file = _impl->repository.file();
+    return file == nullptr ? std::vector<QorLibraryLock>() : file->locks().takenOver();
+}
+
+QorRepositoryResult QorEmbeddedPlatform::breakLibraryLocks(QorIdentifier library) {
+    return onFile([&] {
+        RepositoryStore* const file = _impl->repository.file();
+        if (file == nullptr) return failure(QorRepositoryStatus::NotOpen);
+        if (file->isReadOnly()) return failure(QorRepositoryStatus::ReadOnly);
+        const LibraryRow* const row = _impl->repository.meta().library(library);
+        if (row == nullptr) return failure(QorRepositoryStatus::Missing, "there is no such library");
+        if (!_impl->users.isAdministrator(_impl->users.current()))
+            return failure(QorRepositoryStatus::NoPermission, "only an administrator may break a lock");
+        const QorIdentifier all[] = {library, row->parts[0], row->parts[1]};
+        return file->locks().breakLocks(all);
+    });
+}

@@ -3,7 +3,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "embedded/QorLibraryLock.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
@@ -64,6 +66,16 @@ public:
     QorRepositoryResult backUpRepository(const std::string& target);
     /// Why an operation last gave QorRepositoryCode::NotStored or QorBuildError::NotStored.
     [[nodiscard]] const QorRepositoryResult& lastProblem() const;
+
+    // ---- Locks in a repository file ----
+
+    /// Who has which library locked, or a part of one, in all processes; void locks of processes that ended among them.
+    [[nodiscard]] std::vector<QorLibraryLock> libraryLocks() const;
+    /// The void locks that taking others has put aside, since this was last asked.
+    [[nodiscard]] std::vector<QorLibraryLock> takenOverLocks();
+    /// Frees a library with its parts, whoever holds it. A process that does is refused when it next writes.
+    /// NoPermission unless the current user is an administrator.
+    QorRepositoryResult breakLibraryLocks(QorIdentifier library);
 
 private:
     struct Impl;

@@ -167,7 +167,24 @@ CREATE TABLE attribute_values (
 ) STRICT, WITHOUT ROWID;
 )sql";
 
-constexpr const char* kMigrations[] = {kFirstVersion};
+// Identifiers of locks are not used twice: a holder knows by them that its lock was broken.
+constexpr const char* kWithLocks = R"sql(
+CREATE TABLE locks (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    library INTEGER NOT NULL,
+    is_exclusive INTEGER NOT NULL,
+    user TEXT NOT NULL,
+    process INTEGER NOT NULL,
+    host TEXT NOT NULL,
+    since TEXT NOT NULL
+) STRICT;
+CREATE TABLE lock_breaks (
+    library INTEGER PRIMARY KEY,
+    breaks INTEGER NOT NULL
+) STRICT;
+)sql";
+
+constexpr const char* kMigrations[] = {kFirstVersion, kWithLocks};
 
 std::string columns(const StoredTableLayout& table) {
     std::string list;
