@@ -62,6 +62,7 @@ Exit exitOf(QorRepositoryStatus status) {
         case QorRepositoryStatus::Damaged:
         case QorRepositoryStatus::NoPermission:
         case QorRepositoryStatus::ReadFailed:
+        case QorRepositoryStatus::NoKey:
             return Exit::BadInput;
         default:
             return Exit::Internal;

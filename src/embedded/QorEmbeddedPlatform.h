@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "embedded/QorFileArea.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
@@ -15,6 +16,7 @@ struct QorEmbeddedOptions {
     std::string language = "en";  ///< ISO 639; a language without texts falls back to English
     bool console = false;         ///< boxes and progress appear on standard error; without it they are only recorded
     std::string user;             ///< logon name of the current user; empty: the operating system's user
+    std::string keyFile{};        ///< of repository files; empty: QOR_KEY_FILE, else one in the user's settings
 };
 
 /// A complete platform in one process. Not installed by itself: hand `host()` to a QorHostInstallation.
@@ -29,6 +31,9 @@ public:
     [[nodiscard]] const QorHost& host() const;
     [[nodiscard]] QorRepositoryBuilder& builder();
     [[nodiscard]] const QorRepositoryReader& reader() const;
+
+    /// What seals the files named "db:\...".
+    [[nodiscard]] QorFileArea& fileArea();
 
     /// Goes on as another user, who comes into being by being named. Locks stay with those who took them.
     void setCurrentUser(std::string_view logonName);

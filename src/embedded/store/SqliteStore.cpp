@@ -143,7 +143,7 @@ QorRepositoryResult SqliteStore::openAs(QorRepositoryAccess access) {
         code = _connection.run("PRAGMA query_only = ON");
     if (code != SQLITE_OK) return whyNotOpened(code);
     if (QorRepositoryResult result = identify(); !result.ok()) return result;
-    return readHead();
+    return readHead(version());
 }
 
 QorRepositoryResult SqliteStore::identify() {
@@ -162,11 +162,13 @@ QorRepositoryResult SqliteStore::identify() {
     return code == SQLITE_OK ? QorRepositoryResult{} : failure(statusOf(code), sqlite3_errstr(code));
 }
 
-// All steps or none.
+// All steps or none. The head's hash says which version the file is of.
 int SqliteStore::migrate(std::int64_t from) {
     int code = _connection.run("BEGIN IMMEDIATE");
+    if (code == SQLITE_OK && from > 0) (void)readHead(from);
     for (std::int64_t at = from; at < version() && code == SQLITE_OK; ++at)
         code = _connection.run(_migrations[static_cast<std::size_t>(at)]);
+    if (code == SQLITE_OK && from > 0 && _headIsSound) code = writeHead(_head);
     if (code == SQLITE_OK) code = _connection.run(("PRAGMA user_version = " + std::to_string(version())).c_str());
     if (code == SQLITE_OK) code = _connection.run("COMMIT");
     if (code != SQLITE_OK) (void)_connection.run("ROLLBACK");
@@ -192,8 +194,8 @@ int SqliteStore::layOut() {
     return code;
 }
 
-std::int64_t SqliteStore::hashOf(const Head& head) {
-    return _hash.of({head.next, head.generation, version()},
+std::int64_t SqliteStore::hashOf(const Head& head, std::int64_t fileVersion) {
+    return _hash.of({head.next, head.generation, fileVersion},
                     {reinterpret_cast<const char*>(head.key.data()), head.key.size()});
 }
 
@@ -206,12 +208,12 @@ int SqliteStore::writeHead(const Head& head) {
     if (code != SQLITE_OK) return code;
     update.bind(2, head.next);
     update.bind(3, head.generation);
-    update.bind(4, hashOf(head));
+    update.bind(4, hashOf(head, version()));
     return update.finish();
 }
 
 // With a head that is not what was written nothing can be compared, but it can be read.
-QorRepositoryResult SqliteStore::readHead() {
+QorRepositoryResult SqliteStore::readHead(std::int64_t fileVersion) {
     SqliteStatement query;
     int code = query.prepare(_connection, "SELECT hash_key, next_identifier, generation, hash FROM repository");
     if (code == SQLITE_OK) code = query.step();
@@ -226,7 +228,7 @@ QorRepositoryResult SqliteStore::readHead() {
     _head.generation = query.number(2);
     if (next < 0 || next > std::int64_t{INT32_MAX}) return {};
     _head.next = static_cast<QorIdentifier>(next);
-    _headIsSound = hashOf(_head) == query.number(3);
+    _headIsSound = hashOf(_head, fileVersion) == query.number(3);
     return {};
 }
 

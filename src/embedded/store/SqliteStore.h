@@ -11,6 +11,7 @@
 #include "embedded/store/ReserveFile.h"
 #include "embedded/store/RowHash.h"
 #include "embedded/store/Sqlite.h"
+#include "embedded/store/SqliteFileStore.h"
 #include "embedded/store/SqliteSchema.h"
 
 namespace qor::embedded {
@@ -36,6 +37,7 @@ public:
     QorRepositoryResult checkStorage() override;
     QorRepositoryResult backUp(const std::string& target) override;
     [[nodiscard]] std::int64_t generation() const override { return _head.generation; }
+    [[nodiscard]] FileStore& files() override { return _files; }
 
 private:
     struct Head {
@@ -57,8 +59,8 @@ private:
     [[nodiscard]] int migrate(std::int64_t from);
     [[nodiscard]] int layOut();
     [[nodiscard]] int writeHead(const Head& head);
-    [[nodiscard]] QorRepositoryResult readHead();
-    [[nodiscard]] std::int64_t hashOf(const Head& head);
+    [[nodiscard]] QorRepositoryResult readHead(std::int64_t fileVersion);
+    [[nodiscard]] std::int64_t hashOf(const Head& head, std::int64_t fileVersion);
 
     [[nodiscard]] int loadTable(StoredTable table, StoredRowSink& sink, QorRepositoryResult& result);
     void loadRow(StoredTable table, SqliteStatement& row, StoredRowSink& sink, QorRepositoryResult& result);
@@ -81,6 +83,7 @@ private:
     RowHash _hash;
     Head _head;
     bool _isReadOnly = false;
+    SqliteFileStore _files{_connection, _isReadOnly, &_reserve};
     bool _headIsSound = true;
     int _failure = SQLITE_OK;  // the transaction's first
     std::map<QorIdentifier, RowSum> _changes;
