@@ -8,6 +8,8 @@
 #include <memory>
 #include <new>
 
+#include "platform/QorGuard.h"
+
 namespace qor::embedded {
 
 namespace {
@@ -30,6 +32,15 @@ Encryption::~Encryption() = default;
 
 QorErrorCode Encryption::Encrypt(long mode, const char* text, char*& enciphered, long length) {
     enciphered = nullptr;
+    return Qor_Guarded("encryption", QorErrorCode::Broken, [&] { return encrypt(mode, text, enciphered, length); });
+}
+
+QorErrorCode Encryption::Decrypt(long mode, const char* enciphered, char*& text) {
+    text = nullptr;
+    return Qor_Guarded("encryption", QorErrorCode::Broken, [&] { return decrypt(mode, enciphered, text); });
+}
+
+QorErrorCode Encryption::encrypt(long mode, const char* text, char*& enciphered, long length) {
     if (mode != kStandardMode || text == nullptr || length < -1) return QorErrorCode::OutOfRange;
     const std::size_t size = length < 0 ? std::strlen(text) : static_cast<std::size_t>(length);
     if (size > kLongest) return QorErrorCode::OutOfRange;
@@ -53,8 +64,7 @@ QorErrorCode Encryption::Encrypt(long mode, const char* text, char*& enciphered,
     return QorErrorCode::Ok;
 }
 
-QorErrorCode Encryption::Decrypt(long mode, const char* enciphered, char*& text) {
-    text = nullptr;
+QorErrorCode Encryption::decrypt(long mode, const char* enciphered, char*& text) {
     if (mode != kStandardMode || enciphered == nullptr) return QorErrorCode::OutOfRange;
     const Seals* const seals = _vault.seals(false);
     if (seals == nullptr) return QorErrorCode::NotFound;
@@ -64,8 +74,7 @@ QorErrorCode Encryption::Decrypt(long mode, const char* enciphered, char*& text)
     const Bytes sealed = room(most);
     if (sealed == nullptr) return QorErrorCode::Broken;
     std::size_t size = 0;
-    const bool isText =
-        sodium_base642bin(sealed.get(), most, enciphered, length, nullptr, &size, nullptr, kForm) == 0;
+    const bool isText = sodium_base642bin(sealed.get(), most, enciphered, length, nullptr, &size, nullptr, kForm) == 0;
     if (!isText || size < kMore || sealed[0] != kVersion) return QorErrorCode::ValueRefused;
 
     const std::size_t plainSize = size - kMore;

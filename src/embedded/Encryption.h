@@ -19,6 +19,9 @@ public:
     QorErrorCode Decrypt(long mode, const char* enciphered, char*& text) override;
 
 private:
+    QorErrorCode encrypt(long mode, const char* text, char*& enciphered, long length);
+    QorErrorCode decrypt(long mode, const char* enciphered, char*& text);
+
     Vault& _vault;
 };
 

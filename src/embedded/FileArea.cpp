@@ -69,8 +69,7 @@ FileArea::~FileArea() = default;
 FileStore* FileArea::storeOf(const RepositoryIdentity& repository) {
     FileStore* const store = _vault.files();
     RepositoryIdentity now{};
-    const bool isSame =
-        store != nullptr && store->readIdentity(now) == QorRepositoryStatus::Ok && now == repository;
+    const bool isSame = store != nullptr && store->readIdentity(now) == QorRepositoryStatus::Ok && now == repository;
     return isSame ? store : nullptr;
 }
 

@@ -73,6 +73,7 @@ void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
 }
 const QorShownWindows& QorEmbeddedPlatform::shown() const { return _impl->recording.shown(); }
 void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
+QorScriptedAnswers& QorEmbeddedPlatform::answers() { return _impl->recording.answers(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }
 
 namespace {

@@ -41,6 +41,8 @@ public:
     /// The last things that were shown, at least 10,000 of them; stays empty with a console.
     [[nodiscard]] const QorShownWindows& shown() const;
     void forgetShown();
+    /// What is answered without a console.
+    [[nodiscard]] QorScriptedAnswers& answers();
 
     /// Bytes that the repository holds in memory, without small change. For measuring.
     [[nodiscard]] std::size_t repositoryBytes() const;

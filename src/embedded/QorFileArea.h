@@ -10,12 +10,12 @@
 /// What was done to the chain that seals the file area.
 enum class QorTampering : std::int32_t {
     None = 0,
-    Changed,    ///< the entry is not what was sealed
-    Removed,    ///< entries are missing here, `count` of them
-    Swapped,    ///< what belongs here stands at `other`
-    Inserted,   ///< the entry does not belong here; a copy of entry `other`, unless that is 0
-    NotSealed,  ///< the entry has no seal
-    Cut,        ///< the last `count` entries are missing
+    Changed,     ///< the entry is not what was sealed
+    Removed,     ///< entries are missing here, `count` of them
+    Swapped,     ///< what belongs here stands at `other`
+    Inserted,    ///< the entry does not belong here; a copy of entry `other`, unless that is 0
+    NotSealed,   ///< the entry has no seal
+    Cut,         ///< the last `count` entries are missing
     EndChanged,  ///< the noted end of the chain is not what was written: entries may be missing behind the last one
     Resealed,    ///< fits the key and not the verification key: the work of somebody who has the key
     RolledBack,  ///< does not lead to the head that was noted before: an older copy, or another history

@@ -142,8 +142,7 @@ void SealCheck::classify() {
     const Link& first = _rest.front();
     const std::int64_t place = _last + 1;
     nameFile(first.entry.file);
-    if (first.entry.sequence > place)
-        return find(QorTampering::Removed, place, 0, first.entry.sequence - place);
+    if (first.entry.sequence > place) return find(QorTampering::Removed, place, 0, first.entry.sequence - place);
     if (!isSealed(first.entry)) return find(QorTampering::NotSealed, place);
     if (classifyMoved()) return;
     // What comes next still hangs on this one: only this one is not what it was.
@@ -188,13 +187,11 @@ QorRepositoryStatus SealCheck::findCopied() {
 }
 
 void SealCheck::checkEnd() {
-    if (_isHeadSound && _head.sequence > _last)
-        return find(QorTampering::Cut, _last + 1, 0, _head.sequence - _last);
+    if (_isHeadSound && _head.sequence > _last) return find(QorTampering::Cut, _last + 1, 0, _head.sequence - _last);
     if (!_isHeadSound || _head.sequence != _last || !isEqual(_head.chain, _chain))
         return find(QorTampering::EndChanged, _last + 1);
     if (_sealKey && !isEqual(*_sealKey, _head.sealKey)) return find(QorTampering::Resealed, _last + 1);
-    if (_noted && _noted->sequence > _last)
-        find(QorTampering::RolledBack, _last + 1, 0, _noted->sequence - _last);
+    if (_noted && _noted->sequence > _last) find(QorTampering::RolledBack, _last + 1, 0, _noted->sequence - _last);
 }
 
 QorRepositoryStatus SealCheck::checkFiles() {

@@ -5,6 +5,7 @@
 #include "embedded/FileArea.h"
 #include "embedded/SealCheck.h"
 #include "embedded/store/RepositoryStore.h"
+#include "platform/QorGuard.h"
 
 QorFileArea::~QorFileArea() = default;
 
@@ -26,15 +27,19 @@ QorRepositoryResult guarded(Operation operation) {
 
 SealedArea::~SealedArea() = default;
 
-std::string SealedArea::keyFile() { return _vault.keyPlace(); }
+std::string SealedArea::keyFile() {
+    return Qor_Guarded("files", std::string(), [this] { return _vault.keyPlace(); });
+}
 
 QorRepositoryResult SealedArea::prepare() {
     return guarded([this] { return _vault.seals(true) == nullptr ? _vault.problem() : QorRepositoryResult{}; });
 }
 
 std::string SealedArea::takeVerificationKey() {
-    const auto key = _vault.takeFirstSealKey();
-    return key ? toBase64(key->data(), key->size()) : std::string();
+    return Qor_Guarded("files", std::string(), [this] {
+        const auto key = _vault.takeFirstSealKey();
+        return key ? toBase64(key->data(), key->size()) : std::string();
+    });
 }
 
 QorRepositoryResult SealedArea::readHead(std::string& head) {

@@ -53,8 +53,7 @@ private:
 };
 
 void derive(SecretKey& derived, const SecretKey& key, std::uint64_t number) noexcept {
-    (void)crypto_kdf_derive_from_key(derived.bytes.data(), derived.bytes.size(), number, "qorseals",
-                                     key.bytes.data());
+    (void)crypto_kdf_derive_from_key(derived.bytes.data(), derived.bytes.size(), number, "qorseals", key.bytes.data());
 }
 
 }  // namespace

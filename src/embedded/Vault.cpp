@@ -34,8 +34,7 @@ QorRepositoryResult Vault::fail(QorRepositoryResult result) {
 bool Vault::noteStore() {
     FileStore* const store = files();
     RepositoryIdentity identity{};
-    const QorRepositoryStatus status =
-        store == nullptr ? QorRepositoryStatus::NoMemory : store->readIdentity(identity);
+    const QorRepositoryStatus status = store == nullptr ? QorRepositoryStatus::NoMemory : store->readIdentity(identity);
     if (status != QorRepositoryStatus::Ok) {
         (void)fail(failure(status));
         return false;

@@ -23,7 +23,8 @@ struct Vaults : testing::Test {
 };
 
 TEST_F(Vaults, TextsComeBackFromOneLineThatNobodyElseReads) {
-    const std::string texts[] = {"", "a", "2026.03.01;09:05:07;Ada;\"x\ny\"", std::string(100'000, 'z'), "\xc3\xa4\xff"};
+    const std::string texts[] = {"", "a", "2026.03.01;09:05:07;Ada;\"x\ny\"", std::string(100'000, 'z'),
+                                 "\xc3\xa4\xff"};
     VaultDesk inFile(key);
     ASSERT_TRUE(inFile.platform.createRepository(path).ok());
     std::string foreign;

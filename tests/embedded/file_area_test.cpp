@@ -82,14 +82,50 @@ TEST_P(FileArea, NamesAreKeysAndNoFileAppearsAnywhere) {
     fs::current_path(folder.path / "a" / "b");
     EXPECT_TRUE(VaultDesk::append("x", "db:\\first"));
     const auto files = filesBelow(folder.path);
-    const std::string refused[] = {
-        "db:", "db:\\", "db:x", "db:/x", "db://x", "DB:\\x", "Db:/x", "dB:..\\x", "db:\\..", "db:\\.", "db:\\..\\x",
-        "db:\\../x", "db:\\..\\..\\x", "db:\\a\\..\\x", "db:\\a/../x", "db:\\a\\..", "db:\\x\n", "db:\\x\ty", "db:\\\x1b[1m",
-        "db:\\\x7f", "db:\\\xc2\x85", "db:\\\xff", "db:\\\xc0\xaf", "db:\\\xed\xa0\x80", "db:\\\xe2\x82", "db:\\" + std::string(256, 'x'),
-        std::string("db:\\x\0y", 7), "db:\\" + std::string(1'000'000, 'x'), "", std::string("x\0y", 3)};
-    const std::string taken[] = {
-        "db:\\\\x", "db:\\/etc/x", "db:\\C:\\x", "db:\\%2e%2e%2fx", "db:\\...", "db:\\~", "db:\\A", "db:\\a", "db:\\a ",
-        "db:\\\xc3\xa4", "db:\\a;b'\"--", "db:\\" + std::string(255, 'x'), "db:\\file:x?mode=rwc", "db:\\\xf0\x9f\x98\x80"};
+    const std::string refused[] = {"db:",
+                                   "db:\\",
+                                   "db:x",
+                                   "db:/x",
+                                   "db://x",
+                                   "DB:\\x",
+                                   "Db:/x",
+                                   "dB:..\\x",
+                                   "db:\\..",
+                                   "db:\\.",
+                                   "db:\\..\\x",
+                                   "db:\\../x",
+                                   "db:\\..\\..\\x",
+                                   "db:\\a\\..\\x",
+                                   "db:\\a/../x",
+                                   "db:\\a\\..",
+                                   "db:\\x\n",
+                                   "db:\\x\ty",
+                                   "db:\\\x1b[1m",
+                                   "db:\\\x7f",
+                                   "db:\\\xc2\x85",
+                                   "db:\\\xff",
+                                   "db:\\\xc0\xaf",
+                                   "db:\\\xed\xa0\x80",
+                                   "db:\\\xe2\x82",
+                                   "db:\\" + std::string(256, 'x'),
+                                   std::string("db:\\x\0y", 7),
+                                   "db:\\" + std::string(1'000'000, 'x'),
+                                   "",
+                                   std::string("x\0y", 3)};
+    const std::string taken[] = {"db:\\\\x",
+                                 "db:\\/etc/x",
+                                 "db:\\C:\\x",
+                                 "db:\\%2e%2e%2fx",
+                                 "db:\\...",
+                                 "db:\\~",
+                                 "db:\\A",
+                                 "db:\\a",
+                                 "db:\\a ",
+                                 "db:\\\xc3\xa4",
+                                 "db:\\a;b'\"--",
+                                 "db:\\" + std::string(255, 'x'),
+                                 "db:\\file:x?mode=rwc",
+                                 "db:\\\xf0\x9f\x98\x80"};
     for (const std::string& name : refused) {
         SCOPED_TRACE(name.substr(0, 40));
         for (const auto mode : {Read, Append, Replace}) EXPECT_FALSE(VaultDesk::write(mode, name, "hostile"));

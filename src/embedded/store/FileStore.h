@@ -17,13 +17,13 @@ using SealDigest = std::array<unsigned char, 32>;
 
 // Where the chain of the file area ends.
 struct SealHead {
-    bool isLaid = false;         // before the first use there is no chain
-    std::int64_t sequence = 0;   // of the last entry
-    SealDigest chain{};          // its value, or the chain's beginning
-    SealDigest sealKey{};        // of the next entry
+    bool isLaid = false;          // before the first use there is no chain
+    std::int64_t sequence = 0;    // of the last entry
+    SealDigest chain{};           // its value, or the chain's beginning
+    SealDigest sealKey{};         // of the next entry
     std::int64_t lostWrites = 0;  // that were told of at the last entry
-    SealDigest keyCheck{};       // tells the key that all of it was made with
-    SealDigest mac{};            // over all of this
+    SealDigest keyCheck{};        // tells the key that all of it was made with
+    SealDigest mac{};             // over all of this
 };
 
 // What an entry of the chain does to a file.

@@ -107,8 +107,7 @@ QorRepositoryStatus SqliteFileStore::find(std::string_view name, StoredFile& fil
     return QorRepositoryStatus::Ok;
 }
 
-QorRepositoryStatus SqliteFileStore::readMore(const StoredFile& file, std::int64_t& after,
-                                              std::string& content) {
+QorRepositoryStatus SqliteFileStore::readMore(const StoredFile& file, std::int64_t& after, std::string& content) {
     content.clear();
     int code = SQLITE_OK;
     SqliteStatement& begins = prepared(Begins, code);
