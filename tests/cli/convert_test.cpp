@@ -131,8 +131,7 @@ models:
 
 TEST_F(OnRepository, TransfersAttributes) {
     const std::string before = exported();
-    const auto dry =
-        runner.run("transfer shop.qor --from Look --to Listen --to Feel --attributes Costs,Info --dry-run");
+    const auto dry = runner.run("transfer shop.qor --from Look --to Listen Feel --attributes Costs,Info --dry-run");
     EXPECT_EQ(dry.exit, 0) << dry.out << dry.err;
     EXPECT_NE(dry.out.find("4 values to be changed, nothing written"), std::string::npos) << dry.out;
     EXPECT_EQ(exported(), before);

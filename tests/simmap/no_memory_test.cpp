@@ -150,6 +150,50 @@ TEST(NoMemory, WhatIsNotSaidToHaveFailedIsRightAndTheRestChangesNothing) {
     }
 }
 
+long allocationsOf(const std::function<void()>& run) {
+    constexpr long kMany = 1L << 30;
+    failing_allocations::untilFailure = kMany;
+    run();
+    return kMany - std::exchange(failing_allocations::untilFailure, 0);
+}
+
+// A query over a text that has been read takes the memory of what it gives, and no more.
+TEST(NoMemory, QueriesAllocateOnlyWhatTheyReturn) {
+    using Event = QorSimOptionActionEvent;
+    Scene scene;
+    auto& mapping = scene.read;
+    ISortedSet<long> classes;
+    mapping.getSimableBPClasses(classes);
+    const auto& option = *mapping.option(0);
+    const SV::String name = option.name;
+    const long task = scene.idOf("Task");
+    const struct {
+        const char* name;
+        std::function<void()> query;
+        std::function<void()> copy = [] {};
+        // clang-format off
+    } cases[] = {
+        {"simable", [&] { bool is = false; mapping.isSimableClass(task, is); }},
+        {"option by name", [&] { int index = 0; mapping.getOptionNrFromName(name, index); }},
+        {"action", [&] { long attribute = 0; mapping.getActionAttribute(1, task, Event::Finish, attribute); }},
+        {"action class", [&] { (void)mapping.isActionClass(1, task, Event::Any); }},
+        {"any action", [&] { (void)mapping.hasAnyActions(1); }},
+        {"number of options", [&] { (void)mapping.getSimOptionCount(); }},
+        {"defined", [&] { mapping.isDefined(); }},
+        {"sub-performer", [&] { long cls = 0, attribute = 0; mapping.getSubPerformerAssignmentFromOption(0, cls, attribute); }},
+        {"texts defined", [&] { (void)scene.texts.isDefined(); }},
+        {"classes", [&] { ISortedSet<long> out; mapping.getSimableBPClasses(out); }, [&] { const auto copy = classes; }},
+        {"help text", [&] { SV::String out; mapping.getHelpTextFromOption(0, out); }, [&] { const auto copy = option.helpText; }},
+        {"activity", [&] { SV::String out; mapping.getActivityNameFromOption(0, out); }, [&] { const auto copy = option.activityClassName; }},
+        {"times", [&] { ISequence<long> out; mapping.getStandardSimAttributes(0, out); }, [&] { const auto copy = option.standardAttributes; }},
+        {"user attributes", [&] { ISequence<long> out; mapping.getAdditionalSimAttributes(0, out); }, [&] { const auto copy = option.userAttributes; }},
+        {"a text", [&] { const auto text = scene.texts.getBPText(); }, [] { const SV::String text("A text that stands on the heap"); }},
+    };
+    // clang-format on
+    for (const auto& row : cases) EXPECT_EQ(allocationsOf(row.query), allocationsOf(row.copy)) << row.name;
+    EXPECT_GT(allocationsOf([&] { const auto copy = option.helpText; }), 0) << "the counter counts";
+}
+
 // Tables of results belong to the process: one for each allocation.
 TEST(NoMemory, ResultsAreResetWholeOrRefused) {
     void* const room = mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
