@@ -15,6 +15,7 @@
 #include "embedded/Repository.h"
 #include "embedded/SealedArea.h"
 #include "embedded/Settings.h"
+#include "embedded/UserAdministration.h"
 #include "embedded/Users.h"
 #include "embedded/store/SqliteStore.h"
 #include "platform/QorGuard.h"
@@ -23,7 +24,7 @@ using namespace qor::embedded;
 
 struct QorEmbeddedPlatform::Impl {
     explicit Impl(const QorEmbeddedOptions& options)
-        : users(options.user), vault(repository, options.keyFile), texts(options.language) {
+        : users(repository, options.user), vault(repository, options.keyFile), texts(options.language) {
         if (options.console) console = std::make_unique<ConsoleWindows>();
         host.repository = &manager;
         host.coreVars = &coreVars;
@@ -48,7 +49,8 @@ struct QorEmbeddedPlatform::Impl {
     CoreVars coreVars{repository, session};
     AttributeProfiles attributeProfiles{repository};
     Editing editing{repository, manager, announcements};
-    ModelGroupService modelGroups{repository};
+    UserAdministration administration{repository, users, announcements};
+    ModelGroupService modelGroups{repository, administration};
     ClassPatterns patterns{repository, session};
     Vault vault;
     FileArea files{vault};
@@ -68,6 +70,7 @@ const QorHost& QorEmbeddedPlatform::host() const { return _impl->host; }
 QorRepositoryBuilder& QorEmbeddedPlatform::builder() { return _impl->builder; }
 const QorRepositoryReader& QorEmbeddedPlatform::reader() const { return _impl->reader; }
 QorFileArea& QorEmbeddedPlatform::fileArea() { return _impl->sealedArea; }
+QorUserAdministration& QorEmbeddedPlatform::userAdministration() { return _impl->administration; }
 void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
     Qor_Guarded("embedded", [&] { _impl->users.setCurrentUser(logonName); });
 }

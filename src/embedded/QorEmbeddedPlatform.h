@@ -11,6 +11,7 @@
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
 #include "embedded/QorShownWindows.h"
+#include "embedded/QorUserAdministration.h"
 #include "platform/QorExport.h"
 #include "platform/QorHost.h"
 
@@ -37,7 +38,10 @@ public:
     /// What seals the files named "db:\...".
     [[nodiscard]] QorFileArea& fileArea();
 
-    /// Goes on as another user, who comes into being by being named. Locks stay with those who took them.
+    /// Users, user groups and permissions.
+    [[nodiscard]] QorUserAdministration& userAdministration();
+    /// Goes on as another user. A name that the repository does not have stands for somebody who belongs to nothing,
+    /// and is an administrator only while the repository has no users at all. Locks stay with those who took them.
     void setCurrentUser(std::string_view logonName);
 
     /// The last things that were shown, at least 10,000 of them; stays empty with a console.
