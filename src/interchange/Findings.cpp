@@ -15,9 +15,10 @@ Findings::Findings(std::string file, Places& places) : _file(std::move(file)), _
 
 Findings::~Findings() = default;
 
-void Findings::report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) {
+void Findings::report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text,
+                      std::vector<QorMention> mentions) {
     std::size_t& count = severity == QorSeverity::Error ? _errors : _warnings;
-    if (++count <= kKept) _diagnostics.push_back({severity, {_file, line, column}, std::move(text)});
+    if (++count <= kKept) _diagnostics.push_back({severity, {_file, line, column}, std::move(text), std::move(mentions)});
 }
 
 bool Findings::tooMany(Mark mark) {

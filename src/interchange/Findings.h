@@ -18,7 +18,8 @@ public:
     Findings(std::string file, Places& places);
     ~Findings() override;
 
-    void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) override;
+    void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text,
+                std::vector<QorMention> mentions = {}) override;
     void madeModel(QorIdentifier model) override;
     void madeProcess(std::string_view sourceId, QorIdentifier model) override;
     void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) override;

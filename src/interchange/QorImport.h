@@ -21,11 +21,19 @@ struct QorFilePlace {
 
 enum class QorSeverity : std::int32_t { Error, Warning };
 
+/// One of several elements that a diagnostic is about; its place is in the same file.
+struct QorMention {
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+    std::string text;
+};
+
 /// What is wrong with a file, and where.
 struct QorDiagnostic {
     QorSeverity severity = QorSeverity::Error;
     QorFilePlace place;
     std::string text;
+    std::vector<QorMention> mentions = {};  ///< of a diagnostic about many: all of them; its text names the first few
 };
 
 /// What a file holds, judged by its beginning.

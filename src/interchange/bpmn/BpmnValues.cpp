@@ -77,6 +77,8 @@ void Values::addAllOf(const Document& document, const Links& links, NodeIndex no
                 return add(Attribute::Category, links.nameMeantBy(value.text));
             case Slot::ResourceRef:
                 return add(Attribute::Performers, links.nameMeantBy(value.text));
+            case Slot::Performer:
+                return add(Attribute::Performers, value.text);
             case Slot::Collection:
                 return add(Attribute::Collection, value.text == "true" || value.text == "1" ? "yes" : "no");
             case Slot::Interrupting:
@@ -90,6 +92,19 @@ void Values::addAllOf(const Document& document, const Links& links, NodeIndex no
         else
             add(attribute, value.text);
     });
+}
+
+/// A definition's name stands where it is referred to, and is said again only to tell what further details belong to.
+void Values::addCarried(const Document& document, const std::vector<NodeIndex>& carried) {
+    for (const NodeIndex node : carried) {
+        const Node& it = document[node];
+        const bool isNamedElsewhere = it.row->role == Role::Definition || it.row->role == Role::Collaboration;
+        const std::string_view name = it.name.empty() && it.row->role == Role::ActivityData ? it.id : it.name;
+        if (!name.empty() && (it.firstValue >= 0 || !isNamedElsewhere)) addFurther(it.row->element, name);
+        document.forEachValue(node, [&](const Value& value) {
+            addFurther(concat({it.row->element, ".", value.key}), value.text);
+        });
+    }
 }
 
 void Values::tellLost(Findings& findings, const Node& node, Attribute attribute) {
