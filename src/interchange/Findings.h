@@ -28,6 +28,12 @@ public:
     [[nodiscard]] bool hasErrors() const { return _errors != 0; }
     /// For a reader that would rather not go on when there are too many errors; says so in a last one.
     [[nodiscard]] bool tooMany(Mark mark);
+    [[nodiscard]] bool hadTooMany() const { return _ended; }
+    /// The file cannot be read to its end.
+    void breakOff() { _brokeOff = true; }
+    [[nodiscard]] bool brokeOff() const { return _brokeOff; }
+    /// An error at that place was reported.
+    [[nodiscard]] bool hasErrorAt(std::uint32_t line, std::uint32_t column) const;
 
     [[nodiscard]] Places& places() { return _places; }
     [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
@@ -50,6 +56,7 @@ private:
     std::size_t _errors = 0;
     std::size_t _warnings = 0;
     bool _ended = false;
+    bool _brokeOff = false;
 };
 
 }  // namespace qor::interchange
