@@ -58,7 +58,7 @@ const WarningCase kWarnings[] = {
      "3:1 left out, since the method library has no place for it: <auditing> (1), <monitoring> (2); these are "
      "<monitoring> \"x\" (line 3), <auditing> (line 3), <monitoring> \"y\" (line 3)"},
     {"<task id='c'><extensionElements><task id='lost'/></extensionElements></task>",
-     "3:33 left out, as an extension that is not part of BPMN: 1 element of the namespace "
+     "3:33 left out, since it stands among extensions: 1 element of the namespace "
      "\"http://www.omg.org/spec/BPMN/20100524/MODEL\": <task> in <task> \"c\" (line 3)"},
     {"<task id='c' v:a='1'><extensionElements><v:b><v:c v:d='2'/></v:b></extensionElements></task><v:e/>",
      "3:1 left out, as an extension that is not part of BPMN: 3 elements and 2 attributes of the namespace "

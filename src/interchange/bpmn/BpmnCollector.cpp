@@ -104,6 +104,7 @@ void Collector::openForeign(const XmlElement& element) {
 
 /// Only the outermost one is named; what stands inside it goes with it.
 void Collector::countForeign(const XmlElement& element) {
+    if (_open.back().isForeign && element.name.space == kBpmnSpace) return;
     if (_open.back().isForeign)
         _findings.foreignInside(element.name.space, true, element.place);
     else

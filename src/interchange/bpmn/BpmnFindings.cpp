@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "interchange/Wording.h"
+#include "interchange/bpmn/BpmnElements.h"
 
 namespace qor::interchange::bpmn {
 
@@ -97,18 +98,25 @@ void Findings::tellLeftOut() {
 }
 
 void Findings::tellForeign() {
-    const auto tell = [this](std::string_view subject, Tally& tally) {
+    const auto tell = [this](std::string_view subject, Tally& tally,
+                             std::string_view why = "as an extension that is not part of BPMN") {
         const std::string what = tally.elements == 0     ? counted(tally.attributes, "attribute")
                                  : tally.attributes == 0 ? counted(tally.elements, "element")
                                                          : counted(tally.elements, "element") + " and " +
                                                                counted(tally.attributes, "attribute");
-        _findings.push_back({QorSeverity::Warning, tally.first,
-                             concat({"left out, as an extension that is not part of BPMN: ", what, " of ", subject,
-                                     firstOf(": ", tally.mentions, tally.named)}),
-                             std::move(tally.mentions)});
+        _findings.push_back(
+            {QorSeverity::Warning, tally.first,
+             concat({"left out, ", why, ": ", what, " of ", subject, firstOf(": ", tally.mentions, tally.named)}),
+             std::move(tally.mentions)});
     };
-    for (auto& [space, tally] : _foreign)
-        tell(space.empty() ? "no namespace" : concat({"the namespace ", inQuotes(space)}), tally);
+    for (auto& [space, tally] : _foreign) {
+        const std::string subject =
+            space.empty() ? std::string("no namespace") : concat({"the namespace ", inQuotes(space)});
+        if (space == kBpmnSpace)
+            tell(subject, tally, "since it stands among extensions");
+        else
+            tell(subject, tally);
+    }
     if (_furtherForeign.first.line != 0) tell("further namespaces", _furtherForeign);
 }
 
