@@ -93,7 +93,10 @@ const Snippet kSnippets[] = {
      "<exclusiveGateway id='g'/><textAnnotation id='t'/><association name='[1]' associationDirection='[2]' "
      "sourceRef='g' targetRef='t'><documentation>[3]</documentation></association>",
      ""},
-    {"", "<task isForCompensation='[1]'/><startEvent parallelMultiple='[2]'/>[3]<task> [4] </task>", ""},
+    {"",
+     "<task isForCompensation='[1]' attachedToRef='[5]' sourceRef='[6]'/><startEvent parallelMultiple='[2]'/>[3]<task> "
+     "[4] </task>",
+     ""},
     {"", "", "<documentation>[1]</documentation><textAnnotation><text>[2]</text></textAnnotation>"},
 };
 

@@ -91,7 +91,7 @@ void Links::follow(NodeIndex node, const Value& value) {
             _defaults[static_cast<std::size_t>(meant)] = true;
             break;
         case Slot::ProcessRef:
-            joinPool(node, meant);
+            if (_document[node].row->role == Role::Participant) joinPool(node, meant);
             break;
         case Slot::LaneMember:
             _lanes.emplace_back(meant, node);

@@ -32,6 +32,29 @@ Attribute attributeFor(Slot slot) {
     }
 }
 
+/// Whether the reference of an element is read elsewhere; where BPMN has no such reference it is a detail like others.
+bool isReadElsewhere(Slot slot, const ElementRow& row) {
+    switch (slot) {
+        case Slot::SourceRef:
+        case Slot::TargetRef:
+            return row.role == Role::SequenceFlow || row.role == Role::MessageFlow || row.role == Role::Association ||
+                   row.role == Role::DataInputAssociation || row.role == Role::DataOutputAssociation;
+        case Slot::AttachedTo:
+            return row.family == Family::BoundaryEvent;
+        case Slot::ProcessRef:
+            return row.role == Role::Participant;
+        case Slot::DataRef:
+            return row.role == Role::Data;
+        case Slot::EventDefinitionRef:
+            return row.family == Family::Event || row.family == Family::CatchEvent ||
+                   row.family == Family::ThrowEvent || row.family == Family::BoundaryEvent;
+        case Slot::LaneMember:
+            return row.role == Role::Lane;
+        default:
+            return slot == Slot::CalledElement || slot == Slot::DefaultFlow;
+    }
+}
+
 std::string_view separatorOf(Attribute attribute) {
     switch (attribute) {
         case Attribute::Documentation:
@@ -60,17 +83,8 @@ void Values::addFurther(std::string_view key, std::string_view text) {
 
 void Values::addAllOf(const Document& document, const Links& links, NodeIndex node) {
     document.forEachValue(node, [&](const Value& value) {
+        if (isReadElsewhere(value.slot, *document[node].row)) return;
         switch (value.slot) {
-            case Slot::SourceRef:
-            case Slot::TargetRef:
-            case Slot::AttachedTo:
-            case Slot::ProcessRef:
-            case Slot::CalledElement:
-            case Slot::DataRef:
-            case Slot::DefaultFlow:
-            case Slot::EventDefinitionRef:
-            case Slot::LaneMember:
-                return;  // relations and the like
             case Slot::MessageRef:
                 return add(Attribute::Message, links.nameMeantBy(value.text));
             case Slot::CategoryRef:
