@@ -29,13 +29,14 @@ using Relations = QorErrorCode (QorCoreMM_Enhanced::*)(long object, ISortedSet<l
 
 /// Moves what can be moved; the first failure.
 QorErrorCode moveRelations(long object, long newObject, Relations list, MoveEnd move,
-                           const ObjectConversion::Unmoved& unmoved) {
+                           const UnmovedRelationClasses& staying, const ObjectConversion::Unmoved& unmoved) {
     ISortedSet<long> relations;
     QorErrorCode first = (repository().*list)(object, relations);
     for (const long relation : relations) {
         long relationClass = QorNoIdentifier;
-        QorErrorCode code = repository().relationOf(relation, relationClass);
-        if (code == QorErrorCode::Ok && !isUnmoved(relationClass)) code = (repository().*move)(relation, newObject);
+        QorErrorCode code = staying.any() ? repository().relationOf(relation, relationClass) : QorErrorCode::Ok;
+        if (code == QorErrorCode::Ok && !staying.contain(relationClass))
+            code = (repository().*move)(relation, newObject);
         if (code != QorErrorCode::Ok && unmoved) unmoved(relation, code);
         if (first == QorErrorCode::Ok) first = code;
     }
@@ -44,10 +45,25 @@ QorErrorCode moveRelations(long object, long newObject, Relations list, MoveEnd 
 
 }  // namespace
 
-bool isUnmoved(long relationClass) {
-    return relationClass == Qor_GetCoreVarConst(QorCoreVarType::UnmovedRelationClass) ||
-           relationClass == Qor_GetCoreVarConst(QorCoreVarType::OtherUnmovedRelationClass);
+bool ConvertedValue::mayBeRefused() const {
+    if (sourceType != targetType) return true;
+    switch (sourceType) {
+        case QorCoreAttributeType::Integer:
+        case QorCoreAttributeType::Floating:
+        case QorCoreAttributeType::Text:
+        case QorCoreAttributeType::LongText:
+        case QorCoreAttributeType::Time:
+        case QorCoreAttributeType::Date:
+        case QorCoreAttributeType::DateTime:
+            return false;
+        default:
+            return true;
+    }
 }
+
+UnmovedRelationClasses::UnmovedRelationClasses()
+    : _first(Qor_GetCoreVarConst(QorCoreVarType::UnmovedRelationClass)),
+      _second(Qor_GetCoreVarConst(QorCoreVarType::OtherUnmovedRelationClass)) {}
 
 std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass) {
     std::vector<ConvertedValue> values;
@@ -66,7 +82,7 @@ std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler,
 
 void ObjectConversion::carryOver(long object, long newObject, bool mapped, const Refused& refused) const {
     for (const ConvertedValue& value : _values) {
-        if (value.isMapped != mapped) continue;
+        if (value.isMapped != mapped || (_part == ConvertedPart::Trial && !value.mayBeRefused())) continue;
         const auto outcome = convertAttribute(_model, {object, value.source, value.sourceType},
                                               {newObject, value.target, value.targetType});
         if (outcome.message != 0) refused(value, outcome);
@@ -88,9 +104,9 @@ QorErrorCode ObjectConversion::run(long object, const Refused& refused, const Un
     // Arriving relations are asked for after the leaving ones were moved, so that a relation of the object with itself
     // ends on the new object at both ends.
     const QorErrorCode leaving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getFromRelationInstances,
-                                               &QorCoreMM_Enhanced::moveFromEndpoint, unmoved);
+                                               &QorCoreMM_Enhanced::moveFromEndpoint, _staying, unmoved);
     const QorErrorCode arriving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getToRelationInstances,
-                                                &QorCoreMM_Enhanced::moveToEndpoint, unmoved);
+                                                &QorCoreMM_Enhanced::moveToEndpoint, _staying, unmoved);
     carryOver(object, newObject, true, refused);
     // A relation that could not be moved would be deleted with the old object.
     if (leaving != QorErrorCode::Ok) return leaving;

@@ -25,6 +25,7 @@ struct QorConversionPlan::Kind {
     std::vector<ConvertedValue> values;
     std::size_t firstAttribute = 0;  ///< of the plan's attributes
     std::size_t endAttribute = 0;
+    std::vector<bool> areRecords;  ///< of each of those attributes
 };
 
 namespace {
@@ -39,9 +40,16 @@ BreachKey keyOf(const QorCardinalityBreach& breach, long subject) {
             breach.rule.otherClass};
 }
 
-bool hasValue(long object, long attribute) {
-    ISequence<long> rows;
-    if (repository().getRecordInstances(object, attribute, rows) == QorErrorCode::Ok) return !rows.isEmpty();
+bool isRecord(long attribute) {
+    auto type = QorCoreAttributeType::None;
+    return repository().getAttributeType(attribute, type) == QorErrorCode::Ok && type == QorCoreAttributeType::Record;
+}
+
+bool hasValue(long object, long attribute, bool isRecord) {
+    if (isRecord) {
+        ISequence<long> rows;
+        return repository().getRecordInstances(object, attribute, rows) == QorErrorCode::Ok && !rows.isEmpty();
+    }
     QorOwnedText text;
     return readValue(object, attribute, text) == QorErrorCode::Ok && !text.isEmpty();
 }
@@ -77,7 +85,10 @@ bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long t
         _targetClass = targetClass;
         _kinds = std::make_unique<Kinds>();
         survey(objects);
-        if (_problems.empty()) rehearse();
+        if (_problems.empty())
+            rehearse();
+        else
+            for (const QorPlannedConversion& planned : _objects) countValues(planned.cls, planned.object);
         return true;
     });
     if (!made) clear();
@@ -89,6 +100,7 @@ bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long t
 
 void QorConversionPlan::survey(const ISortedSet<long>& objects) {
     ISortedSet<long> inModel;
+    const UnmovedRelationClasses staying;
     if (repository().getAllInstancesInModel(_model, inModel) != QorErrorCode::Ok) inModel.removeAll();
     for (const long object : objects) {
         long cls = QorNoIdentifier;
@@ -98,8 +110,7 @@ void QorConversionPlan::survey(const ISortedSet<long>& objects) {
         }
         _objects.push_back({object, cls});
         if (_kinds->find(cls) == _kinds->end()) surveyClass(cls, object);
-        countValues(cls, object);
-        noteLostRelations(object);
+        if (staying.any()) noteLostRelations(object);
     }
 }
 
@@ -129,16 +140,20 @@ void QorConversionPlan::surveyClass(long cls, long object) {
         if (!isMapped) _attributes.push_back({cls, *source});
     }
     kind.endAttribute = _attributes.size();
+    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at)
+        kind.areRecords.push_back(isRecord(_attributes[at].source));
     _kinds->emplace(cls, std::move(kind));
 }
 
 void QorConversionPlan::countValues(long cls, long object) {
     const Kind& kind = _kinds->at(cls);
     for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at)
-        if (hasValue(object, _attributes[at].source)) ++_attributes[at].objects;
+        if (hasValue(object, _attributes[at].source, kind.areRecords[at - kind.firstAttribute]))
+            ++_attributes[at].objects;
 }
 
 void QorConversionPlan::noteLostRelations(long object) {
+    const UnmovedRelationClasses staying;
     ISortedSet<long> leaving;
     ISortedSet<long> arriving;
     if (repository().getFromRelationInstances(object, leaving) != QorErrorCode::Ok ||
@@ -147,14 +162,14 @@ void QorConversionPlan::noteLostRelations(long object) {
     leaving.addAllFrom(arriving);
     for (const long relation : leaving) {
         long relationClass = QorNoIdentifier;
-        if (repository().relationOf(relation, relationClass) == QorErrorCode::Ok && isUnmoved(relationClass))
+        if (repository().relationOf(relation, relationClass) == QorErrorCode::Ok && staying.contain(relationClass))
             _lostRelations.push_back({relation, object});
     }
 }
 
 // ---- What is done ----
 
-bool QorConversionPlan::convertOne(QorPlannedConversion& planned) {
+bool QorConversionPlan::convertOne(QorPlannedConversion& planned, ConvertedPart part) {
     const std::size_t before = _problems.size();
     const long object = planned.object;
     const Kind& kind = _kinds->at(planned.cls);
@@ -174,7 +189,7 @@ bool QorConversionPlan::convertOne(QorPlannedConversion& planned) {
         _problems.back().relation = relation;
     };
     const QorErrorCode code =
-        ObjectConversion(_model, _targetClass, kind.values).run(object, refused, unmoved, planned.newObject);
+        ObjectConversion(_model, _targetClass, kind.values, part).run(object, refused, unmoved, planned.newObject);
     if (planned.newObject == QorNoIdentifier)
         add(ProblemKind::NotMade, object, code);
     else if (code != QorErrorCode::Ok && _problems.size() == before)
@@ -183,10 +198,12 @@ bool QorConversionPlan::convertOne(QorPlannedConversion& planned) {
 }
 
 /// Goes on after a problem, so that all are known.
-bool QorConversionPlan::convertAll() {
+bool QorConversionPlan::convertAll(ConvertedPart part) {
     bool all = true;
-    for (QorPlannedConversion& planned : _objects)
-        if (!convertOne(planned)) all = false;
+    for (QorPlannedConversion& planned : _objects) {
+        if (part == ConvertedPart::Trial) countValues(planned.cls, planned.object);
+        if (!convertOne(planned, part)) all = false;
+    }
     return all;
 }
 
@@ -201,7 +218,7 @@ void QorConversionPlan::rehearse() {
 
     const QorUnitOfWork unit;
     if (!unit.isOpen()) return add(ProblemKind::NoUnitsOfWork, QorNoIdentifier);
-    const bool converted = convertAll();
+    const bool converted = convertAll(ConvertedPart::Trial);
     std::map<long, long> oldOf;
     for (QorPlannedConversion& planned : _objects) {
         const long made = std::exchange(planned.newObject, QorNoIdentifier);
@@ -231,7 +248,7 @@ bool QorConversionPlan::carryOut() noexcept {
             add(ProblemKind::NoUnitsOfWork, QorNoIdentifier);
             return false;
         }
-        if (!convertAll()) return false;
+        if (!convertAll(ConvertedPart::Everything)) return false;
         const QorErrorCode code = unit.commit();
         if (code != QorErrorCode::Ok) add(ProblemKind::Failed, QorNoIdentifier, code);
         return code == QorErrorCode::Ok;
