@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "modeltools/ObjectConversion.h"
 
-#include "frame/RepositoryLookup.h"
 #include "platform/ISortedSet.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreModelingManager.h"
@@ -16,12 +15,21 @@ constexpr const char* kVariants = "__Variants__";
 
 QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
 
-/// A type that the repository does not tell fits no other, which is then shown with the value.
-void addUnmapped(long source, long target, std::vector<ConvertedValue>& values) {
+QorErrorCode addUnmapped(long source, long target, std::vector<ConvertedValue>& values) {
     ConvertedValue value{source, target};
-    (void)repository().getAttributeType(source, value.sourceType);
-    (void)repository().getAttributeType(target, value.targetType);
-    values.push_back(value);
+    QorErrorCode code = repository().getAttributeType(source, value.sourceType);
+    if (code == QorErrorCode::Ok) code = repository().getAttributeType(target, value.targetType);
+    if (code == QorErrorCode::Ok) values.push_back(value);
+    return code;
+}
+
+QorErrorCode addVariants(long sourceClass, long targetClass, std::vector<ConvertedValue>& values) {
+    long source = QorNoIdentifier;
+    long target = QorNoIdentifier;
+    QorErrorCode code = repository().getAttributeIDFromAttributeName(sourceClass, kVariants, source);
+    if (code == QorErrorCode::Ok) code = repository().getAttributeIDFromAttributeName(targetClass, kVariants, target);
+    if (code == QorErrorCode::NotFound) return QorErrorCode::Ok;
+    return code == QorErrorCode::Ok ? addUnmapped(source, target, values) : code;
 }
 
 using MoveEnd = QorErrorCode (QorCoreMM_Enhanced::*)(long relation, long object);
@@ -65,19 +73,18 @@ UnmovedRelationClasses::UnmovedRelationClasses()
     : _first(Qor_GetCoreVarConst(QorCoreVarType::UnmovedRelationClass)),
       _second(Qor_GetCoreVarConst(QorCoreVarType::OtherUnmovedRelationClass)) {}
 
-std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass) {
-    std::vector<ConvertedValue> values;
+QorErrorCode findConvertedValues(const QorConversionHandler& handler, long targetClass,
+                                 std::vector<ConvertedValue>& values) {
+    values.clear();
     const long graphic =
         Qor_GetCoreVarConst(handler.isBusinessProcess() ? QorCoreVarType::GraphicAttribute
                                                         : QorCoreVarType::WorkingEnvironmentGraphicAttribute);
-    if (graphic > 0) addUnmapped(graphic, graphic, values);
-    const auto sourceVariants = frame::findAttribute(handler.cls(), kVariants);
-    const auto targetVariants = frame::findAttribute(targetClass, kVariants);
-    if (sourceVariants && targetVariants) addUnmapped(*sourceVariants, *targetVariants, values);
+    QorErrorCode code = graphic > 0 ? addUnmapped(graphic, graphic, values) : QorErrorCode::Ok;
+    if (code == QorErrorCode::Ok) code = addVariants(handler.cls(), targetClass, values);
     if (const QorClassConversion* const conversion = handler.conversionInto(targetClass))
         for (const QorAttributeMapping& mapping : conversion->mappings())
             values.push_back({mapping.source, mapping.target, mapping.sourceType, mapping.targetType, true});
-    return values;
+    return code;
 }
 
 void ObjectConversion::carryOver(long object, long newObject, bool mapped, const Refused& refused) const {

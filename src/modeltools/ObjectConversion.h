@@ -24,8 +24,10 @@ struct ConvertedValue {
 };
 
 /// What is carried over from objects of the handler's class to objects of the target class, in that order: the
-/// graphical representation, the variants where both classes have them, and what the text maps.
-[[nodiscard]] std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass);
+/// graphical representation, the variants where both classes have them, and what the text maps. After a failure of the
+/// repository nobody knows all of it.
+[[nodiscard]] QorErrorCode findConvertedValues(const QorConversionHandler& handler, long targetClass,
+                                               std::vector<ConvertedValue>& values);
 
 /// The relation classes whose relations stay at the old object, and so go with it; looked up when made.
 class UnmovedRelationClasses {

@@ -2,13 +2,13 @@
 #include "modeltools/QorConversionPlan.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
 #include "cardinality/QorCardinalityHandler.h"
-#include "frame/RepositoryLookup.h"
 #include "modeltools/ConversionNames.h"
 #include "modeltools/ObjectConversion.h"
 #include "modeltools/ValueCopy.h"
@@ -18,14 +18,13 @@
 #include "platform/QorGuard.h"
 
 using namespace qor::modeltools;
-namespace frame = qor::frame;
 using ProblemKind = QorConversionProblemKind;
 
 struct QorConversionPlan::Kind {
     std::vector<ConvertedValue> values;
     std::size_t firstAttribute = 0;  ///< of the plan's attributes
     std::size_t endAttribute = 0;
-    std::vector<bool> areRecords;  ///< of each of those attributes
+    std::vector<QorCoreAttributeType> types;  ///< of each of those attributes
 };
 
 namespace {
@@ -40,18 +39,16 @@ BreachKey keyOf(const QorCardinalityBreach& breach, long subject) {
             breach.rule.otherClass};
 }
 
-bool isRecord(long attribute) {
-    auto type = QorCoreAttributeType::None;
-    return repository().getAttributeType(attribute, type) == QorErrorCode::Ok && type == QorCoreAttributeType::Record;
-}
-
-bool hasValue(long object, long attribute, bool isRecord) {
-    if (isRecord) {
+/// Whether the object holds a value; nothing when the repository fails.
+std::optional<bool> hasValue(long object, long attribute, QorCoreAttributeType type) {
+    if (type == QorCoreAttributeType::Record) {
         ISequence<long> rows;
-        return repository().getRecordInstances(object, attribute, rows) == QorErrorCode::Ok && !rows.isEmpty();
+        if (repository().getRecordInstances(object, attribute, rows) != QorErrorCode::Ok) return std::nullopt;
+        return !rows.isEmpty();
     }
     QorOwnedText text;
-    return readValue(object, attribute, text) == QorErrorCode::Ok && !text.isEmpty();
+    if (readValueOrEmpty(object, attribute, text) != QorErrorCode::Ok) return std::nullopt;
+    return !text.isEmpty();
 }
 
 }  // namespace
@@ -101,11 +98,17 @@ bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long t
 void QorConversionPlan::survey(const ISortedSet<long>& objects) {
     ISortedSet<long> inModel;
     const UnmovedRelationClasses staying;
-    if (repository().getAllInstancesInModel(_model, inModel) != QorErrorCode::Ok) inModel.removeAll();
+    const QorErrorCode code = repository().getAllInstancesInModel(_model, inModel);
+    if (code != QorErrorCode::Ok && code != QorErrorCode::NotFound)
+        return add(ProblemKind::Failed, QorNoIdentifier, code);
     for (const long object : objects) {
-        long cls = QorNoIdentifier;
-        if (!inModel.contains(object) || repository().GetClassOfInstance(object, cls) != QorErrorCode::Ok) {
+        if (!inModel.contains(object)) {
             add(ProblemKind::UnknownObject, object);
+            continue;
+        }
+        long cls = QorNoIdentifier;
+        if (const QorErrorCode its = repository().GetClassOfInstance(object, cls); its != QorErrorCode::Ok) {
+            add(ProblemKind::Failed, object, its);
             continue;
         }
         _objects.push_back({object, cls});
@@ -117,39 +120,49 @@ void QorConversionPlan::survey(const ISortedSet<long>& objects) {
 void QorConversionPlan::surveyClass(long cls, long object) {
     QorConversionHandler handler(cls);
     if (const long code = handler.Init(nullptr); code != 0)
-        add(ProblemKind::WrongText, object, static_cast<QorErrorCode>(code), handler.GetErrorText());
+        add(handler.GetErrorText().IsEmpty() ? ProblemKind::Failed : ProblemKind::WrongText, object,
+            static_cast<QorErrorCode>(code), handler.GetErrorText());
     else if (handler.isWithoutConversion())
         add(ProblemKind::NoConversions, object);
     else if (handler.conversionInto(_targetClass) == nullptr)
         add(ProblemKind::NotIntoClass, object);
 
     Kind kind;
-    kind.values = convertedValues(handler, _targetClass);
+    if (const QorErrorCode code = findConvertedValues(handler, _targetClass, kind.values); code != QorErrorCode::Ok)
+        add(ProblemKind::Failed, object, code);
     kind.firstAttribute = _attributes.size();
     for (const SV::String& name : notebookColumns(cls)) {
-        const auto source = frame::findAttribute(cls, name);
-        if (!source) continue;
+        long source = QorNoIdentifier;
+        if (const QorErrorCode code = findColumn(cls, name, source); code != QorErrorCode::Ok) {
+            add(ProblemKind::Failed, object, code);
+            continue;
+        }
         bool isMapped = false;
         for (const ConvertedValue& value : kind.values) {
-            if (value.source != *source) continue;
+            if (value.source != source) continue;
             const bool isCast = value.sourceType != value.targetType;
             _attributes.push_back(
-                {cls, *source, value.target, isCast ? QorConversionFate::Cast : QorConversionFate::Carried});
+                {cls, source, value.target, isCast ? QorConversionFate::Cast : QorConversionFate::Carried});
             isMapped = true;
         }
-        if (!isMapped) _attributes.push_back({cls, *source});
+        if (!isMapped) _attributes.push_back({cls, source});
     }
     kind.endAttribute = _attributes.size();
-    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at)
-        kind.areRecords.push_back(isRecord(_attributes[at].source));
+    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at) {
+        auto& type = kind.types.emplace_back(QorCoreAttributeType::None);
+        const QorErrorCode code = repository().getAttributeType(_attributes[at].source, type);
+        if (code != QorErrorCode::Ok) add(ProblemKind::Failed, object, code);
+    }
     _kinds->emplace(cls, std::move(kind));
 }
 
 void QorConversionPlan::countValues(long cls, long object) {
     const Kind& kind = _kinds->at(cls);
-    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at)
-        if (hasValue(object, _attributes[at].source, kind.areRecords[at - kind.firstAttribute]))
-            ++_attributes[at].objects;
+    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at) {
+        const auto has = hasValue(object, _attributes[at].source, kind.types[at - kind.firstAttribute]);
+        if (!has) return add(ProblemKind::Failed, object);
+        if (*has) ++_attributes[at].objects;
+    }
 }
 
 void QorConversionPlan::noteLostRelations(long object) {
@@ -162,8 +175,9 @@ void QorConversionPlan::noteLostRelations(long object) {
     leaving.addAllFrom(arriving);
     for (const long relation : leaving) {
         long relationClass = QorNoIdentifier;
-        if (repository().relationOf(relation, relationClass) == QorErrorCode::Ok && staying.contain(relationClass))
-            _lostRelations.push_back({relation, object});
+        const QorErrorCode code = repository().relationOf(relation, relationClass);
+        if (code != QorErrorCode::Ok) return add(ProblemKind::Failed, object, code);
+        if (staying.contain(relationClass)) _lostRelations.push_back({relation, object});
     }
 }
 

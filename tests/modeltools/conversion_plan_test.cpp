@@ -3,6 +3,7 @@
 #include "modeltools/ConversionDesk.h"
 #include "modeltools/QorAttributeTransfer.h"
 #include "modeltools/QorConversionPlan.h"
+#include "support/Picture.h"
 
 namespace {
 
@@ -98,6 +99,73 @@ TEST_F(Planning, IsCarriedOutAsAWholeOrNotAtAll) {
     const QorHostInstallation installed(host);
     EXPECT_FALSE(make({tasks[0]}));
     EXPECT_EQ(kinds(), std::vector{Kind::NoUnitsOfWork});
+}
+
+TEST_F(Planning, MovesEveryRelationWhereNoneStaysBehind) {
+    ASSERT_TRUE(desk.builder().setUnmovedRelationClass(desk.processes, {}).ok());
+    ASSERT_EQ(desk.load(), QorErrorCode::Ok);
+    const auto tasks = desk.objects("Task", {"One", "Two"});
+    const QorIdentifier and_ = desk.connect(tasks[0], "and", tasks[1]);
+    const QorIdentifier at = desk.connect(tasks[1], "at", tasks[0]);
+    ASSERT_TRUE(make({tasks[0]}));
+    EXPECT_TRUE(plan.lostRelations().empty());
+    ASSERT_TRUE(plan.carryOut());
+    const auto made = std::to_string(plan.objects()[0].newObject);
+    EXPECT_EQ(desk.ends(and_), made + ">" + std::to_string(tasks[1]));
+    EXPECT_EQ(desk.ends(at), std::to_string(tasks[1]) + ">" + made);
+}
+
+/// Tasks with values, rows and relations, seen through a repository that can fail, and their conversion.
+struct FailingDesk : ConversionDesk {
+    FailingDesk() {
+        value(tasks[0], "Count", "7");
+        value(tasks[0], "Info", "seen");
+        value(tasks[1], "__Variants__", "two");
+        value(tasks[1], "Kind", "a");
+        value(tasks[1], "Calls", "MODEL \"Monday\" type: \"Shop\"");
+        row(tasks[0], "nail", "3");
+        connect(tasks[0], "and", tasks[1]);
+        connect(tasks[1], "at", tasks[1]);
+        watched().offerUnitsOfWork();
+    }
+    std::vector<QorIdentifier> tasks = objects("Task", {"One", "Two"});
+};
+
+// Each call of each operation fails once, while a plan is made or carried out: what is told to be done is done wholly,
+// and what is not has changed nothing.
+TEST(PlanningOnAFailingRepository, ConvertsWhollyOrNotAtAll) {
+    enum class Step { Make, CarryOut };
+    for (const auto failing : {Step::Make, Step::CarryOut}) {
+        std::vector<std::string> calls;
+        std::string converted;
+        const auto run = [&](const std::string& operation, int nth) {
+            FailingDesk desk;
+            auto& record = desk.watched().record;
+            const auto arm = [&](Step step) {
+                record.forget();
+                if (step == failing && nth > 0) record.fail(operation, QorErrorCode::Broken, nth);
+            };
+            const std::string before = pictureOf(desk.platform);
+            QorConversionPlan plan;
+            arm(Step::Make);
+            const bool made = plan.make(desk.shop, {desk.tasks[0], desk.tasks[1]}, desk.idOf("Check"));
+            if (failing == Step::Make) calls = record.order();
+            EXPECT_EQ(made, plan.problems().empty()) << operation << nth;
+            EXPECT_EQ(pictureOf(desk.platform), before) << operation << nth;
+            record.failNothing();
+            arm(Step::CarryOut);
+            const bool done = plan.carryOut();
+            if (failing == Step::CarryOut) calls = record.order();
+            if (nth == 0) converted = pictureOf(desk.platform);
+            EXPECT_EQ(pictureOf(desk.platform), done ? converted : before) << operation << nth;
+            EXPECT_EQ(done, plan.problems().empty() && made) << operation << nth;
+        };
+        run({}, 0);
+        std::map<std::string, int> counts;
+        for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
+        EXPECT_GT(counts.size(), 5U);
+    }
+    QorCardinalityHandler::Instance().Reset();
 }
 
 TEST_F(Planning, TellsWhichCardinalityRulesWouldBreak) {
