@@ -232,4 +232,37 @@ TEST(TransferOntoMany, ReportsOnEveryAttribute) {
     EXPECT_EQ(desk.valueOf(tasks[1], "Info"), "") << "taken back";
 }
 
+// Each call of each operation fails once: every entry that does not say so is right, and a transfer that is not done
+// has changed nothing.
+TEST(TransferOntoMany, OnAFailingRepositoryIsDoneWhollyOrNotAtAll) {
+    std::vector<std::string> calls;
+    std::string transferred;
+    const auto run = [&](const std::string& operation, int nth) {
+        FailingDesk desk;
+        auto& record = desk.watched().record;
+        const std::string before = pictureOf(desk.platform);
+        ISortedSet<long> attributes;
+        for (const char* name : {"Count", "Info", "Calls", "Table"})
+            attributes.add(desk.attributeOf(desk.tasks[0], name));
+        record.forget();
+        if (nth > 0) record.fail(operation, QorErrorCode::Broken, nth);
+        QorAttributeTransfer transfer;
+        ASSERT_TRUE(transfer.plan(desk.shop, desk.tasks[0], attributes, {desk.tasks[1]}));
+        for (const auto& entry : transfer.entries())
+            EXPECT_TRUE(entry.outcome == QorTransferOutcome::Changes || entry.outcome == QorTransferOutcome::Failed)
+                << operation << nth << ": " << static_cast<int>(entry.outcome);
+        const bool done = transfer.carryOut(QorTransferMode::AllOrNothing);
+        if (nth == 0) {
+            calls = record.order();
+            transferred = pictureOf(desk.platform);
+        }
+        EXPECT_EQ(pictureOf(desk.platform), done ? transferred : before) << operation << nth;
+    };
+    run({}, 0);
+    EXPECT_NE(transferred, "");
+    std::map<std::string, int> counts;
+    for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
+    EXPECT_GT(counts.size(), 5U);
+}
+
 }  // namespace
