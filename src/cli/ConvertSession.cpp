@@ -73,8 +73,17 @@ Exit ConvertSession::loadLibrary() {
         return Exit::WrongUse;
     }
     // Errors in its rules are what `qor rules` tells of; those that can be read are in force.
-    (void)Qor_LoadLibrary(nullptr, _library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
-                          QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+    const auto access = _options.dryRun ? QorLibLoad_AccessMode::Shared : QorLibLoad_AccessMode::Exclusive;
+    const QorErrorCode loaded =
+        Qor_LoadLibrary(nullptr, _library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined, access,
+                        QorLibLoad_SilentMode::Silent);
+    if (const QorRepositoryResult problem = lockProblem(_platform, loaded); !problem.ok()) {
+        error(fmt::format("{}: {}", printable(_file), problemText(problem)));
+        return exitOf(problem.status);
+    }
+    for (const std::string& text : locksTakenOver(_platform))
+        _console.err(
+            fmt::format("qor: {} {}: {}\n", _console.errColours().warning("warning:"), printable(_file), text));
     if (Qor_GetCoreVarConst(QorCoreVarType::ApplicationLibrary) == _library) return Exit::Clean;
     error(fmt::format("{}: the library {} cannot be loaded", printable(_file), quoted(reader().nameOf(_library))));
     return Exit::Locked;
@@ -145,7 +154,7 @@ std::optional<ISortedSet<long>> ConvertSession::findObjects(const std::vector<st
 Exit ConvertSession::notWritten() const {
     const QorRepositoryResult& problem = _platform.lastProblem();
     error(fmt::format("{}: nothing was changed: {}", printable(_file),
-                      problem.ok() ? "the repository took no change" : Qor_RepositoryStatusText(problem.status)));
+                      problem.ok() ? "the repository took no change" : problemText(problem)));
     return problem.ok() ? Exit::WriteFailed : exitOf(problem.status);
 }
 

@@ -106,9 +106,20 @@ bool Workspace::readLibrary() {
 
 void Workspace::load() {
     if (!hasLibrary()) return;
+    const bool isToBeWritten = _access == QorRepositoryAccess::ReadWrite && _platform.hasRepository();
     const QorErrorCode loaded =
         Qor_LoadLibrary(nullptr, _library.library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
-                        QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+                        isToBeWritten ? QorLibLoad_AccessMode::Exclusive : QorLibLoad_AccessMode::Shared,
+                        QorLibLoad_SilentMode::Silent);
+    const std::string file = repositoryNamed(_path).file;
+    if (const QorRepositoryResult problem = lockProblem(_platform, loaded); !problem.ok()) {
+        _repositoryStatus = problem.status;
+        _library.diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, problemText(problem)});
+        _library.library = QorNoIdentifier;
+        return;
+    }
+    for (std::string& text : locksTakenOver(_platform))
+        _library.diagnostics.push_back({QorSeverity::Warning, {file, 0, 0}, std::move(text)});
     readRulesLeftOut();
     collectRuleErrors(loaded);
 }

@@ -16,6 +16,10 @@ public:
 
     void setCurrentUser(std::string_view logonName);
     [[nodiscard]] QorUserID current() const { return _current; }
+    // The user of that name, who comes into being by it.
+    [[nodiscard]] QorUserID named(std::string_view logonName);
+    // Empty when there is no such user.
+    [[nodiscard]] std::string logonName(const QorUserID& user) const;
 
     QorErrorCode currentUser(QorUserID& user) override;
     QorErrorCode fullDisplayName(const QorUserID& user, SV::String& first, SV::String& second,

@@ -15,15 +15,7 @@ TEST(EmbeddedPlatform, OffersAllOperationsOfTheContractsButThese) {
     ASSERT_EQ(repository.initLibraryHandlers(true), QorErrorCode::Ok) << "makes the handler of model types";
     const auto missing = qor::test::operationsRefusedBy(platform.host(), false);
     EXPECT_EQ(missing, (std::set<std::string>{
-                           // There is no ciphering, no file area, and one user manager without groups.
-                           "QorEncryption::Decrypt",
-                           "QorEncryption::Encrypt",
-                           "QorFileService::close",
-                           "QorFileService::exists",
-                           "QorFileService::isFolder",
-                           "QorFileService::open",
-                           "QorFileService::read",
-                           "QorFileService::write",
+                           // There is one user manager without groups.
                            "QorModelGroupService::setUserGroupPermission",
                            "QorUserService::allowedApplicationLibrary",
                            "QorUserService::modelGroupsAccessibleByUserGroup",
