@@ -5,12 +5,15 @@
 #include "embedded/Builder.h"
 #include "embedded/ConsoleWindows.h"
 #include "embedded/Editing.h"
+#include "embedded/Encryption.h"
+#include "embedded/FileArea.h"
 #include "embedded/LibrarySession.h"
 #include "embedded/ModelGroupService.h"
 #include "embedded/ModelingManager.h"
 #include "embedded/Reader.h"
 #include "embedded/RecordingWindows.h"
 #include "embedded/Repository.h"
+#include "embedded/SealedArea.h"
 #include "embedded/Settings.h"
 #include "embedded/UserAdministration.h"
 #include "embedded/Users.h"
@@ -20,7 +23,8 @@
 using namespace qor::embedded;
 
 struct QorEmbeddedPlatform::Impl {
-    explicit Impl(const QorEmbeddedOptions& options) : users(repository, options.user), texts(options.language) {
+    explicit Impl(const QorEmbeddedOptions& options)
+        : users(repository, options.user), vault(repository, options.keyFile), texts(options.language) {
         if (options.console) console = std::make_unique<ConsoleWindows>();
         host.repository = &manager;
         host.coreVars = &coreVars;
@@ -29,6 +33,8 @@ struct QorEmbeddedPlatform::Impl {
         host.attributeProfiles = &attributeProfiles;
         host.editing = &editing;
         host.graphics = &patterns;
+        host.files = &files;
+        host.encryption = &encryption;
         host.texts = &texts;
         host.windows = console ? static_cast<QorWindows*>(console.get()) : &recording;
     }
@@ -46,6 +52,10 @@ struct QorEmbeddedPlatform::Impl {
     UserAdministration administration{repository, users, announcements};
     ModelGroupService modelGroups{repository, administration};
     ClassPatterns patterns{repository, session};
+    Vault vault;
+    FileArea files{vault};
+    Encryption encryption{vault};
+    SealedArea sealedArea{vault};
     MessageTexts texts;
     RecordingWindows recording;
     std::unique_ptr<ConsoleWindows> console;
@@ -59,12 +69,14 @@ QorEmbeddedPlatform::~QorEmbeddedPlatform() = default;
 const QorHost& QorEmbeddedPlatform::host() const { return _impl->host; }
 QorRepositoryBuilder& QorEmbeddedPlatform::builder() { return _impl->builder; }
 const QorRepositoryReader& QorEmbeddedPlatform::reader() const { return _impl->reader; }
+QorFileArea& QorEmbeddedPlatform::fileArea() { return _impl->sealedArea; }
 QorUserAdministration& QorEmbeddedPlatform::userAdministration() { return _impl->administration; }
 void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
     Qor_Guarded("embedded", [&] { _impl->users.setCurrentUser(logonName); });
 }
 const QorShownWindows& QorEmbeddedPlatform::shown() const { return _impl->recording.shown(); }
 void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
+QorScriptedAnswers& QorEmbeddedPlatform::answers() { return _impl->recording.answers(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }
 
 namespace {
@@ -106,6 +118,7 @@ QorRepositoryResult QorEmbeddedPlatform::closeRepository() {
         if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
         if (_impl->session.library != QorNoIdentifier)
             return failure(QorRepositoryStatus::AlreadyOpen, "a library of it is loaded");
+        _impl->session.locks.forget();
         _impl->repository.detach();
         return QorRepositoryResult{};
     });
@@ -136,3 +149,29 @@ QorRepositoryResult QorEmbeddedPlatform::backUpRepository(const std::string& tar
 }
 
 const QorRepositoryResult& QorEmbeddedPlatform::lastProblem() const { return _impl->repository.lastProblem(); }
+
+std::vector<QorLibraryLock> QorEmbeddedPlatform::libraryLocks() const {
+    return Qor_Guarded("embedded", std::vector<QorLibraryLock>(), [&] {
+        RepositoryStore* const file = _impl->repository.file();
+        return file == nullptr ? std::vector<QorLibraryLock>() : file->locks().allLocks();
+    });
+}
+
+std::vector<QorLibraryLock> QorEmbeddedPlatform::takenOverLocks() {
+    RepositoryStore* const file = _impl->repository.file();
+    return file == nullptr ? std::vector<QorLibraryLock>() : file->locks().takenOver();
+}
+
+QorRepositoryResult QorEmbeddedPlatform::breakLibraryLocks(QorIdentifier library) {
+    return onFile([&] {
+        RepositoryStore* const file = _impl->repository.file();
+        if (file == nullptr) return failure(QorRepositoryStatus::NotOpen);
+        if (file->isReadOnly()) return failure(QorRepositoryStatus::ReadOnly);
+        const LibraryRow* const row = _impl->repository.meta().library(library);
+        if (row == nullptr) return failure(QorRepositoryStatus::Missing, "there is no such library");
+        if (!_impl->users.isAdministrator(_impl->users.current()))
+            return failure(QorRepositoryStatus::NoPermission, "only an administrator may break a lock");
+        const QorIdentifier all[] = {library, row->parts[0], row->parts[1]};
+        return file->locks().breakLocks(all);
+    });
+}

@@ -3,7 +3,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "embedded/QorFileArea.h"
+#include "embedded/QorLibraryLock.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
@@ -16,6 +19,7 @@ struct QorEmbeddedOptions {
     std::string language = "en";  ///< ISO 639; a language without texts falls back to English
     bool console = false;         ///< boxes and progress appear on standard error; without it they are only recorded
     std::string user;             ///< logon name of the current user; empty: the operating system's user
+    std::string keyFile{};        ///< of repository files; empty: QOR_KEY_FILE, else one in the user's settings
 };
 
 /// A complete platform in one process. Not installed by itself: hand `host()` to a QorHostInstallation.
@@ -31,6 +35,9 @@ public:
     [[nodiscard]] QorRepositoryBuilder& builder();
     [[nodiscard]] const QorRepositoryReader& reader() const;
 
+    /// What seals the files named "db:\...".
+    [[nodiscard]] QorFileArea& fileArea();
+
     /// Users, user groups and permissions.
     [[nodiscard]] QorUserAdministration& userAdministration();
     /// Goes on as another user. A name that the repository does not have stands for somebody who belongs to nothing,
@@ -40,6 +47,8 @@ public:
     /// The last things that were shown, at least 10,000 of them; stays empty with a console.
     [[nodiscard]] const QorShownWindows& shown() const;
     void forgetShown();
+    /// What is answered without a console.
+    [[nodiscard]] QorScriptedAnswers& answers();
 
     /// Bytes that the repository holds in memory, without small change. For measuring.
     [[nodiscard]] std::size_t repositoryBytes() const;
@@ -68,6 +77,16 @@ public:
     QorRepositoryResult backUpRepository(const std::string& target);
     /// Why an operation last gave QorRepositoryCode::NotStored or QorBuildError::NotStored.
     [[nodiscard]] const QorRepositoryResult& lastProblem() const;
+
+    // ---- Locks in a repository file ----
+
+    /// Who has which library locked, or a part of one, in all processes; void locks of processes that ended among them.
+    [[nodiscard]] std::vector<QorLibraryLock> libraryLocks() const;
+    /// The void locks that taking others has put aside, since this was last asked.
+    [[nodiscard]] std::vector<QorLibraryLock> takenOverLocks();
+    /// Frees a library with its parts, whoever holds it. A process that does is refused when it next writes.
+    /// NoPermission unless the current user is an administrator.
+    QorRepositoryResult breakLibraryLocks(QorIdentifier library);
 
 private:
     struct Impl;

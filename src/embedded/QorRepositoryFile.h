@@ -26,6 +26,7 @@ enum class QorRepositoryStatus : std::int32_t {
     NotOpen,      ///< no repository file is open
     AlreadyOpen,  ///< the platform has a repository file, or content of its own
     UnitOpen,     ///< a unit of work is open
+    NoKey,        ///< the key for ciphering and sealing cannot be used
 };
 
 struct [[nodiscard]] QorRepositoryResult {

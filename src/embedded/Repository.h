@@ -69,6 +69,7 @@ public:
     void keepInMemory() noexcept { _file.reset(); }
     // What the last failure to write came from.
     [[nodiscard]] const QorRepositoryResult& lastProblem() const { return _lastProblem; }
+    void noteProblem(QorRepositoryResult problem) { _lastProblem = std::move(problem); }
     // Reads all of a file as `attach` does, and forgets it again.
     [[nodiscard]] static QorRepositoryResult verify(RepositoryStore& file);
 

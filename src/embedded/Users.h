@@ -23,6 +23,7 @@ public:
 
     void setCurrentUser(std::string_view logonName);
     [[nodiscard]] QorUserID current() const;
+    [[nodiscard]] const std::string& currentName() const { return _currentName; }
     // The user of that name; a guest when the repository has none.
     [[nodiscard]] QorUserID identify(std::string_view logonName);
 

@@ -176,6 +176,53 @@ CREATE TABLE attribute_values (
 ) STRICT, WITHOUT ROWID;
 )sql";
 
+// Identifiers of locks are not used twice: a holder knows by them that its lock was broken.
+constexpr const char* kWithLocks = R"sql(
+CREATE TABLE locks (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    library INTEGER NOT NULL,
+    is_exclusive INTEGER NOT NULL,
+    user TEXT NOT NULL,
+    process INTEGER NOT NULL,
+    host TEXT NOT NULL,
+    since TEXT NOT NULL
+) STRICT;
+CREATE TABLE lock_breaks (
+    library INTEGER PRIMARY KEY,
+    breaks INTEGER NOT NULL
+) STRICT;
+)sql";
+
+// Not among the layouts: the file area is read and written directly, and its chain tells what was done to it.
+constexpr const char* kFileArea = R"sql(
+CREATE TABLE file_area (
+    id INTEGER PRIMARY KEY CHECK (id = 1),
+    identity BLOB NOT NULL,
+    sequence INTEGER NOT NULL,
+    chain BLOB NOT NULL,
+    seal_key BLOB NOT NULL,
+    lost_writes INTEGER NOT NULL,
+    key_check BLOB NOT NULL,
+    mac BLOB NOT NULL
+) STRICT;
+INSERT INTO file_area VALUES (1, randomblob(16), 0, x'', x'', 0, x'', x'');
+CREATE TABLE files (
+    id INTEGER PRIMARY KEY,
+    begins INTEGER NOT NULL,
+    name TEXT NOT NULL UNIQUE
+) STRICT;
+CREATE TABLE file_entries (
+    sequence INTEGER PRIMARY KEY,
+    file INTEGER NOT NULL,
+    kind INTEGER NOT NULL,
+    content BLOB,
+    content_hash BLOB NOT NULL,
+    chain BLOB NOT NULL,
+    seal BLOB NOT NULL
+) STRICT;
+CREATE INDEX entries_of_file ON file_entries (file);
+)sql";
+
 constexpr const char* kUsers = R"sql(
 CREATE TABLE user_groups (
     id INTEGER PRIMARY KEY,
@@ -225,7 +272,7 @@ CREATE TABLE user_settings (
 ) STRICT;
 )sql";
 
-constexpr const char* kMigrations[] = {kFirstVersion, kUsers};
+constexpr const char* kMigrations[] = {kFirstVersion, kWithLocks, kFileArea, kUsers};
 
 std::string columns(const StoredTableLayout& table) {
     std::string list;
@@ -266,5 +313,7 @@ std::string sqlFor(const StoredTableLayout& table, RowStatement statement) {
 }
 
 SqliteMigrations repositoryMigrations() { return kMigrations; }
+
+const char* fileAreaTables() { return kFileArea; }
 
 }  // namespace qor::embedded
