@@ -105,9 +105,9 @@ bool ModelingManager::isLibraryLocked(long library, QorUserID& holder) {
     holder = QorUserID();
     return Qor_Guarded("embedded", false, [&] {
         QorLibraryLock lock;
-        const std::string user = _users.logonName(_users.current());
+        const std::string user = _users.currentLogonName();
         if (!_session.locks.find(narrow(library), user, _repository.file(), lock)) return false;
-        if (!lock.user.empty()) holder = _users.named(lock.user);
+        if (!lock.user.empty()) holder = _users.identify(lock.user);
         return true;
     });
 }
@@ -115,13 +115,13 @@ bool ModelingManager::isLibraryLocked(long library, QorUserID& holder) {
 QorErrorCode ModelingManager::lockAll(std::span<const QorIdentifier> libraries, QorDBLockModeType mode) {
     QorRepositoryResult problem;
     const QorErrorCode code = _session.locks.take(libraries, mode == QorDBLockModeType::Exclusive,
-                                                  _users.logonName(_users.current()), _repository.file(), problem);
+                                                  _users.currentLogonName(), _repository.file(), problem);
     if (code == QorRepositoryCode::NotStored) _repository.noteProblem(std::move(problem));
     return code;
 }
 
 QorErrorCode ModelingManager::unlockAll(std::span<const QorIdentifier> libraries) {
-    return _session.locks.release(libraries, _users.logonName(_users.current()), _repository.file());
+    return _session.locks.release(libraries, _users.currentLogonName(), _repository.file());
 }
 
 // Another process's short write is waited for in any case.

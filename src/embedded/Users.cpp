@@ -27,18 +27,15 @@ Users::Users(std::string_view currentUser) {
 
 Users::~Users() = default;
 
-void Users::setCurrentUser(std::string_view logonName) { _current = named(logonName); }
+void Users::setCurrentUser(std::string_view logonName) { _current = identify(logonName); }
 
-QorUserID Users::named(std::string_view logonName) {
+QorUserID Users::identify(std::string_view logonName) {
     auto place = std::find(_names.begin(), _names.end(), logonName);
     if (place == _names.end()) place = _names.insert(_names.end(), std::string(logonName));
     return QorUserID(place - _names.begin() + 1);
 }
 
-std::string Users::logonName(const QorUserID& user) const {
-    const std::string* const name = nameOf(user);
-    return name == nullptr ? std::string() : *name;
-}
+std::string Users::currentLogonName() const { return *nameOf(_current); }
 
 const std::string* Users::nameOf(const QorUserID& user) const {
     const long number = user.value();

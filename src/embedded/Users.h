@@ -17,9 +17,8 @@ public:
     void setCurrentUser(std::string_view logonName);
     [[nodiscard]] QorUserID current() const { return _current; }
     // The user of that name, who comes into being by it.
-    [[nodiscard]] QorUserID named(std::string_view logonName);
-    // Empty when there is no such user.
-    [[nodiscard]] std::string logonName(const QorUserID& user) const;
+    [[nodiscard]] QorUserID identify(std::string_view logonName);
+    [[nodiscard]] std::string currentLogonName() const;
 
     QorErrorCode currentUser(QorUserID& user) override;
     QorErrorCode fullDisplayName(const QorUserID& user, SV::String& first, SV::String& second,
