@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Checks of whole models. Each benchmark also reports its time as a multiple of two bare passes over the same
-// relations, measured in the same run: "passes" counts the relations by object, direction and relation class over plain
+// relations, measured in the same run: "arrays" counts the relations by object, direction and relation class over plain
 // arrays, "looks" only looks at each relation once through the bulk view.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <ctime>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@
 namespace {
 
 constexpr int kClasses = 20;
+constexpr int kRelationClasses = 10;
 
 // Every kind of limit is there and holds, and the limits of single relation classes lie below what an object has in
 // all, so that they have to be counted one by one.
@@ -35,6 +37,14 @@ constexpr const char* kTargetRules =
     "RELATION \"then\" max-outgoing: 3 default-max-outgoing: 1 min-incoming: 1\n"
     "TO_CLASS \"Task 1\" max-outgoing: 1 TO_CLASS \"Task 2\" max-outgoing: 1\n"
     "RELATION \"uses\" default-max-incoming: 1 min-outgoing: 2 FROM_CLASS \"Task 3\" max-incoming: 1";
+// As most libraries have them: limits that keep out mistakes, far from what ordinary objects have.
+const std::string kLooseRules = [] {
+    std::string rules = "CARDINALITIES max-objects: 1000000 max-relations: 200 min-outgoing: 1";
+    for (int number = 0; number < kRelationClasses; ++number)
+        rules += " RELATION \"link " + std::to_string(number) + "\" max-outgoing: 9 max-incoming: 60 TO_CLASS \"Task " +
+                 std::to_string(number) + "\" max-outgoing: 8";
+    return rules;
+}();
 constexpr const char* kHubRules =
     "CARDINALITIES min-relations: 1\n"
     "RELATION \"then\" min-outgoing: 1 min-incoming: 1\n"
@@ -103,22 +113,23 @@ public:
             }
         }
         for (auto& side : _sides) side.offsets.push_back(side.ends.size());
-        _firstClass = _lastClass = _sides[0].ends.front().relationClass;
-        for (const auto& end : _sides[0].ends) {
-            _firstClass = std::min(_firstClass, end.relationClass);
-            _lastClass = std::max(_lastClass, end.relationClass);
-        }
-        _counts.resize(objects.numberOfElements() * classes() * 2);
+        _counts.resize(_sides[0].ends.size() * 2);
     }
 
-    /// Counts the relations by object, direction and relation class.
+    /// Counts the relations by object, direction and relation class; which relation classes there are is not known
+    /// beforehand, as little as to a check.
     void count() {
-        std::fill(_counts.begin(), _counts.end(), 0u);
+        auto* next = _counts.data();
         for (std::size_t side = 0; side < 2; ++side)
             for (std::size_t object = 0; object + 1 < _sides[side].offsets.size(); ++object) {
-                auto* const counts = &_counts[(object * 2 + side) * classes()];
-                for (auto at = _sides[side].offsets[object]; at < _sides[side].offsets[object + 1]; ++at)
-                    ++counts[_sides[side].ends[at].relationClass - _firstClass];
+                auto* const first = next;
+                for (auto at = _sides[side].offsets[object]; at < _sides[side].offsets[object + 1]; ++at) {
+                    const auto relationClass = _sides[side].ends[at].relationClass;
+                    auto* count = first;
+                    while (count != next && count->relationClass != relationClass) ++count;
+                    if (count == next) *next++ = {static_cast<std::uint32_t>(object), relationClass, 0};
+                    ++count->count;
+                }
             }
         benchmark::DoNotOptimize(_counts.data());
         benchmark::ClobberMemory();
@@ -129,18 +140,20 @@ private:
         std::vector<std::size_t> offsets;
         std::vector<QorRelationEnd> ends;
     };
-    [[nodiscard]] std::size_t classes() const { return static_cast<std::size_t>(_lastClass - _firstClass + 1); }
+    struct Count {
+        std::uint32_t object = 0;
+        QorIdentifier relationClass = QorNoIdentifier;
+        std::uint32_t count = 0;
+    };
 
     Side _sides[2];
-    QorIdentifier _firstClass = 0;
-    QorIdentifier _lastClass = 0;
-    std::vector<std::uint32_t> _counts;
+    std::vector<Count> _counts;
 };
 
 /// A model of tasks of several classes.
 class Model {
 public:
-    explicit Model(const char* rules) {
+    explicit Model(const std::string& rules) {
         auto& builder = _platform.builder();
         _application = builder.addApplicationLibrary("Works", "", "").id;
         const auto part = builder.libraryPart(_application, QorLibraryPart::BusinessProcess);
@@ -151,6 +164,8 @@ public:
         }
         _then = builder.addRelationClass(part, "then", task, task).id;
         _uses = builder.addRelationClass(part, "uses", task, task).id;
+        for (int number = 0; number < kRelationClasses; ++number)
+            _links.push_back(builder.addRelationClass(part, "link " + std::to_string(number), task, task).id);
         _model = builder.addModel(builder.addModelType(part, "Process", _classes).id, "Model", "").id;
     }
 
@@ -165,6 +180,19 @@ public:
                 (void)builder.addRelation(_then, ring[from], ring[(from + step) % ring.size()]);
                 (void)builder.addRelation(_uses, ring[from], ring[(from + step * 3) % ring.size()]);
             }
+        load();
+    }
+
+    /// Each object has four outgoing relations of any class to any others.
+    void addTangle(int objects) {
+        auto& builder = _platform.builder();
+        std::vector<QorIdentifier> tangle;
+        for (int number = 0; number < objects; ++number)
+            tangle.push_back(builder.addObject(_model, classOf(number), "T" + std::to_string(number)).id);
+        std::minstd_rand random(4711);
+        for (const auto source : tangle)
+            for (int relation = 0; relation < 4; ++relation)
+                (void)builder.addRelation(_links[random() % _links.size()], source, tangle[random() % tangle.size()]);
         load();
     }
 
@@ -225,6 +253,7 @@ private:
     std::vector<QorIdentifier> _classes;
     QorIdentifier _then = QorNoIdentifier;
     QorIdentifier _uses = QorNoIdentifier;
+    std::vector<QorIdentifier> _links;
     QorIdentifier _model = QorNoIdentifier;
 };
 
@@ -264,6 +293,12 @@ void CheckModelToFirstBreach(benchmark::State& state) {
 void CheckModelCompletely(benchmark::State& state) {
     Model model(kRingRules);
     model.addRing(static_cast<int>(state.range(0)));
+    measureAgainstPasses(state, model, [&] { return checkCompletely(model); });
+}
+
+void CheckTangle(benchmark::State& state) {
+    Model model(kLooseRules);
+    model.addTangle(static_cast<int>(state.range(0)));
     measureAgainstPasses(state, model, [&] { return checkCompletely(model); });
 }
 
@@ -380,6 +415,7 @@ void CheckHub(benchmark::State& state) {
 
 BENCHMARK(CheckModelToFirstBreach)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckModelCompletely)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CheckTangle)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckTargetLimits)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckWithoutView)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RecheckAfterAnEdit)->Arg(10'000)->Arg(1'000'000);

@@ -113,10 +113,11 @@ SV::String csv(std::initializer_list<SV::String> fields) {
 }  // namespace
 
 bool QorAdminLogRecords::read(const QorAdminLogFilter& filter,
-                              const std::function<bool(const QorAdminLogRecord&)>& take) noexcept {
+                              const std::function<bool(const QorAdminLogRecord&)>& take,
+                              const SV::String& file) noexcept {
     return Qor_Guarded(kLogSource, false, [&] {
         const RecordReader reader;
-        return readLogLines([&](unsigned long line, std::optional<std::string_view> text) {
+        return readLogLines(file, [&](unsigned long line, std::optional<std::string_view> text) {
             QorAdminLogRecord record;
             if (text) {
                 record = reader.read(line, *text);
@@ -126,6 +127,17 @@ bool QorAdminLogRecords::read(const QorAdminLogFilter& filter,
                 record.isReadable = false;
             }
             return !isWanted(record, filter) || take(record);
+        });
+    });
+}
+
+bool QorAdminLogRecords::readText(const std::function<bool(std::string_view)>& take, const SV::String& file) noexcept {
+    return Qor_Guarded(kLogSource, false, [&] {
+        std::string text;
+        return readLogLines(file, [&](unsigned long line, std::optional<std::string_view> plain) {
+            text = plain ? *plain : Qor_Message(message::unreadableLine, {{"%n", std::to_string(line)}}).view();
+            text += '\n';
+            return take(text);
         });
     });
 }

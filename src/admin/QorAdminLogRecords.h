@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <functional>
+#include <string_view>
 
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
@@ -29,10 +30,16 @@ struct QorAdminLogFilter {
 /// Reads the administrator log record by record.
 class QOR_API QorAdminLogRecords {
 public:
+    static constexpr const char* kLogFile = "db:\\qor_admin_log.dat";
+
     /// Hands on the wanted records in the order of the file, until `take` gives false; the line of column titles is
     /// left out. False when there is no log, or it cannot be read to its end. One pass; memory for one line.
-    static bool read(const QorAdminLogFilter& filter,
-                     const std::function<bool(const QorAdminLogRecord&)>& take) noexcept;
+    /// `file`: the log, or one that the log was renamed to.
+    static bool read(const QorAdminLogFilter& filter, const std::function<bool(const QorAdminLogRecord&)>& take,
+                     const SV::String& file = kLogFile) noexcept;
+    /// Hands on every line as QorAdminLogger::ExportLog writes it, with its line feed; else as `read`.
+    static bool readText(const std::function<bool(std::string_view line)>& take,
+                         const SV::String& file = kLogFile) noexcept;
 
     // Lines for spreadsheets, with five columns separated by ";" and a line feed at the end. Unlike in
     // QorAdminLogger::ExportLog, the detail is one column, and a field that a spreadsheet would take for a formula

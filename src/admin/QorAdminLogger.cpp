@@ -7,10 +7,10 @@
 #include <string>
 #include <utility>
 
+#include "admin/QorAdminLogRecords.h"
 #include "admin/QorAdminLoggerSettingsDlg.h"
 #include "admin/internalErrors.h"
 #include "admin/logFiles.h"
-#include "admin/logLines.h"
 #include "admin/messages.h"
 #include "platform/QorGuard.h"
 #include "platform/QorKexParser.h"
@@ -22,6 +22,7 @@ using namespace qor::admin;
 
 namespace {
 
+constexpr const char* kLogFile = QorAdminLogRecords::kLogFile;
 constexpr const char* kSettingsFile = "db:\\qor_admin_log.conf";
 constexpr QorEventPriority kPriority = 400;
 
@@ -132,12 +133,8 @@ bool QorAdminLogger::_ReadLogFromDB() noexcept {
     return Qor_Guarded(kLogSource, false, [this] {
         _record.Clear();
         std::string log;
-        const bool wasRead = readLogLines([&](unsigned long line, std::optional<std::string_view> plain) {
-            if (plain)
-                log += *plain;
-            else
-                log += Qor_Message(message::unreadableLine, {{"%n", std::to_string(line)}}).view();
-            log += '\n';
+        const bool wasRead = QorAdminLogRecords::readText([&](std::string_view line) {
+            log += line;
             return true;
         });
         if (wasRead) _record = std::move(log);

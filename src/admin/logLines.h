@@ -9,8 +9,6 @@
 
 namespace qor::admin {
 
-inline constexpr const char* kLogFile = "db:\\qor_admin_log.dat";
-
 /// Puts the lines of the log together from pieces and hands on each that is not empty: its number from 1, and its
 /// deciphered text, or nothing when it cannot be deciphered. Ends when `take` gives false.
 template <class Take>
@@ -43,11 +41,11 @@ private:
     unsigned long _number = 0;
 };
 
-/// False when the log cannot be opened or read.
+/// False when the file cannot be opened or read.
 template <class Take>
-[[nodiscard]] bool readLogLines(Take take) {
+[[nodiscard]] bool readLogLines(const SV::String& file, Take take) {
     LogLines<Take> lines(take);
-    if (!readChunks(kLogFile, [&](std::string_view chunk) { return lines.add(chunk); })) return false;
+    if (!readChunks(file, [&](std::string_view chunk) { return lines.add(chunk); })) return false;
     (void)lines.endLine();
     return true;
 }

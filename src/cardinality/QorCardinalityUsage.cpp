@@ -79,7 +79,8 @@ struct QorCardinalityUsage::Impl {
         const auto cls = static_cast<QorIdentifier>(rule.cls);
         const bool isMinimum = isAbout(rule.key, "min-");
         if (isAbout(rule.key, "objects")) return (isMinimum ? shown : peopled).count(cls) != 0;
-        if (isMinimum) return seen.count(cls) != 0;
+        // A ban is at work wherever there is an object that keeps it.
+        if (isMinimum || rule.limit == 0) return seen.count(cls) != 0;
         for (const auto direction : {Direction::Outgoing, Direction::Incoming}) {
             if (isAbout(rule.key, direction == Direction::Outgoing ? "incoming" : "outgoing")) continue;
             if (relations.count({cls, direction, static_cast<QorIdentifier>(rule.relationClass),

@@ -29,8 +29,8 @@ public:
     /// O(objects + relations).
     bool addModel(long model);
 
-    /// Rules that never applied: minima of which there was no object, maxima of which there was no relation (for
-    /// numbers of objects: no object). Ascending by class.
+    /// Rules that never applied: minima and bans (maxima of 0) of which there was no object, other maxima of which
+    /// there was no relation (for numbers of objects: no object). Ascending by class.
     [[nodiscard]] std::vector<QorCardinalityRule> unapplied() const;
     /// Ascending by class.
     [[nodiscard]] std::vector<Untouched> untouched() const;

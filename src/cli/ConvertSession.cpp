@@ -3,6 +3,9 @@
 
 #include <fmt/format.h>
 
+#include <set>
+#include <vector>
+
 #include "cli/Nearest.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/Text.h"
@@ -107,19 +110,30 @@ Exit ConvertSession::findModel() {
     return Exit::WrongUse;
 }
 
-QorIdentifier ConvertSession::findObject(const std::string& given) const {
-    std::vector<QorIdentifier> found;
-    std::vector<std::string> names;
+/// Made by the first question, so that many names cost one look at the model.
+const std::multimap<std::string, QorIdentifier>& ConvertSession::objectsByName() const {
+    if (!_objects.empty()) return _objects;
     for (const QorIdentifier object : reader().objectsOf(_model)) {
         const std::string name = nameOf(object);
-        if (name == given || nameOf(reader().classOfObject(object)) + ":" + name == given) found.push_back(object);
-        names.push_back(name);
+        _objects.emplace(nameOf(reader().classOfObject(object)) + ":" + name, object);
+        _objects.emplace(name, object);
     }
-    if (found.size() == 1) return found.front();
-    if (found.empty())
+    return _objects;
+}
+
+QorIdentifier ConvertSession::findObject(const std::string& given) const {
+    const auto& objects = objectsByName();
+    const auto [first, last] = objects.equal_range(given);
+    std::set<QorIdentifier> found;
+    for (auto it = first; it != last; ++it) found.insert(it->second);
+    if (found.size() == 1) return *found.begin();
+    if (found.empty()) {
+        std::vector<std::string> names;
+        for (const QorIdentifier object : reader().objectsOf(_model)) names.push_back(nameOf(object));
         error(fmt::format("there is no object {}{}", quoted(given), didYouMean(given, names)));
-    else
+    } else {
         error(fmt::format("{} are called {}; write CLASS:NAME", counted(found.size(), "object"), quoted(given)));
+    }
     return QorNoIdentifier;
 }
 

@@ -87,6 +87,7 @@ Exit exitOf(QorRepositoryStatus status) {
         case QorRepositoryStatus::Damaged:
         case QorRepositoryStatus::NoPermission:
         case QorRepositoryStatus::ReadFailed:
+        case QorRepositoryStatus::NoKey:
             return Exit::BadInput;
         default:
             return Exit::Internal;

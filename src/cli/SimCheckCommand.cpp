@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <optional>
 #include <set>
 
@@ -21,10 +22,11 @@ constexpr auto kLine = JsonWriter::Layout::Line;
 
 std::string_view issueName(QorSimReadinessIssue issue) {
     constexpr std::string_view kNames[] = {
-        "no_execution_time_named", "no_execution_time",    "cannot_call_model",
-        "calls_no_model",          "cannot_have_calendar", "has_no_calendar",
-        "is_not_assigned",         "type_does_not_fit",    "class_takes_no_part",
+        "no_execution_time_named", "no_execution_time",    "cannot_call_model",        "calls_no_model",
+        "called_model_missing",    "cannot_have_calendar", "has_no_calendar",          "is_not_assigned",
+        "type_does_not_fit",       "class_takes_no_part",  "performers_not_looked_at",
     };
+    static_assert(std::size(kNames) == static_cast<std::size_t>(QorSimReadinessIssue::PerformersNotLookedAt) + 1);
     return kNames[static_cast<std::size_t>(issue)];
 }
 
@@ -58,6 +60,10 @@ void writeText(Console& console, const CheckedLibrary& checked) {
     std::set<std::string> findings;  // several options may miss the same
     for (const QorSimReadinessFinding& finding : checked.readiness->findings()) {
         std::string text = finding.text.str();
+        if (finding.isRemark()) {
+            console.err(fmt::format("{}: {}\n", printable(checked.workspace.libraryPath()), printable(text)));
+            continue;
+        }
         if (finding.model != 0) text += fmt::format(" [{}]", checked.nameOf(finding.model));
         const QorDiagnostic diagnostic{QorSeverity::Warning, checked.placeOf(finding), std::move(text)};
         const std::string line = diagnosticLine(diagnostic, console.outColours());
@@ -163,7 +169,9 @@ Exit runSimCheck(const SimCheckOptions& options, Console& console) {
 
     if (internalErrors.count() != 0) return Exit::Internal;
     if (hasErrors(checked.modelErrors)) return Exit::BadInput;
-    return hasErrors(checked.definitionErrors) || !readiness.findings().empty() ? Exit::Findings : Exit::Clean;
+    const auto isToComplete = [](const QorSimReadinessFinding& finding) { return !finding.isRemark(); };
+    const bool isComplete = std::none_of(readiness.findings().begin(), readiness.findings().end(), isToComplete);
+    return hasErrors(checked.definitionErrors) || !isComplete ? Exit::Findings : Exit::Clean;
 }
 
 }  // namespace qor::cli

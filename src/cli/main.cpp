@@ -248,6 +248,15 @@ CLI::App& describeRename(CLI::App& app, qor::cli::RenameOptions& options) {
     return rename;
 }
 
+/// Of an option that takes several names, the last one is FILE when FILE stands nowhere else: behind the names nothing
+/// tells them apart.
+void takeFileFrom(std::vector<std::string>& names, std::string& file) {
+    if (!file.empty()) return;
+    if (names.size() < 2) throw CLI::RequiredError("FILE");
+    file = std::move(names.back());
+    names.pop_back();
+}
+
 void describeModelEdit(CLI::App& command, qor::cli::ModelEditOptions& options) {
     command.add_option("--model", options.model, "The model, where the library has several")->option_text("NAME");
     command.add_flag("--dry-run", options.dryRun, "Only show what would change");
@@ -272,15 +281,14 @@ CLI::App& describeTransfer(CLI::App& app, qor::cli::TransferOptions& options) {
     CLI::App& transfer = *app.add_subcommand("transfer", "Copy attributes of an object onto others of its class");
     describeModelEdit(transfer, options.edit);
     transfer.add_option("--from", options.from, "The object to copy from")->required()->option_text("OBJECT");
-    transfer.add_option("--to", options.to, "An object to copy onto; may be given several times")
-        ->required()
-        ->option_text("OBJECT")
-        ->allow_extra_args(false);
+    transfer.add_option("--to", options.to, "The objects to copy onto")->required()->option_text("OBJECT...");
     transfer.add_option("--attributes", options.attributes, "Names of attributes, and size for width and height")
         ->required()
         ->delimiter(',')
         ->option_text("A,B,size")
         ->allow_extra_args(false);
+    transfer.get_option("FILE")->required(false);
+    transfer.callback([&options] { takeFileFrom(options.to, options.edit.file); });
     transfer.add_flag("--all", options.all, "Write nothing when something is not possible");
     transfer.footer(kTransferExamples);
     return transfer;
@@ -313,15 +321,12 @@ void describeSim(CLI::App& sim, Options& options) {
         .add_option("--library", options.simReset.library,
                     "Read with this library instead of the file's own; in a repository: its name")
         ->option_text("LIB");
-    reset.add_option("--model", options.simReset.models, "The models to reset; may be given several times")
-        ->required()
-        ->option_text("NAME")
-        ->allow_extra_args(false);
+    reset.add_option("--model", options.simReset.models, "The models to reset")->required()->option_text("NAME...");
     reset.add_flag("--dry-run", options.simReset.dryRun, "Only show what would change; needed for model files");
     reset.add_flag("--json", options.simReset.json, "Write one JSON document, qor.sim.reset/1");
     reset.add_option("FILE", options.simReset.file, "Repository file, or with --dry-run a file with models")
-        ->required()
         ->option_text(" ");
+    reset.callback([&options] { takeFileFrom(options.simReset.models, options.simReset.file); });
 }
 
 void describeCheckReports(CLI::App& check, CLI::Option& json, qor::cli::CheckOptions& options) {

@@ -73,7 +73,31 @@ int ConsoleWindows::box(SV::Window*, unsigned long style, const SV::String& text
     return 0;
 }
 
+std::optional<std::string> ConsoleWindows::ask(const std::string& prompt) {
+    if (!_terminal || ::isatty(STDIN_FILENO) != 1) return std::nullopt;
+    clearProgressLine();
+    std::fputs(prompt.c_str(), stderr);
+    std::fflush(stderr);
+    std::string line;
+    int c = 0;
+    while ((c = std::fgetc(stdin)) != EOF && c != '\n') line += static_cast<char>(c);
+    const bool hasEnded = c == EOF && line.empty();
+    if (hasEnded) std::fputc('\n', stderr);
+    showProgressLine();
+    return hasEnded ? std::nullopt : std::optional(std::move(line));
+}
+
+std::optional<bool> ConsoleWindows::askWhether(const std::string& question, bool usual) {
+    const auto answer = ask(question + (usual ? " [Y/n] " : " [y/N] "));
+    if (!answer) return std::nullopt;
+    // "ja" is a yes as well.
+    const char first = answer->empty() ? '\0' : answer->front();
+    if (first == 'y' || first == 'Y' || first == 'j' || first == 'J') return true;
+    return first == 'n' || first == 'N' ? false : usual;
+}
+
 bool ConsoleWindows::query(SV::Window*, const SV::String& text) {
+    if (const auto answer = askWhether(printable(text.view(), true), false)) return *answer;
     writeLine(kYellow, "", printable(text.view(), true) + " no");
     return false;
 }
@@ -101,11 +125,27 @@ void ConsoleWindows::closeProgress(long window) {
     showProgressLine();
 }
 
-bool ConsoleWindows::checkBoxDialog(SV::Window*, const SV::String&, std::span<QorCheckBox>) { return false; }
+// Cancelled by ending the input.
+bool ConsoleWindows::checkBoxDialog(SV::Window*, const SV::String& title, std::span<QorCheckBox> boxes) {
+    std::vector<bool> checked;
+    for (const QorCheckBox& box : boxes) {
+        const bool isEnabled = box.enabledBy < 0 || checked[static_cast<std::size_t>(box.enabledBy)];
+        const auto answer =
+            isEnabled ? askWhether(printable(title.view(), false) + ": " + printable(box.label.view(), false) + "?",
+                                   box.checked)
+                      : box.checked;
+        if (!answer) return false;
+        checked.push_back(*answer);
+    }
+    for (std::size_t at = 0; at < boxes.size(); ++at) boxes[at].checked = checked[at];
+    return true;
+}
 
-bool ConsoleWindows::saveFileDialog(SV::Window*, const QorFileFilter&, SV::String& path) {
-    path.Clear();
-    return false;
+bool ConsoleWindows::saveFileDialog(SV::Window*, const QorFileFilter& filter, SV::String& path) {
+    const auto answer =
+        ask(printable(filter.displayName.view(), false) + " (" + printable(filter.pattern.view(), false) + "): ");
+    path = SV::String(answer.value_or(std::string()));
+    return answer && !answer->empty();
 }
 
 void ConsoleWindows::internalError(const char* source, long line, const char* text) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,8 @@ namespace qor::embedded {
 
 // Boxes and progress on standard error. Colour and progress come only on a terminal; NO_COLOR and TERM=dumb take colour
 // away, CLICOLOR_FORCE brings it without a terminal. Control characters in texts come out escaped, so that a name
-// cannot steer the terminal. Nobody is asked anything: questions are answered with no, dialogs cancelled.
+// cannot steer the terminal. Questions and dialogs are asked line by line when somebody sits at a terminal; else they
+// are answered with no, or cancelled.
 class ConsoleWindows final : public QorWindows {
 public:
     ConsoleWindows();
@@ -33,6 +35,10 @@ private:
         std::string text;
     };
 
+    // The line that was typed, without its end; nothing where nobody can be asked, or the input has ended.
+    [[nodiscard]] std::optional<std::string> ask(const std::string& prompt);
+    // The answer to a yes or no; what is neither, or empty, is `usual`.
+    [[nodiscard]] std::optional<bool> askWhether(const std::string& question, bool usual);
     void writeLine(const char* colour, const char* label, const std::string& text);
     void clearProgressLine();
     void showProgressLine();

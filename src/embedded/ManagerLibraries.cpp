@@ -105,7 +105,7 @@ bool ModelingManager::isLibraryLocked(long library, QorUserID& holder) {
     holder = QorUserID();
     return Qor_Guarded("embedded", false, [&] {
         QorLibraryLock lock;
-        const std::string user = _users.currentLogonName();
+        const std::string& user = _users.currentName();
         if (!_session.locks.find(narrow(library), user, _repository.file(), lock)) return false;
         if (!lock.user.empty()) holder = _users.identify(lock.user);
         return true;
@@ -114,14 +114,14 @@ bool ModelingManager::isLibraryLocked(long library, QorUserID& holder) {
 
 QorErrorCode ModelingManager::lockAll(std::span<const QorIdentifier> libraries, QorDBLockModeType mode) {
     QorRepositoryResult problem;
-    const QorErrorCode code = _session.locks.take(libraries, mode == QorDBLockModeType::Exclusive,
-                                                  _users.currentLogonName(), _repository.file(), problem);
+    const QorErrorCode code = _session.locks.take(libraries, mode == QorDBLockModeType::Exclusive, _users.currentName(),
+                                                  _repository.file(), problem);
     if (code == QorRepositoryCode::NotStored) _repository.noteProblem(std::move(problem));
     return code;
 }
 
 QorErrorCode ModelingManager::unlockAll(std::span<const QorIdentifier> libraries) {
-    return _session.locks.release(libraries, _users.currentLogonName(), _repository.file());
+    return _session.locks.release(libraries, _users.currentName(), _repository.file());
 }
 
 // Another process's short write is waited for in any case.

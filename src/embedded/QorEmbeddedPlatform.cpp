@@ -5,13 +5,17 @@
 #include "embedded/Builder.h"
 #include "embedded/ConsoleWindows.h"
 #include "embedded/Editing.h"
+#include "embedded/Encryption.h"
+#include "embedded/FileArea.h"
 #include "embedded/LibrarySession.h"
 #include "embedded/ModelGroupService.h"
 #include "embedded/ModelingManager.h"
 #include "embedded/Reader.h"
 #include "embedded/RecordingWindows.h"
 #include "embedded/Repository.h"
+#include "embedded/SealedArea.h"
 #include "embedded/Settings.h"
+#include "embedded/UserAdministration.h"
 #include "embedded/Users.h"
 #include "embedded/store/SqliteStore.h"
 #include "platform/QorGuard.h"
@@ -19,7 +23,8 @@
 using namespace qor::embedded;
 
 struct QorEmbeddedPlatform::Impl {
-    explicit Impl(const QorEmbeddedOptions& options) : users(options.user), texts(options.language) {
+    explicit Impl(const QorEmbeddedOptions& options)
+        : users(repository, options.user), vault(repository, options.keyFile), texts(options.language) {
         if (options.console) console = std::make_unique<ConsoleWindows>();
         host.repository = &manager;
         host.coreVars = &coreVars;
@@ -28,6 +33,8 @@ struct QorEmbeddedPlatform::Impl {
         host.attributeProfiles = &attributeProfiles;
         host.editing = &editing;
         host.graphics = &patterns;
+        host.files = &files;
+        host.encryption = &encryption;
         host.texts = &texts;
         host.windows = console ? static_cast<QorWindows*>(console.get()) : &recording;
     }
@@ -42,8 +49,13 @@ struct QorEmbeddedPlatform::Impl {
     CoreVars coreVars{repository, session};
     AttributeProfiles attributeProfiles{repository};
     Editing editing{repository, manager, announcements};
-    ModelGroupService modelGroups{repository};
+    UserAdministration administration{repository, users, announcements};
+    ModelGroupService modelGroups{repository, administration};
     ClassPatterns patterns{repository, session};
+    Vault vault;
+    FileArea files{vault};
+    Encryption encryption{vault};
+    SealedArea sealedArea{vault};
     MessageTexts texts;
     RecordingWindows recording;
     std::unique_ptr<ConsoleWindows> console;
@@ -57,11 +69,14 @@ QorEmbeddedPlatform::~QorEmbeddedPlatform() = default;
 const QorHost& QorEmbeddedPlatform::host() const { return _impl->host; }
 QorRepositoryBuilder& QorEmbeddedPlatform::builder() { return _impl->builder; }
 const QorRepositoryReader& QorEmbeddedPlatform::reader() const { return _impl->reader; }
+QorFileArea& QorEmbeddedPlatform::fileArea() { return _impl->sealedArea; }
+QorUserAdministration& QorEmbeddedPlatform::userAdministration() { return _impl->administration; }
 void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
     Qor_Guarded("embedded", [&] { _impl->users.setCurrentUser(logonName); });
 }
 const QorShownWindows& QorEmbeddedPlatform::shown() const { return _impl->recording.shown(); }
 void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
+QorScriptedAnswers& QorEmbeddedPlatform::answers() { return _impl->recording.answers(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }
 
 namespace {

@@ -5,11 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded/QorFileArea.h"
 #include "embedded/QorLibraryLock.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
 #include "embedded/QorShownWindows.h"
+#include "embedded/QorUserAdministration.h"
 #include "platform/QorExport.h"
 #include "platform/QorHost.h"
 
@@ -17,6 +19,7 @@ struct QorEmbeddedOptions {
     std::string language = "en";  ///< ISO 639; a language without texts falls back to English
     bool console = false;         ///< boxes and progress appear on standard error; without it they are only recorded
     std::string user;             ///< logon name of the current user; empty: the operating system's user
+    std::string keyFile{};        ///< of repository files; empty: QOR_KEY_FILE, else one in the user's settings
 };
 
 /// A complete platform in one process. Not installed by itself: hand `host()` to a QorHostInstallation.
@@ -32,12 +35,20 @@ public:
     [[nodiscard]] QorRepositoryBuilder& builder();
     [[nodiscard]] const QorRepositoryReader& reader() const;
 
-    /// Goes on as another user, who comes into being by being named. Locks stay with those who took them.
+    /// What seals the files named "db:\...".
+    [[nodiscard]] QorFileArea& fileArea();
+
+    /// Users, user groups and permissions.
+    [[nodiscard]] QorUserAdministration& userAdministration();
+    /// Goes on as another user. A name that the repository does not have stands for somebody who belongs to nothing,
+    /// and is an administrator only while the repository has no users at all. Locks stay with those who took them.
     void setCurrentUser(std::string_view logonName);
 
     /// The last things that were shown, at least 10,000 of them; stays empty with a console.
     [[nodiscard]] const QorShownWindows& shown() const;
     void forgetShown();
+    /// What is answered without a console.
+    [[nodiscard]] QorScriptedAnswers& answers();
 
     /// Bytes that the repository holds in memory, without small change. For measuring.
     [[nodiscard]] std::size_t repositoryBytes() const;

@@ -37,6 +37,8 @@ const char* Qor_RepositoryStatusText(QorRepositoryStatus status) {
             return "a repository is in use already";
         case QorRepositoryStatus::UnitOpen:
             return "a unit of work is open";
+        case QorRepositoryStatus::NoKey:
+            return "the key cannot be used";
     }
     return "unknown error";
 }

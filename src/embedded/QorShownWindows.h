@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -28,3 +29,11 @@ struct QorShownWindow {
 
 /// Everything that was shown, in order.
 using QorShownWindows = std::vector<QorShownWindow>;
+
+/// What a platform without a console answers when it is asked, the first one next; each is used once. Without one it
+/// answers no, or Cancel.
+struct QorScriptedAnswers {
+    std::deque<bool> questions;
+    std::deque<std::vector<bool>> checkBoxes;  ///< of one dialog each, from the first on; the others stay as they are
+    std::deque<std::string> files;             ///< to save into
+};

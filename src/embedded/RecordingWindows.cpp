@@ -1,9 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/RecordingWindows.h"
 
+#include <optional>
 #include <utility>
 
 namespace qor::embedded {
+
+namespace {
+
+template <class Answer>
+std::optional<Answer> next(std::deque<Answer>& answers) {
+    if (answers.empty()) return std::nullopt;
+    std::optional<Answer> answer(std::move(answers.front()));
+    answers.pop_front();
+    return answer;
+}
+
+}  // namespace
 
 RecordingWindows::~RecordingWindows() = default;
 
@@ -24,7 +37,7 @@ int RecordingWindows::box(SV::Window*, unsigned long style, const SV::String& te
 
 bool RecordingWindows::query(SV::Window*, const SV::String& text) {
     note(QorShownKind::Question, QorBoxStyle::Query, text.str());
-    return false;
+    return next(_answers.questions).value_or(false);
 }
 
 void RecordingWindows::clearShownBoxes() { note(QorShownKind::BoxesForgotten); }
@@ -42,15 +55,23 @@ void RecordingWindows::closeProgress(long window) {
     _progress.erase(open);
 }
 
-bool RecordingWindows::checkBoxDialog(SV::Window*, const SV::String& title, std::span<QorCheckBox>) {
+bool RecordingWindows::checkBoxDialog(SV::Window*, const SV::String& title, std::span<QorCheckBox> boxes) {
     note(QorShownKind::CheckBoxDialog, 0, title.str());
-    return false;
+    const auto answer = next(_answers.checkBoxes);
+    if (!answer) return false;
+    for (std::size_t at = 0; at < boxes.size() && at < answer->size(); ++at) {
+        const int by = boxes[at].enabledBy;
+        const bool isEnabled = by < 0 || boxes[static_cast<std::size_t>(by)].checked;
+        if (isEnabled) boxes[at].checked = (*answer)[at];
+    }
+    return true;
 }
 
 bool RecordingWindows::saveFileDialog(SV::Window*, const QorFileFilter& filter, SV::String& path) {
-    path.Clear();
     note(QorShownKind::SaveFileDialog, 0, filter.pattern.str());
-    return false;
+    const auto answer = next(_answers.files);
+    path = SV::String(answer.value_or(std::string()));
+    return answer.has_value();
 }
 
 void RecordingWindows::internalError(const char* source, long line, const char* text) {

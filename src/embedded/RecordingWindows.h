@@ -7,13 +7,14 @@
 
 namespace qor::embedded {
 
-// Shows nothing and remembers what it would have shown, the last 10,000 things at least. Questions are answered with
-// no, dialogs cancelled.
+// Shows nothing and remembers what it would have shown, the last 10,000 things at least. Questions and dialogs are
+// answered as it was told before.
 class RecordingWindows final : public QorWindows {
 public:
     ~RecordingWindows() override;
 
     [[nodiscard]] QorShownWindows& shown() { return _shown; }
+    [[nodiscard]] QorScriptedAnswers& answers() { return _answers; }
 
     bool isWaitCursor() override { return _waitCursor; }
     void setWaitCursor(bool on) override;
@@ -33,6 +34,7 @@ private:
     void note(QorShownKind kind, unsigned long style = 0, std::string text = {});
 
     QorShownWindows _shown;
+    QorScriptedAnswers _answers;
     std::map<long, std::string> _progress;
     long _lastProgress = 0;
     bool _waitCursor = false;

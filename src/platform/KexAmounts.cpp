@@ -26,42 +26,44 @@ constexpr char kPoint = '.';
 constexpr std::size_t kDecimals = 3;
 constexpr std::int64_t kPerUnit = 1000;  // 10 to the power of kDecimals
 
-constexpr const char* kBadInteger = "an integer lies between -2147483648 and 4294967295";
-constexpr const char* kBadTime =
-    "a time has the form years:days:hours:minutes:seconds with 2, 3, 2, 2 and 2 digits and no sign";
-constexpr const char* kLateTime = "a time is at most 2147483647 seconds, which is 68:035:03:14:07";
-constexpr const char* kBadLength =
-    "a length is a number of centimetres with at most three decimals and the unit behind it, as in 2.5cm";
-constexpr const char* kLongLength = "a length is at most 2147483.647cm";
-constexpr const char* kUnknown = "this is no integer (12), time (00:001:12:00:00) or length (2.5cm)";
+enum Complaint : std::int64_t { kNoDigits, kBadInteger, kBadTime, kLateTime, kBadLength, kLongLength, kUnknown };
+constexpr const char* kComplaints[] = {
+    "a sign is followed by digits",
+    "an integer lies between -2147483648 and 4294967295",
+    "a time has the form years:days:hours:minutes:seconds with 2, 3, 2, 2 and 2 digits and no sign",
+    "a time is at most 2147483647 seconds, which is 68:035:03:14:07",
+    "a length is a number of centimetres with at most three decimals and the unit behind it, as in 2.5cm",
+    "a length is at most 2147483.647cm",
+    "this is no integer (12), time (00:001:12:00:00) or length (2.5cm)",
+};
 
-constexpr Amount bad(const char* complaint) { return {AmountKind::Bad, 0, complaint}; }
+constexpr Amount bad(Complaint complaint) { return {AmountKind::Bad, complaint}; }
 
-/// Takes the digits at the front, at most `most` of them. The value stops growing where every range has been left.
+/// The digits at the front, at most `most` of them. The value stops growing where every range has been left.
 struct Digits {
     std::int64_t value = 0;
     std::size_t count = 0;
 };
 constexpr std::size_t kSafeDigits = 9;  // so many leave no range
-inline Digits takeDigits(std::string_view& text, std::size_t most = std::string_view::npos) {
+inline Digits takeDigits(const char*& at, std::size_t most = std::string_view::npos) {
     Digits taken;
-    const char* const begin = text.data();
-    const char* const end = begin + std::min(most, text.size());
-    const char* const safe = begin + std::min(most, std::min(kSafeDigits, text.size()));
-    const char* at = begin;
-    for (; at != safe && is(*at, kDigit); ++at) taken.value = taken.value * 10 + (*at - '0');
-    for (; at != end && is(*at, kDigit); ++at)
+    const char* const begin = at;
+    const auto length = [begin, &at] { return static_cast<std::size_t>(at - begin); };
+    const std::size_t safe = std::min(most, kSafeDigits);
+    for (; length() != safe && is(*at, kDigit); ++at) taken.value = taken.value * 10 + (*at - '0');
+    for (; length() != most && is(*at, kDigit); ++at)
         if (taken.value <= kMaxInteger) taken.value = taken.value * 10 + (*at - '0');
-    taken.count = static_cast<std::size_t>(at - begin);
-    text.remove_prefix(taken.count);
+    taken.count = length();
     return taken;
 }
 
-bool take(std::string_view& text, char expected) {
-    if (text.empty() || text.front() != expected) return false;
-    text.remove_prefix(1);
+inline bool take(const char*& at, char expected) {
+    if (*at != expected) return false;
+    ++at;
     return true;
 }
+
+inline bool endsAt(const char* at) { return !is(*at, kNumber); }
 
 Amount integer(std::int64_t magnitude, bool negative) {
     const std::int64_t number = negative ? -magnitude : magnitude;
@@ -69,30 +71,45 @@ Amount integer(std::int64_t magnitude, bool negative) {
     return {AmountKind::Integer, number};
 }
 
-Amount readTime(std::string_view text) {
+Amount readTime(const char*& at) {
     std::int64_t seconds = 0;
     for (const TimeField& field : kTimeFields) {
-        if (&field != kTimeFields && !take(text, kColon)) return bad(kBadTime);
-        const Digits digits = takeDigits(text, field.digits);
+        if (&field != kTimeFields && !take(at, kColon)) return bad(kBadTime);
+        const Digits digits = takeDigits(at, field.digits);
         if (digits.count != field.digits) return bad(kBadTime);
         seconds += digits.value * field.seconds;
     }
-    if (!text.empty()) return bad(kBadTime);
+    if (!endsAt(at)) return bad(kBadTime);
     return seconds > kMaxMoment ? bad(kLateTime) : Amount{AmountKind::Moment, seconds};
 }
 
-Amount readLength(std::int64_t whole, std::string_view rest, bool negative) {
+// Behind the digits of whole centimetres.
+Amount readLength(const char*& at, std::int64_t whole, bool negative) {
     std::int64_t thousandths = whole * kPerUnit;
-    if (take(rest, kPoint)) {
-        Digits decimals = takeDigits(rest, kDecimals);
+    const bool hasPoint = take(at, kPoint);
+    if (hasPoint) {
+        Digits decimals = takeDigits(at, kDecimals);
         if (decimals.count == 0) return bad(kBadLength);
         for (; decimals.count < kDecimals; ++decimals.count) decimals.value *= 10;
         thousandths += decimals.value;
     }
-    if (rest != kLengthUnit) return bad(kBadLength);
+    if (!take(at, kLengthUnit[0]) || !take(at, kLengthUnit[1]) || !endsAt(at))
+        return bad(hasPoint ? kBadLength : kUnknown);
     if (thousandths > kMaxMoment) return bad(kLongLength);
     if (negative && thousandths != 0) return {AmountKind::Negative, 0};
     return {AmountKind::Moment, -1 - thousandths};
+}
+
+// At any first byte of a number; `at` goes wherever reading ends.
+inline Amount readFrom(const char*& at) {
+    const char* const begin = at;
+    const bool negative = take(at, '-');
+    const bool hasSign = negative || take(at, '+');
+    const Digits whole = takeDigits(at);
+    if (whole.count == 0) return bad(kNoDigits);
+    if (endsAt(at)) return integer(whole.value, negative);
+    if (*at == kColon) return hasSign ? bad(kBadTime) : readTime(at = begin);
+    return readLength(at, whole.value, negative);
 }
 
 void appendDigits(std::string& out, std::int64_t value, std::size_t atLeast) {
@@ -104,16 +121,13 @@ void appendDigits(std::string& out, std::int64_t value, std::size_t atLeast) {
 
 }  // namespace
 
-Amount readAmount(std::string_view literal) {
-    std::string_view rest = literal;
-    const bool negative = take(rest, '-');
-    const bool hasSign = negative || take(rest, '+');
-    const Digits whole = takeDigits(rest);
-    if (whole.count == 0) return bad("a sign is followed by digits");
-    if (rest.empty()) return integer(whole.value, negative);
-    if (rest.front() == kColon) return hasSign ? bad(kBadTime) : readTime(literal);
-    if (rest.front() == kPoint || rest == kLengthUnit) return readLength(whole.value, rest, negative);
-    return bad(kUnknown);
+const char* complaintOf(const Amount& amount) { return kComplaints[static_cast<std::size_t>(amount.number)]; }
+
+Amount readAmount(const char*& at) {
+    const char* behind = at;
+    const Amount amount = readFrom(behind);
+    if (amount.kind != AmountKind::Bad) at = behind;
+    return amount;
 }
 
 std::string writtenMoment(std::int32_t moment) {

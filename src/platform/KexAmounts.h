@@ -17,12 +17,15 @@ enum class AmountKind : std::uint8_t {
 
 struct Amount {
     AmountKind kind = AmountKind::Bad;
-    std::int64_t number = 0;
-    const char* complaint = "";  ///< what is wrong with a bad one
+    std::int64_t number = 0;  ///< of a bad one: what is wrong with it
 };
 
-/// Reads a number; the literal must be all of it.
-[[nodiscard]] Amount readAmount(std::string_view literal);
+/// What is wrong with a bad number.
+[[nodiscard]] const char* complaintOf(const Amount& amount);
+
+/// Reads the number at `at`, a digit or a sign of a text that ends with a zero byte. The number reaches to the first
+/// byte that cannot be part of one; `at` goes there, and stays where it is when the number is bad.
+[[nodiscard]] Amount readAmount(const char*& at);
 
 /// A moment as time or length; readAmount is its inverse.
 [[nodiscard]] std::string writtenMoment(std::int32_t moment);

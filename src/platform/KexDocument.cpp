@@ -8,9 +8,6 @@ namespace qor::platform::kex {
 
 namespace {
 
-// Up to so many keys of an element are looked through one by one; all keys of larger ones stand in a table.
-constexpr std::uint32_t kFewKeys = 16;
-
 constexpr std::size_t kFirstSlots = 64;
 
 constexpr std::size_t kBytesPerKey = 16;
@@ -22,13 +19,6 @@ constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
 // Most names differ in length or the last character ("bp-1", "bp-2"); that is seen without a call.
 bool same(std::string_view name, std::string_view other) {
     return name.size() == other.size() && name.back() == other.back() && name == other;
-}
-
-// One of 64 bits; names with different bits are different.
-std::uint64_t markOf(std::string_view name) {
-    const auto first = static_cast<unsigned char>(name.front());
-    const auto last = static_cast<unsigned char>(name.back());
-    return std::uint64_t{1} << ((first + last * 5u + name.size() * 3u) % 64u);
 }
 
 std::uint64_t mixed(std::uint64_t state, std::uint64_t more) {
@@ -96,23 +86,9 @@ void Document::reserveFor(std::size_t textSize) {
     keys.reserve(std::min(kMostReserved, textSize / kBytesPerKey + 1));
 }
 
-const Key* Document::add(std::string_view text, Span name) {
-    const std::size_t element = elements.size() - 1;
-    if (elements[element].firstKey == keys.size()) _met = 0;
-    const std::string_view view = viewOf(text, name);
-    const std::uint64_t mark = markOf(view);
-    if ((_met & mark) != 0)
-        if (const Key* const same = find(text, element, view)) return same;
-    _met |= mark;
-
-    keys.push_back({name, {}});
-    const Range range = rangeOf(element);
-    if (range.end - range.begin > kFewKeys) addToTable(text, range);
-    return nullptr;
-}
-
 // The key that is one too many takes those before it along.
-void Document::addToTable(std::string_view text, Range range) {
+void Document::addToTable(std::string_view text) {
+    const Range range = rangeOf(elements.size() - 1);
     std::uint32_t key = range.end - 1;
     if (elements.back().table == kNoTable) {
         elements.back().table = _index.begin();

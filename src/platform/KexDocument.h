@@ -105,8 +105,21 @@ public:
     /// Makes room for what a text of that size usually holds.
     void reserveFor(std::size_t textSize);
 
+    void beginElement(Span name) {
+        elements.push_back({name, {}, static_cast<std::uint32_t>(keys.size()), kNoTable});
+        _met = 0;
+    }
     /// Adds a key to the last element; null, or the key of that name that the element already has.
-    const Key* add(std::string_view text, Span name);
+    const Key* add(std::string_view text, Span name) {
+        const std::string_view view = viewOf(text, name);
+        const std::uint64_t mark = markOf(view);
+        if ((_met & mark) != 0)
+            if (const Key* const same = find(text, elements.size() - 1, view)) return same;
+        _met |= mark;
+        keys.push_back({name, {}});
+        if (keys.size() - elements.back().firstKey > kFewKeys) addToTable(text);
+        return nullptr;
+    }
 
     [[nodiscard]] std::span<const Key> keysOf(std::size_t element) const;
     [[nodiscard]] const Key* find(std::string_view text, std::size_t element, std::string_view name) const;
@@ -117,12 +130,21 @@ public:
     static std::string_view viewOf(std::string_view text, Span span) { return {text.data() + span.at, span.length}; }
 
 private:
+    // Up to so many keys of an element are looked through one by one; all keys of larger ones stand in a table.
+    static constexpr std::size_t kFewKeys = 16;
+
     struct Range {
         std::uint32_t begin = 0;
         std::uint32_t end = 0;
     };
+    /// One of 64 bits; names with different bits are different.
+    static std::uint64_t markOf(std::string_view name) {
+        const auto first = static_cast<unsigned char>(name.front());
+        const auto last = static_cast<unsigned char>(name.back());
+        return std::uint64_t{1} << ((first + last * 5u + name.size() * 3u) % 64u);
+    }
     [[nodiscard]] Range rangeOf(std::size_t element) const;
-    void addToTable(std::string_view text, Range range);
+    void addToTable(std::string_view text);
     [[nodiscard]] const Key* findInTable(std::string_view text, std::uint32_t table, std::string_view name) const;
 
     KeyIndex _index;

@@ -61,7 +61,7 @@ private:
     bool parseElement() {
         const Span keyword = word();
         makeRoom(_document.elements);
-        _document.elements.push_back({keyword, {}, static_cast<std::uint32_t>(_document.keys.size()), kNoTable});
+        _document.beginElement(keyword);
         separators();
         if (*_at == kQuote && !parseString(_document.elements.back().value)) return false;
         if (*_at == kColon)
@@ -117,10 +117,9 @@ private:
     }
 
     bool parseAmount(Value& value) {
-        const char* const begin = _at++;
-        _at = skip(_at, kNumber);
-        const Amount amount = readAmount({begin, _at});
-        if (amount.kind == AmountKind::Bad) return fail(begin, named({begin, _at}) + ": " + amount.complaint);
+        const Amount amount = readAmount(_at);
+        if (amount.kind == AmountKind::Bad)
+            return fail(_at, named({_at, skip(_at + 1, kNumber)}) + ": " + complaintOf(amount));
         value = Value::ofNumber(valueKind(amount.kind), amount.number);
         separators();
         return true;

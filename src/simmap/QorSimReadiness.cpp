@@ -2,18 +2,15 @@
 #include "simmap/QorSimReadiness.h"
 
 #include <map>
-#include <set>
-#include <utility>
 
 #include "frame/RepositoryLookup.h"
-#include "platform/QorAttributeIds.h"
-#include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreModelingManager.h"
-#include "platform/QorCoreVar.h"
-#include "platform/QorEditingHelpers.h"
 #include "platform/QorGuard.h"
 #include "platform/QorOwnedText.h"
+#include "simmap/CalledModels.h"
+#include "simmap/ReadinessQueries.h"
 #include "simmap/ReadinessReport.h"
+#include "simmap/ReferredObjects.h"
 #include "simmap/ResultHolders.h"
 #include "simmap/SimulationUses.h"
 #include "simmap/internalErrors.h"
@@ -26,69 +23,7 @@ namespace {
 
 QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
 
-/// Ends a check: what the repository does not tell must not be reported as missing.
-struct RepositoryFailed {};
-
-void require(QorErrorCode code) {
-    if (code != QorErrorCode::Ok && code != QorErrorCode::NoValue) throw RepositoryFailed();
-}
-
-QorCoreAttributeType typeOf(long attribute) {
-    auto type = QorCoreAttributeType::None;
-    require(repository().getUIAttributeType(attribute, type));
-    return type;
-}
-
-/// The attributes of that type that the class's property sheet shows, and whether it shows any at all.
-struct ShownAttributes {
-    std::vector<long> found;
-    bool showsAny = false;
-};
-
-ShownAttributes shownAttributes(long cls, QorCoreAttributeType type) {
-    ShownAttributes shown;
-    const QorBasicNotebookAttrHandler notebook(cls);
-    SV::String name;
-    for (unsigned long index = 0; notebook.GetAttr(index, name); ++index) {
-        shown.showsAny = true;
-        const auto attribute = frame::findAttribute(cls, name);
-        if (!attribute) throw RepositoryFailed();
-        if (typeOf(*attribute) == type) shown.found.push_back(*attribute);
-    }
-    return shown;
-}
-
-/// Where objects of the class say which model they call: the class's hierarchy attribute, else every attribute with
-/// references to models.
-ShownAttributes callingAttributes(long cls) {
-    const auto name = frame::readText(cls, Qor_GetCoreVarConst(QorCoreVarType::HierarchyAttribute));
-    if (name && !name->IsEmpty())
-        if (const auto attribute = frame::findAttribute(cls, *name)) return {{*attribute}, true};
-    return shownAttributes(cls, QorCoreAttributeType::InterReference);
-}
-
-bool callsModel(long model, long object, const std::vector<long>& attributes) {
-    for (const long attribute : attributes) {
-        QorCoreInterReferenceHandler references(model, object, attribute);
-        require(references.initHandler());
-        const bool isCall = attributes.size() == 1 || references.isModelReferenceMode();
-        if (isCall && references.getInterReferenceCount() != 0) return true;
-    }
-    return false;
-}
-
-ISortedSet<long> withSubclasses(long cls) {
-    ISortedSet<long> classes;
-    if (cls != 0) require(repository().getAllSubClasses(cls, classes));
-    classes.add(cls);
-    return classes;
-}
-
-bool hasValue(long object, long attribute) {
-    QorOwnedText text;
-    require(repository().getAttributeValueAsNewChar(object, attribute, text.out()));
-    return !text.isEmpty();
-}
+std::vector<long> calendarAttributes(long cls) { return shownAttributes(cls, QorCoreAttributeType::Calendar); }
 
 bool hasAnyValue(long object, const std::vector<long>& attributes) {
     for (const long attribute : attributes)
@@ -98,18 +33,10 @@ bool hasAnyValue(long object, const std::vector<long>& attributes) {
 
 /// A time that is set and not zero. What an expression gives is known only when the simulation runs.
 bool hasTime(long object, long attribute, QorCoreAttributeType type) {
-    if (type == QorCoreAttributeType::Expression) return true;
+    if (type == QorCoreAttributeType::Expression) return hasValue(object, attribute);
     QorOwnedText text;
     require(repository().getAttributeValue(object, attribute, text.out(), true));
     return !text.isEmpty() && text.view() != resetText(QorCoreAttributeType::Time);
-}
-
-bool hasRelations(long object) {
-    ISortedSet<long> relations;
-    require(repository().getFromRelationInstances(object, relations));
-    if (!relations.isEmpty()) return true;
-    require(repository().getToRelationInstances(object, relations));
-    return !relations.isEmpty();
 }
 
 /// One check: definitions and models go in, uses and findings come out.
@@ -144,22 +71,23 @@ private:
         const auto type = typeOf(attribute);
         const auto calls = withSubclasses(processCall);
         eachObject(activity, [&](long model, long object) {
-            long cls = 0;
-            require(repository().GetClassOfInstance(object, cls));
-            if (!calls.contains(cls) && !hasTime(object, attribute, type))
+            if (!calls.contains(classOf(object)) && !hasTime(object, attribute, type))
                 _report.aboutObject(QorSimReadinessIssue::NoExecutionTime, option, model, object, attribute);
         });
     }
 
     void checkCalls(long cls, int option) {
-        const auto attributes = callingAttributes(cls);
-        if (attributes.found.empty()) {
-            if (attributes.showsAny) _report.aboutClass(QorSimReadinessIssue::CannotCallModel, option, cls);
-            return;
-        }
+        AttributesByClass attributes(callingAttributes);
+        for (const long lacking : attributes.lackingFrom(cls))
+            _report.aboutClass(QorSimReadinessIssue::CannotCallModel, option, lacking);
         eachObject(cls, [&](long model, long object) {
-            if (!callsModel(model, object, attributes.found))
+            const auto& calling = attributes.of(classOf(object));
+            if (calling.empty()) return;
+            const CalledModels called = calledModels(model, object, calling);
+            if (!called.any)
                 _report.aboutObject(QorSimReadinessIssue::CallsNoModel, option, model, object);
+            else if (!called.found)
+                _report.calledModelIsMissing(option, model, object, called);
         });
     }
 
@@ -170,31 +98,22 @@ private:
 
     void checkPerformers() {
         const auto& person = _results.holders()[static_cast<std::size_t>(QorSimResultAttributeType::Person)];
-        if (person.cls == 0) return;
-        const auto calendars = shownAttributes(person.cls, QorCoreAttributeType::Calendar);
-        if (calendars.found.empty() && calendars.showsAny)
-            _report.aboutClass(QorSimReadinessIssue::CannotHaveCalendar, -1, person.cls);
-        const auto named = namesReferredTo();
+        if (person.cls == 0) {
+            if (!_models.isEmpty()) _report.performersAreUnknown();
+            return;
+        }
+        AttributesByClass calendars(calendarAttributes);
+        for (const long lacking : calendars.lackingFrom(person.cls))
+            _report.aboutClass(QorSimReadinessIssue::CannotHaveCalendar, -1, lacking);
+        ReferredObjects referred(_models);
         eachObject(person.cls, [&](long model, long object) {
-            if (!calendars.found.empty() && !hasAnyValue(object, calendars.found))
+            const long cls = classOf(object);
+            const auto& attributes = calendars.of(cls);
+            if (!attributes.empty() && !hasAnyValue(object, attributes))
                 _report.aboutObject(QorSimReadinessIssue::HasNoCalendar, -1, model, object);
-            const auto name = frame::readText(object, QorAttributeId::Name);
-            if (!name) throw RepositoryFailed();
-            if (!hasRelations(object) && !named.contains(*name))
+            if (!hasRelations(object) && !referred.contain(model, cls, nameOf(object)))
                 _report.aboutObject(QorSimReadinessIssue::IsNotAssigned, -1, model, object);
         });
-    }
-
-    /// The objects that references of the models lead to, by name: references carry names only.
-    std::set<SV::String> namesReferredTo() {
-        std::set<SV::String> names;
-        for (const long model : _models) {
-            QorSourceInterRefContainer references;
-            require(repository().getInterRefsOfSourceModel(model, references));
-            for (unsigned long index = 0; index < references.numberOfElements(); ++index)
-                names.insert(references.elementAtIndex(index).objectName);
-        }
-        return names;
     }
 
     void checkClasses() {
@@ -204,8 +123,7 @@ private:
             require(repository().getAllInstancesInModel(model, objects));
             std::map<long, unsigned long> strangers;
             for (const long object : objects) {
-                long cls = 0;
-                require(repository().GetClassOfInstance(object, cls));
+                const long cls = classOf(object);
                 if (!known.contains(cls)) ++strangers[cls];
             }
             for (const auto& [cls, count] : strangers) _report.classTakesNoPart(cls, model, count);

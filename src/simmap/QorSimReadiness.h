@@ -37,13 +37,15 @@ struct QorSimUse {
 enum class QorSimReadinessIssue : std::int32_t {
     NoExecutionTimeNamed,  ///< the option names no attribute for it
     NoExecutionTime,       ///< an activity whose attribute is empty or zero
-    CannotCallModel,       ///< the process-call class has no attribute with references to models
+    CannotCallModel,       ///< a class of process calls has no attribute with references
     CallsNoModel,
-    CannotHaveCalendar,  ///< the class of the performers has no attribute of that type
+    CalledModelMissing,  ///< none of the models that a process call refers to is there
+    CannotHaveCalendar,  ///< a class of performers has no attribute of that type
     HasNoCalendar,
-    IsNotAssigned,     ///< a performer without relations that nothing refers to
-    TypeDoesNotFit,    ///< an attribute whose type cannot hold what it is used for
-    ClassTakesNoPart,  ///< a class with objects in a model that no option knows
+    IsNotAssigned,         ///< a performer without relations that nothing refers to
+    TypeDoesNotFit,        ///< an attribute whose type cannot hold what it is used for
+    ClassTakesNoPart,      ///< a class with objects in a model that no option knows
+    PerformersNotLookedAt  ///< a remark: no result text says whose objects the performers are
 };
 
 /// What is missing before a simulation can run.
@@ -56,6 +58,9 @@ struct QorSimReadinessFinding {
     long object = 0;
     unsigned long count = 0;  ///< objects concerned
     SV::String text;          ///< in the host's language
+
+    /// It tells what could not be looked at; nothing has to be mended for a run.
+    [[nodiscard]] bool isRemark() const { return issue == QorSimReadinessIssue::PerformersNotLookedAt; }
 };
 
 /// Says before a simulation is run what the definitions use classes and attributes for, and what is missing for it in

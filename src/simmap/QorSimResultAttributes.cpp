@@ -181,7 +181,7 @@ void QorSimResultAttributes::resetModel(long model, std::vector<long>& instances
 }
 
 bool QorSimResultAttributes::old2New(SV::String& text, long kindSelector) noexcept {
-    return Qor_Guarded(kResultSource, false, [&] {
+    const auto rewrite = [&] {
         std::optional<SV::String> rewritten;
         if (kindSelector == QorLibraryKind::BusinessProcess)
             rewritten = rewriteOldResultText(text.view(), QorCoreVarType::BusinessProcessLibrary);
@@ -190,7 +190,10 @@ bool QorSimResultAttributes::old2New(SV::String& text, long kindSelector) noexce
         if (!rewritten) return false;
         text = std::move(*rewritten);
         return true;
-    });
+    };
+    if (Qor_Guarded(kResultSource, false, rewrite)) return true;
+    processTables().hasError = true;
+    return false;
 }
 
 const ISortedSet<std::pair<long, long>>& QorSimResultAttributes::Get_ProcessStartMapping() noexcept {

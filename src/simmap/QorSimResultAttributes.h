@@ -37,7 +37,8 @@ public:
     int resetResultAttributes(const ISortedSet<long>& modelIds, ISortedSet<long>& instanceIds) noexcept;
 
     /// Rewrites a text in the form before version 4.00.00 (docs/simulation.md) into the current one. `kindSelector` is
-    /// what `classOf` answers for the text's library part. False, and no change, for any other text.
+    /// what `classOf` answers for the text's library part. Any other text is refused: false, no change, and the error
+    /// flag is set, for its results would be lost.
     static bool old2New(SV::String& text, long kindSelector) noexcept;
 
     // The process's tables, empty before they are made. In a mapping each pair is an attribute that values come from

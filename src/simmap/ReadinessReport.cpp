@@ -6,17 +6,18 @@
 
 #include "frame/RepositoryLookup.h"
 #include "platform/QorAttributeIds.h"
-#include "platform/QorCoreModelingManager.h"
 #include "platform/QorMessage.h"
+#include "simmap/ReadinessQueries.h"
 #include "simmap/messages.h"
 
 namespace qor::simmap {
 
 namespace {
 
-/// A finding without a name is better than none.
-SV::String nameOf(long owner, long attribute) { return frame::readText(owner, attribute).value_or(SV::String()); }
-SV::String className(long cls) { return nameOf(cls, QorAttributeId::ClassName); }
+// A finding without a name is better than none.
+SV::String textOf(long owner, long attribute) { return frame::readText(owner, attribute).value_or(SV::String()); }
+SV::String className(long cls) { return textOf(cls, QorAttributeId::ClassName); }
+SV::String objectName(long object) { return textOf(object, QorAttributeId::Name); }
 SV::String attributeName(long attribute) { return frame::nameOfAttribute(attribute).value_or(SV::String()); }
 
 std::uint16_t messageOf(QorSimReadinessIssue issue) {
@@ -29,6 +30,8 @@ std::uint16_t messageOf(QorSimReadinessIssue issue) {
             return message::cannotCallModel;
         case QorSimReadinessIssue::CallsNoModel:
             return message::callsNoModel;
+        case QorSimReadinessIssue::CalledModelMissing:
+            return message::calledModelMissing;
         case QorSimReadinessIssue::CannotHaveCalendar:
             return message::cannotHaveCalendar;
         case QorSimReadinessIssue::HasNoCalendar:
@@ -39,6 +42,8 @@ std::uint16_t messageOf(QorSimReadinessIssue issue) {
             return message::typeDoesNotFit;
         case QorSimReadinessIssue::ClassTakesNoPart:
             return message::classTakesNoPart;
+        case QorSimReadinessIssue::PerformersNotLookedAt:
+            return message::performersNotLookedAt;
     }
     return message::classTakesNoPart;
 }
@@ -65,14 +70,28 @@ void ReadinessReport::aboutClass(QorSimReadinessIssue issue, int option, long cl
 }
 
 void ReadinessReport::aboutObject(QorSimReadinessIssue issue, int option, long model, long object, long attribute) {
-    long cls = 0;
-    if (QorCoreModelingManager::GetGlobal()->GetClassOfInstance(object, cls) != QorErrorCode::Ok) cls = 0;
-    const auto name = nameOf(object, QorAttributeId::Name);
+    const long cls = classOf(object);
+    const auto name = objectName(object);
     const auto clsName = className(cls);
     const auto attrName = attribute != 0 ? attributeName(attribute) : SV::String();
     _findings.push_back(
         {issue, option, cls, attribute, model, object, 1,
          Qor_Message(messageOf(issue), {{"%o", name.view()}, {"%c", clsName.view()}, {"%a", attrName.view()}})});
+}
+
+void ReadinessReport::calledModelIsMissing(int option, long model, long object, const CalledModels& called) {
+    constexpr auto kIssue = QorSimReadinessIssue::CalledModelMissing;
+    const long cls = classOf(object);
+    const auto name = objectName(object);
+    const auto clsName = className(cls);
+    _findings.push_back(
+        {kIssue, option, cls, called.missingAttribute, model, object, 1,
+         Qor_Message(messageOf(kIssue), {{"%o", name.view()}, {"%c", clsName.view()}, {"%m", called.missing.view()}})});
+}
+
+void ReadinessReport::performersAreUnknown() {
+    constexpr auto kIssue = QorSimReadinessIssue::PerformersNotLookedAt;
+    _findings.push_back({kIssue, -1, 0, 0, 0, 0, 0, Qor_Message(messageOf(kIssue))});
 }
 
 void ReadinessReport::classTakesNoPart(long cls, long model, unsigned long count) {

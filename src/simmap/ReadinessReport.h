@@ -2,6 +2,7 @@
 #pragma once
 #include <vector>
 
+#include "simmap/CalledModels.h"
 #include "simmap/QorSimReadiness.h"
 
 namespace qor::simmap {
@@ -17,6 +18,8 @@ public:
     void aboutClass(QorSimReadinessIssue issue, int option, long cls);
     /// About an object: NoExecutionTime (with its attribute), CallsNoModel, HasNoCalendar, IsNotAssigned.
     void aboutObject(QorSimReadinessIssue issue, int option, long model, long object, long attribute = 0);
+    void calledModelIsMissing(int option, long model, long object, const CalledModels& called);
+    void performersAreUnknown();
     void classTakesNoPart(long cls, long model, unsigned long count);
 
 private:

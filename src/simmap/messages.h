@@ -22,7 +22,7 @@ inline constexpr std::uint16_t textRecordIncomplete = 1842;  ///< %s the element
 inline constexpr std::uint16_t resultTextLabel = 2727;
 inline constexpr std::uint16_t resultNameUnknown = 3301;
 
-// Checks of definitions and readiness. %p option, %u use, %c class, %a attribute, %o object, %n number
+// Checks of definitions and readiness. %p option, %u use, %c class, %a attribute, %o object, %n number, %m model
 inline constexpr std::uint16_t recordIgnored = 1850;         ///< %s the element
 inline constexpr std::uint16_t noExecutionTimeNamed = 1851;  ///< %p
 inline constexpr std::uint16_t noExecutionTime = 1852;       ///< %o %c %a
@@ -33,5 +33,7 @@ inline constexpr std::uint16_t hasNoCalendar = 1856;         ///< %o %c
 inline constexpr std::uint16_t isNotAssigned = 1857;         ///< %o %c
 inline constexpr std::uint16_t typeDoesNotFit = 1858;        ///< %a %c %u
 inline constexpr std::uint16_t classTakesNoPart = 1859;      ///< %c %n
+inline constexpr std::uint16_t calledModelMissing = 1860;    ///< %o %c %m
+inline constexpr std::uint16_t performersNotLookedAt = 1861;
 
 }  // namespace qor::simmap::message

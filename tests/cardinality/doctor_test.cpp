@@ -134,7 +134,7 @@ TEST(Usage, TellsRulesThatNeverCountedAndObjectsWithoutRules) {
                "CARDINALITIES max-incoming: 3 min-outgoing: 1 max-objects: 9\n"
                "RELATION \"uses\" max-outgoing: 2 max-incoming: 2 TO_CLASS \"Document\" max-outgoing: 1\n"
                "TO_CLASS \"Task\" max-outgoing: 1 min-outgoing: 0\n"
-               "RELATION \"files\" max-incoming: 2 min-incoming: 0");
+               "RELATION \"files\" max-outgoing: 0 max-incoming: 2 min-incoming: 0");
     const auto document = desk["Document"];
     ASSERT_EQ(desk.handler.decryptKex(desk.workshop.processes, document, "CARDINALITIES"), 1);
     QorCardinalityUsage usage(desk.handler);

@@ -128,6 +128,10 @@ TEST(CliSim, ResetsTheResultsInARepository) {
         const char* arguments;
         const char* out;
     } steps[] = {
+        {"sim reset --model Warehouse 'Take an order' orders.qor --dry-run",
+         "A reset would change 15 values of 6 objects\n"},
+        {"sim reset orders.qor --dry-run --model Warehouse 'Take an order'",
+         "A reset would change 15 values of 6 objects\n"},
         {"sim reset --dry-run --model Warehouse orders.qor", "A reset would change 6 values of 2 objects\n"},
         {"sim reset --model Warehouse orders.qor", "The reset changed 6 values of 2 objects\n"},
         {"sim reset --model Warehouse orders.qor", "The reset changed 0 values of 0 objects\n"},
@@ -161,6 +165,7 @@ TEST(CliSim, RefusesWhatItCannotDo) {
         {"sim check order-handling order-handling", 3, "order-handling"},
         {"sim check --option Cost order-handling", 2, "did you mean Costs?"},
         {"sim reset --model Warehouse " + kOrders, 2, "--dry-run"},
+        {"sim reset --dry-run --model Warehouse", 2, "FILE is required"},
         {"sim reset --dry-run --model Warehuose " + kOrders, 2, "did you mean Warehouse?"},
     };
     for (const auto& row : cases) {

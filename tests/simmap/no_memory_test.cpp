@@ -84,13 +84,9 @@ Picture checkReadiness(Scene& scene) {
     const bool ok = results.isUsable() &&
                     readiness.check(scene.library, scene.read, results, QorSimReadiness::kAllOptions, scene.models);
     return shown(ok, [&] {
-        // The names in a finding may lack, and findings about the attributes of a property sheet, which has no way to
-        // say that it failed.
-        using enum QorSimReadinessIssue;
-        std::string seen;
+        std::string seen;  // the names in a finding may lack
         for (const auto& finding : readiness.findings())
-            if (finding.issue < CannotCallModel || finding.issue > HasNoCalendar)
-                seen += std::to_string(static_cast<int>(finding.issue)) + '@' + std::to_string(finding.object) + ' ';
+            seen += std::to_string(static_cast<int>(finding.issue)) + '@' + std::to_string(finding.object) + ' ';
         return seen;
     });
 }
@@ -148,6 +144,50 @@ TEST(NoMemory, WhatIsNotSaidToHaveFailedIsRightAndTheRestChangesNothing) {
         });
         EXPECT_GT(told, 0) << operation.name << " allocates nothing";
     }
+}
+
+long allocationsOf(const std::function<void()>& run) {
+    constexpr long kMany = 1L << 30;
+    failing_allocations::untilFailure = kMany;
+    run();
+    return kMany - std::exchange(failing_allocations::untilFailure, 0);
+}
+
+// A query over a text that has been read takes the memory of what it gives, and no more.
+TEST(NoMemory, QueriesAllocateOnlyWhatTheyReturn) {
+    using Event = QorSimOptionActionEvent;
+    Scene scene;
+    auto& mapping = scene.read;
+    ISortedSet<long> classes;
+    mapping.getSimableBPClasses(classes);
+    const auto& option = *mapping.option(0);
+    const SV::String name = option.name;
+    const long task = scene.idOf("Task");
+    const struct {
+        const char* name;
+        std::function<void()> query;
+        std::function<void()> copy = [] {};
+        // clang-format off
+    } cases[] = {
+        {"simable", [&] { bool is = false; mapping.isSimableClass(task, is); }},
+        {"option by name", [&] { int index = 0; mapping.getOptionNrFromName(name, index); }},
+        {"action", [&] { long attribute = 0; mapping.getActionAttribute(1, task, Event::Finish, attribute); }},
+        {"action class", [&] { (void)mapping.isActionClass(1, task, Event::Any); }},
+        {"any action", [&] { (void)mapping.hasAnyActions(1); }},
+        {"number of options", [&] { (void)mapping.getSimOptionCount(); }},
+        {"defined", [&] { mapping.isDefined(); }},
+        {"sub-performer", [&] { long cls = 0, attribute = 0; mapping.getSubPerformerAssignmentFromOption(0, cls, attribute); }},
+        {"texts defined", [&] { (void)scene.texts.isDefined(); }},
+        {"classes", [&] { ISortedSet<long> out; mapping.getSimableBPClasses(out); }, [&] { const auto copy = classes; }},
+        {"help text", [&] { SV::String out; mapping.getHelpTextFromOption(0, out); }, [&] { const auto copy = option.helpText; }},
+        {"activity", [&] { SV::String out; mapping.getActivityNameFromOption(0, out); }, [&] { const auto copy = option.activityClassName; }},
+        {"times", [&] { ISequence<long> out; mapping.getStandardSimAttributes(0, out); }, [&] { const auto copy = option.standardAttributes; }},
+        {"user attributes", [&] { ISequence<long> out; mapping.getAdditionalSimAttributes(0, out); }, [&] { const auto copy = option.userAttributes; }},
+        {"a text", [&] { const auto text = scene.texts.getBPText(); }, [] { const SV::String text("A text that stands on the heap"); }},
+    };
+    // clang-format on
+    for (const auto& row : cases) EXPECT_EQ(allocationsOf(row.query), allocationsOf(row.copy)) << row.name;
+    EXPECT_GT(allocationsOf([&] { const auto copy = option.helpText; }), 0) << "the counter counts";
 }
 
 // Tables of results belong to the process: one for each allocation.

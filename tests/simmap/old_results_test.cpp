@@ -46,9 +46,13 @@ TEST(OldResultText, IsRewrittenOrLeftAlone) {
         {"@Start;;;", 40, kRefused},
     };
     for (const auto& row : cases) {
-        SV::String text(row.old);
-        EXPECT_EQ(QorSimResultAttributes::old2New(text, row.part), row.rewritten != nullptr) << row.old;
-        EXPECT_EQ(text.str(), row.rewritten != nullptr ? row.rewritten : row.old);
+        inOwnProcess([&row] {
+            const bool isOld = row.rewritten != nullptr;
+            SV::String text(row.old);
+            EXPECT_EQ(QorSimResultAttributes::old2New(text, row.part), isOld) << row.old;
+            EXPECT_EQ(text.str(), isOld ? row.rewritten : row.old);
+            EXPECT_EQ(QorSimResultAttributes::Get_Error(), isOld ? 0 : 1) << row.old;
+        });
     }
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "embedded/QorRepositoryFile.h"
+#include "embedded/store/FileStore.h"
 #include "embedded/store/LockStore.h"
 #include "embedded/store/StoredRow.h"
 
@@ -47,6 +48,9 @@ public:
     [[nodiscard]] virtual LockStore& locks() = 0;
     // How often something was committed.
     [[nodiscard]] virtual std::int64_t generation() const = 0;
+
+    // The file area beside the rows; never written within a transaction of these.
+    [[nodiscard]] virtual FileStore& files() = 0;
 };
 
 [[nodiscard]] inline QorRepositoryResult failure(QorRepositoryStatus status, std::string text = {}) {

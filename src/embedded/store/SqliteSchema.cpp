@@ -24,6 +24,15 @@ constexpr StoredTableLayout kLayouts[] = {
     {"relations", 1, {{{"id"}, {"class"}, {"source"}, {"target"}}}, {}},
     {"record_rows", 1, {{{"id"}, {"class"}, {"owner"}, {"attribute"}, {"position"}}}, {}},
     {"attribute_values", 2, {{{"thing"}, {"attribute"}}}, {"text"}},
+    {"user_groups", 1, {{{"id"}, {"is_system"}}}, {"name"}},
+    {"users",
+     1,
+     {{{"id"}, {"name_kind"}, {"managers"}, {"is_administrator"}, {"is_sub_administrator"}, {"library", true}}},
+     {"logon_name", "display_name", "second_name"}},
+    {"memberships", 2, {{{"member"}, {"user_group"}}}, {}},
+    {"permissions", 2, {{{"user_group"}, {"model_group"}, {"permission"}}}, {}},
+    {"profile_entries", 2, {{{"user"}, {"entry"}}}, {"text"}},
+    {"user_settings", 1, {{{"setting"}, {"value"}}}, {}},
 };
 static_assert(std::size(kLayouts) == kStoredTables);
 
@@ -184,7 +193,86 @@ CREATE TABLE lock_breaks (
 ) STRICT;
 )sql";
 
-constexpr const char* kMigrations[] = {kFirstVersion, kWithLocks};
+// Not among the layouts: the file area is read and written directly, and its chain tells what was done to it.
+constexpr const char* kFileArea = R"sql(
+CREATE TABLE file_area (
+    id INTEGER PRIMARY KEY CHECK (id = 1),
+    identity BLOB NOT NULL,
+    sequence INTEGER NOT NULL,
+    chain BLOB NOT NULL,
+    seal_key BLOB NOT NULL,
+    lost_writes INTEGER NOT NULL,
+    key_check BLOB NOT NULL,
+    mac BLOB NOT NULL
+) STRICT;
+INSERT INTO file_area VALUES (1, randomblob(16), 0, x'', x'', 0, x'', x'');
+CREATE TABLE files (
+    id INTEGER PRIMARY KEY,
+    begins INTEGER NOT NULL,
+    name TEXT NOT NULL UNIQUE
+) STRICT;
+CREATE TABLE file_entries (
+    sequence INTEGER PRIMARY KEY,
+    file INTEGER NOT NULL,
+    kind INTEGER NOT NULL,
+    content BLOB,
+    content_hash BLOB NOT NULL,
+    chain BLOB NOT NULL,
+    seal BLOB NOT NULL
+) STRICT;
+CREATE INDEX entries_of_file ON file_entries (file);
+)sql";
+
+constexpr const char* kUsers = R"sql(
+CREATE TABLE user_groups (
+    id INTEGER PRIMARY KEY,
+    is_system INTEGER NOT NULL,
+    name TEXT NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+CREATE TABLE users (
+    id INTEGER PRIMARY KEY,
+    name_kind INTEGER NOT NULL,
+    managers INTEGER NOT NULL,
+    is_administrator INTEGER NOT NULL,
+    is_sub_administrator INTEGER NOT NULL,
+    library INTEGER REFERENCES libraries DEFERRABLE INITIALLY DEFERRED,
+    logon_name TEXT NOT NULL,
+    display_name TEXT NOT NULL,
+    second_name TEXT NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+CREATE INDEX users_of_library ON users (library);
+CREATE TABLE memberships (
+    member INTEGER NOT NULL,
+    user_group INTEGER NOT NULL REFERENCES user_groups DEFERRABLE INITIALLY DEFERRED,
+    hash INTEGER NOT NULL,
+    PRIMARY KEY (member, user_group)
+) STRICT, WITHOUT ROWID;
+CREATE INDEX members ON memberships (user_group);
+CREATE TABLE permissions (
+    user_group INTEGER NOT NULL REFERENCES user_groups DEFERRABLE INITIALLY DEFERRED,
+    model_group INTEGER NOT NULL REFERENCES model_groups DEFERRABLE INITIALLY DEFERRED,
+    permission INTEGER NOT NULL,
+    hash INTEGER NOT NULL,
+    PRIMARY KEY (user_group, model_group)
+) STRICT, WITHOUT ROWID;
+CREATE INDEX permissions_on_model_group ON permissions (model_group);
+CREATE TABLE profile_entries (
+    user INTEGER NOT NULL REFERENCES users DEFERRABLE INITIALLY DEFERRED,
+    entry INTEGER NOT NULL,
+    text TEXT NOT NULL,
+    hash INTEGER NOT NULL,
+    PRIMARY KEY (user, entry)
+) STRICT, WITHOUT ROWID;
+CREATE TABLE user_settings (
+    setting INTEGER PRIMARY KEY,
+    value INTEGER NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+)sql";
+
+constexpr const char* kMigrations[] = {kFirstVersion, kWithLocks, kFileArea, kUsers};
 
 std::string columns(const StoredTableLayout& table) {
     std::string list;
@@ -225,5 +313,7 @@ std::string sqlFor(const StoredTableLayout& table, RowStatement statement) {
 }
 
 SqliteMigrations repositoryMigrations() { return kMigrations; }
+
+const char* fileAreaTables() { return kFileArea; }
 
 }  // namespace qor::embedded

@@ -47,4 +47,7 @@ enum class RowStatement { Select, Insert, Replace, Hash, Remove };
 using SqliteMigrations = std::span<const char* const>;
 [[nodiscard]] SqliteMigrations repositoryMigrations();
 
+// The tables of the file area, with an identity drawn at random.
+[[nodiscard]] const char* fileAreaTables();
+
 }  // namespace qor::embedded

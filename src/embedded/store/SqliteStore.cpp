@@ -10,6 +10,8 @@
 #include <cstring>
 #include <utility>
 
+#include "embedded/Seals.h"
+
 namespace qor::embedded {
 
 namespace {
@@ -252,6 +254,12 @@ QorRepositoryResult SqliteStore::checkStorage() {
         if (code == SQLITE_ROW && check.text(0) != "ok") find(result, std::string(check.text(0)));
     }
     if (code != SQLITE_DONE && result.ok()) return failure(statusOf(code), sqlite3_errstr(code));
+    const QorRepositoryStatus status = _files.visitEntries([&](const FileEntry& entry) {
+        if (entry.content && !isEqual(Seals::hashOf(*entry.content), entry.contentHash))
+            find(result, "file_entries " + std::to_string(entry.sequence) + " is not what was written");
+        return true;
+    });
+    if (status != QorRepositoryStatus::Ok) find(result, "file_entries: cannot be read");
     return result;
 }
 

@@ -11,6 +11,7 @@
 #include "embedded/store/ReserveFile.h"
 #include "embedded/store/RowHash.h"
 #include "embedded/store/Sqlite.h"
+#include "embedded/store/SqliteFileStore.h"
 #include "embedded/store/SqliteLocks.h"
 #include "embedded/store/SqliteSchema.h"
 
@@ -38,6 +39,7 @@ public:
     QorRepositoryResult backUp(const std::string& target) override;
     [[nodiscard]] LockStore& locks() override { return _locks; }
     [[nodiscard]] std::int64_t generation() const override { return _head.generation; }
+    [[nodiscard]] FileStore& files() override { return _files; }
 
 private:
     struct Head {
@@ -85,6 +87,7 @@ private:
     Head _head;
     SqliteLocks _locks{_path, _connection, _reserve, _head.generation};
     bool _isReadOnly = false;
+    SqliteFileStore _files{_connection, _isReadOnly, &_reserve};
     bool _headIsSound = true;
     int _failure = SQLITE_OK;  // the transaction's first
     std::string _refusal;      // what it comes from, when locks are in the way

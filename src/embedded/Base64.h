@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+#include <sodium.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Bytes as text that stands in one line and in file names: letters, digits, "-" and "_".
+namespace qor::embedded {
+
+[[nodiscard]] inline std::string toBase64(const unsigned char* bytes, std::size_t size) {
+    std::string text(sodium_base64_ENCODED_LEN(size, sodium_base64_VARIANT_URLSAFE_NO_PADDING), '\0');
+    (void)sodium_bin2base64(text.data(), text.size(), bytes, size, sodium_base64_VARIANT_URLSAFE_NO_PADDING);
+    text.pop_back();
+    return text;
+}
+
+// False unless the text stands for exactly so many bytes, in the one form that `toBase64` gives.
+template <std::size_t Size>
+[[nodiscard]] bool fromBase64(std::string_view text, std::array<unsigned char, Size>& bytes) {
+    std::size_t size = 0;
+    return sodium_base642bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr, &size, nullptr,
+                             sodium_base64_VARIANT_URLSAFE_NO_PADDING) == 0 &&
+           size == Size;
+}
+
+}  // namespace qor::embedded
