@@ -26,7 +26,7 @@ struct Scene {
         w.attribute("Table", "Cell", Type::Text);
         w.relationClass("then", "Node", "Node");
         title = w.attribute("Node", "Title", Type::Text);
-        w.attribute("Task", "Links", Type::InterReference);
+        links = w.attribute("Task", "Links", Type::InterReference);
         QorAttributeSpec rows;
         rows.name = "Rows";
         rows.type = Type::Record;
@@ -72,6 +72,7 @@ struct Scene {
     }
 
     static inline const QorEmbeddedOptions kOptions{.language = "en", .console = false, .user = "ada"};
+    const SV::String toB = "OBJECT \"b\" class: \"Task\" model: \"First\" type: \"Process\"";
     TemporaryFolder folder;
     Workshop w;
     QorCoreModelingManager& repository = w.repository();
@@ -90,7 +91,8 @@ struct Scene {
     std::string longName;  // nor this one
     std::string text;      // gets a block of its own in the repository
     int round = 0;
-    QorIdentifier task, table, title, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user, staff;
+    QorIdentifier task, table, title, links, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user,
+        staff;
 };
 
 struct Operation {
@@ -123,6 +125,9 @@ const Operation kOperations[] = {
     {"relation", [](Scene& s) { return s.builder.addRelation(s.thenClass, s.a, s.b); }},
     {"value", [](Scene& s) { return s.builder.setValue(s.other(), s.title, s.text); }},
     {"other value", [](Scene& s) { return s.builder.setValue(s.a, s.title, s.text); }},
+    {"position", [](Scene& s) { return s.builder.setValue(s.other(), QorAttributeId::Graphic, "NODE x:1cm y:2.5cm w:3cm h:1cm index:1"); }},
+    {"reference", [](Scene& s) { return s.result(s.repository.setAttributeValueAsString(s.model, s.other(), s.links, s.toB.c_str(), true)); }},
+    {"save references", [](Scene& s) { QorCoreInterReferenceHandler handler(s.model, s.a, s.links); QorErrorCode code = QorErrorCode::Ok; if (!handler.initHandler(s.toB, code)) return s.result(code); handler.MarkAllAdded(); return s.result(handler._Save(s.model, s.other(), true)); }},
     {"row", [](Scene& s) { long row = -1; return s.result(s.repository.createRecordInstance(s.model, s.a, s.record, row, -1)); }},
     {"name", [](Scene& s) { return s.result(s.repository.RenameInstance(s.model, s.other(), s.longName.c_str(), true)); }},
     {"group", [](Scene& s) { return s.builder.addModelGroup(s.group, s.name); }},
