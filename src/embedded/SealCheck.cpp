@@ -5,7 +5,7 @@
 #include <charconv>
 #include <utility>
 
-#include "embedded/Base64.h"
+#include "embedded/ByteText.h"
 #include "embedded/store/RepositoryStore.h"
 
 namespace qor::embedded {
@@ -23,7 +23,7 @@ bool isSealed(const FileEntry& entry) { return !isEqual(entry.seal, SealDigest{}
 }  // namespace
 
 std::string headText(const NotedHead& head) {
-    return std::to_string(head.sequence) + "-" + toBase64(head.chain.data(), head.chain.size());
+    return std::to_string(head.sequence) + "-" + toDigits(head.chain.data(), head.chain.size());
 }
 
 std::optional<NotedHead> readHeadText(std::string_view text) {
@@ -33,7 +33,7 @@ std::optional<NotedHead> readHeadText(std::string_view text) {
     const bool hasForm = number.ec == std::errc() && head.sequence >= 0 && number.ptr != end && *number.ptr == '-';
     if (!hasForm) return std::nullopt;
     const auto chain = text.substr(static_cast<std::size_t>(number.ptr - text.data()) + 1);
-    return fromBase64(chain, head.chain) ? std::optional(head) : std::nullopt;
+    return fromDigits(chain, head.chain) ? std::optional(head) : std::nullopt;
 }
 
 SealCheck::SealCheck(FileStore& store, const Seals& seals, std::optional<SealDigest> firstSealKey,

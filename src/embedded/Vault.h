@@ -48,7 +48,7 @@ public:
 
 private:
     [[nodiscard]] bool noteStore();
-    [[nodiscard]] QorRepositoryResult readKey(bool make, SecretKey& key, bool isLaid);
+    [[nodiscard]] QorRepositoryResult readKey(SecretKey& key, bool isLaid);
     [[nodiscard]] QorRepositoryResult layChain(const Seals& seals);
     [[nodiscard]] QorRepositoryResult writeOnce(const Seals& seals, const FileChange& change);
     // False when the store has no such file to change, or one that must not be there.
