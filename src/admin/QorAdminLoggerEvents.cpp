@@ -6,13 +6,13 @@
 #include <string>
 
 #include "admin/QorAdminLogger.h"
-#include "admin/QorUserEventKind.h"
 #include "admin/internalErrors.h"
 #include "admin/messages.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorGuard.h"
 #include "platform/QorMessage.h"
 #include "platform/QorOwnedText.h"
+#include "platform/QorUserEventKind.h"
 #include "platform/QorUserManager.h"
 #include "platform/SvDate.h"
 

@@ -3,6 +3,9 @@
 
 #include <fmt/format.h>
 
+#include <set>
+#include <vector>
+
 #include "cli/Nearest.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/Text.h"
@@ -70,8 +73,17 @@ Exit ConvertSession::loadLibrary() {
         return Exit::WrongUse;
     }
     // Errors in its rules are what `qor rules` tells of; those that can be read are in force.
-    (void)Qor_LoadLibrary(nullptr, _library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
-                          QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+    const auto access = _options.dryRun ? QorLibLoad_AccessMode::Shared : QorLibLoad_AccessMode::Exclusive;
+    const QorErrorCode loaded =
+        Qor_LoadLibrary(nullptr, _library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined, access,
+                        QorLibLoad_SilentMode::Silent);
+    if (const QorRepositoryResult problem = lockProblem(_platform, loaded); !problem.ok()) {
+        error(fmt::format("{}: {}", printable(_file), problemText(problem)));
+        return exitOf(problem.status);
+    }
+    for (const std::string& text : locksTakenOver(_platform))
+        _console.err(
+            fmt::format("qor: {} {}: {}\n", _console.errColours().warning("warning:"), printable(_file), text));
     if (Qor_GetCoreVarConst(QorCoreVarType::ApplicationLibrary) == _library) return Exit::Clean;
     error(fmt::format("{}: the library {} cannot be loaded", printable(_file), quoted(reader().nameOf(_library))));
     return Exit::Locked;
@@ -98,19 +110,30 @@ Exit ConvertSession::findModel() {
     return Exit::WrongUse;
 }
 
-QorIdentifier ConvertSession::findObject(const std::string& given) const {
-    std::vector<QorIdentifier> found;
-    std::vector<std::string> names;
+/// Made by the first question, so that many names cost one look at the model.
+const std::multimap<std::string, QorIdentifier>& ConvertSession::objectsByName() const {
+    if (!_objects.empty()) return _objects;
     for (const QorIdentifier object : reader().objectsOf(_model)) {
         const std::string name = nameOf(object);
-        if (name == given || nameOf(reader().classOfObject(object)) + ":" + name == given) found.push_back(object);
-        names.push_back(name);
+        _objects.emplace(nameOf(reader().classOfObject(object)) + ":" + name, object);
+        _objects.emplace(name, object);
     }
-    if (found.size() == 1) return found.front();
-    if (found.empty())
+    return _objects;
+}
+
+QorIdentifier ConvertSession::findObject(const std::string& given) const {
+    const auto& objects = objectsByName();
+    const auto [first, last] = objects.equal_range(given);
+    std::set<QorIdentifier> found;
+    for (auto it = first; it != last; ++it) found.insert(it->second);
+    if (found.size() == 1) return *found.begin();
+    if (found.empty()) {
+        std::vector<std::string> names;
+        for (const QorIdentifier object : reader().objectsOf(_model)) names.push_back(nameOf(object));
         error(fmt::format("there is no object {}{}", quoted(given), didYouMean(given, names)));
-    else
+    } else {
         error(fmt::format("{} are called {}; write CLASS:NAME", counted(found.size(), "object"), quoted(given)));
+    }
     return QorNoIdentifier;
 }
 
@@ -131,7 +154,7 @@ std::optional<ISortedSet<long>> ConvertSession::findObjects(const std::vector<st
 Exit ConvertSession::notWritten() const {
     const QorRepositoryResult& problem = _platform.lastProblem();
     error(fmt::format("{}: nothing was changed: {}", printable(_file),
-                      problem.ok() ? "the repository took no change" : Qor_RepositoryStatusText(problem.status)));
+                      problem.ok() ? "the repository took no change" : problemText(problem)));
     return problem.ok() ? Exit::WriteFailed : exitOf(problem.status);
 }
 

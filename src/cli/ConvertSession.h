@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,6 +46,8 @@ private:
     Exit openFile();
     Exit loadLibrary();
     Exit findModel();
+    /// Under their names, and under CLASS:NAME.
+    [[nodiscard]] const std::multimap<std::string, QorIdentifier>& objectsByName() const;
 
     const ModelEditOptions& _options;
     Console& _console;
@@ -56,6 +59,7 @@ private:
     std::optional<QorHostInstallation> _installation;
     QorIdentifier _library = QorNoIdentifier;
     QorIdentifier _model = QorNoIdentifier;
+    mutable std::multimap<std::string, QorIdentifier> _objects;  ///< filled when first asked for
 };
 
 }  // namespace qor::cli

@@ -28,22 +28,44 @@ bool hasErrors(const std::vector<QorDiagnostic>& diagnostics) {
                        [](const QorDiagnostic& diagnostic) { return diagnostic.severity == QorSeverity::Error; });
 }
 
+namespace {
+
+void writePlacedTextFields(JsonWriter& json, const QorFilePlace& place, std::string_view text) {
+    json.field("file", std::string_view(place.file))
+        .field("line", std::int64_t{place.line})
+        .field("column", std::int64_t{place.column})
+        .field("text", text);
+}
+
+void writeDiagnostic(JsonWriter& json, const QorDiagnostic& diagnostic) {
+    if (diagnostic.mentions.empty()) return writePlacedText(json, diagnostic.place, diagnostic.text);
+    json.beginObject();
+    writePlacedTextFields(json, diagnostic.place, diagnostic.text);
+    json.key("elements").beginList();
+    for (const QorMention& mention : diagnostic.mentions)
+        json.beginObject(JsonWriter::Layout::Line)
+            .field("line", std::int64_t{mention.line})
+            .field("column", std::int64_t{mention.column})
+            .field("text", std::string_view(mention.text))
+            .endObject();
+    json.endList().endObject();
+}
+
+}  // namespace
+
 void writeDiagnostics(JsonWriter& json, const std::vector<QorDiagnostic>& diagnostics) {
     for (const QorSeverity severity : {QorSeverity::Error, QorSeverity::Warning}) {
         json.key(severity == QorSeverity::Error ? "errors" : "warnings").beginList();
         for (const QorDiagnostic& diagnostic : diagnostics)
-            if (diagnostic.severity == severity) writePlacedText(json, diagnostic.place, diagnostic.text);
+            if (diagnostic.severity == severity) writeDiagnostic(json, diagnostic);
         json.endList();
     }
 }
 
 void writePlacedText(JsonWriter& json, const QorFilePlace& place, std::string_view text) {
-    json.beginObject(JsonWriter::Layout::Line)
-        .field("file", std::string_view(place.file))
-        .field("line", std::int64_t{place.line})
-        .field("column", std::int64_t{place.column})
-        .field("text", text)
-        .endObject();
+    json.beginObject(JsonWriter::Layout::Line);
+    writePlacedTextFields(json, place, text);
+    json.endObject();
 }
 
 }  // namespace qor::cli

@@ -18,7 +18,7 @@ class JsonWriter;
 
 [[nodiscard]] bool hasErrors(const std::vector<QorDiagnostic>& diagnostics);
 
-/// The fields "errors" and "warnings" of an object.
+/// The fields "errors" and "warnings" of an object; what is about many elements lists them under "elements".
 void writeDiagnostics(JsonWriter& json, const std::vector<QorDiagnostic>& diagnostics);
 /// Each as {"file", "line", "column", "text"}.
 void writePlacedText(JsonWriter& json, const QorFilePlace& place, std::string_view text);

@@ -10,6 +10,7 @@
 #include <tuple>
 #include <utility>
 
+#include "cli/HierarchyRows.h"
 #include "cli/Text.h"
 #include "platform/QorCoreInterReferenceHandler.h"
 
@@ -24,35 +25,47 @@ Key keyOf(const QorInterModRefTarget& target) {
             target.objectName.view()};
 }
 
-/// The bad references of one model, each once, to be found in its objects.
+/// The bad references of one model, each once, to be found in its objects and their rows.
 class BadOfModel {
 public:
-    void add(const QorBadReference& bad) {
-        _attributes.insert(bad.target.attribute);
+    explicit BadOfModel(HierarchyRows& rows) : _rows(rows) {}
+
+    void add(const QorRepositoryReader& reader, const QorBadReference& bad) {
+        const QorIdentifier attribute = bad.reference.attribute;
+        const bool isColumn = reader.classInfo(reader.attributeInfo(attribute).owner).isRecordClass;
+        (isColumn ? _columns : _attributes).insert(attribute);
         _bad.try_emplace(keyOf(bad.target), &bad, false);
     }
 
     void find(long model, QorIdentifier object, std::vector<HeldReference>& held) {
-        for (const long attribute : _attributes) {
-            QorCoreInterReferenceHandler references(model, object, attribute);
-            if (references.initHandler() != QorErrorCode::Ok) continue;
-            for (unsigned long at = 0; at < references.getInterReferenceCount(); ++at) {
-                const auto found = _bad.find(keyOf(references.getInterReference(at)));
-                if (found == _bad.end()) continue;
-                found->second.second = true;
-                held.push_back({found->second.first, object});
-            }
-        }
+        for (const long attribute : _attributes) findIn(model, object, attribute, object, held);
+        if (_columns.empty()) return;
+        for (const QorIdentifier row : _rows.of(object))
+            for (const long column : _columns) findIn(model, row, column, object, held);
     }
 
-    /// What no object holds stands in a row of one.
+    /// What nobody could be found to hold is told all the same.
     void takeRest(std::vector<HeldReference>& held) const {
         for (const auto& [key, bad] : _bad)
             if (!bad.second) held.push_back({bad.first, -1});
     }
 
 private:
+    void findIn(long model, QorIdentifier holder, long attribute, QorIdentifier object,
+                std::vector<HeldReference>& held) {
+        QorCoreInterReferenceHandler references(model, holder, attribute);
+        if (references.initHandler() != QorErrorCode::Ok) return;
+        for (unsigned long at = 0; at < references.getInterReferenceCount(); ++at) {
+            const auto found = _bad.find(keyOf(references.getInterReference(at)));
+            if (found == _bad.end()) continue;
+            found->second.second = true;
+            held.push_back({found->second.first, object});
+        }
+    }
+
+    HierarchyRows& _rows;
     std::set<long> _attributes;
+    std::set<long> _columns;
     std::map<Key, std::pair<const QorBadReference*, bool>> _bad;
 };
 
@@ -111,12 +124,13 @@ std::vector<long> HierarchyView::chosen(const std::vector<std::string>& names) c
 std::vector<HeldReference> HierarchyView::badReferences() const {
     std::vector<HeldReference> held;
     const auto& bad = _index.badReferences();
+    const auto& reader = _set.workspace()->reader();
+    HierarchyRows rows(reader);
     for (std::size_t first = 0; first < bad.size();) {
         const QorIdentifier model = bad[first].reference.source;
-        BadOfModel ofModel;
-        for (; first < bad.size() && bad[first].reference.source == model; ++first) ofModel.add(bad[first]);
-        for (const QorIdentifier object : _set.workspace()->reader().objectsOf(model))
-            ofModel.find(model, object, held);
+        BadOfModel ofModel(rows);
+        for (; first < bad.size() && bad[first].reference.source == model; ++first) ofModel.add(reader, bad[first]);
+        for (const QorIdentifier object : reader.objectsOf(model)) ofModel.find(model, object, held);
         ofModel.takeRest(held);
     }
     return held;

@@ -12,7 +12,7 @@ namespace qor::cli {
 /// A broken or ambiguous reference with the object that holds it.
 struct HeldReference {
     const QorBadReference* bad;
-    long object;  ///< -1: a row of a table holds it
+    long object;  ///< itself or in a row of its tables; -1 when nobody could be found to hold it
 };
 
 /// What a run of `qor hierarchy` found, and how it is called.

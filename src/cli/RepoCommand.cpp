@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "cli/RepoLocks.h"
 #include "cli/RepoSession.h"
 #include "cli/Text.h"
 
@@ -52,7 +53,7 @@ void showInfo(RepoSession& session) {
                 .field("relations", static_cast<std::int64_t>(its.relations))
                 .endObject();
         json.endList();
-        return;
+        return showLocks(session, &json);
     }
     session.console.out(fmt::format("{}: {} bytes, written {} times\n", printable(session.options.file), size, writes));
     for (const LibraryCounts& its : libraries)
@@ -60,6 +61,7 @@ void showInfo(RepoSession& session) {
                                         counted(its.classes, "class"), counted(its.models, "model"),
                                         counted(its.objects, "object"), counted(its.relations, "relation")));
     if (libraries.empty()) session.console.out("no libraries\n");
+    showLocks(session, nullptr);
 }
 
 void say(RepoSession& session, const std::string& text) {
@@ -91,7 +93,7 @@ struct Verb {
 constexpr Verb kVerbs[] = {
     {"import", QorRepositoryAccess::ReadWrite, importInto}, {"export", QorRepositoryAccess::ReadOnly, exportFrom},
     {"info", QorRepositoryAccess::ReadOnly, showInfo},      {"verify", QorRepositoryAccess::ReadOnly, verify},
-    {"backup", QorRepositoryAccess::ReadOnly, backUp},
+    {"backup", QorRepositoryAccess::ReadOnly, backUp},      {"unlock", QorRepositoryAccess::ReadWrite, unlock},
 };
 
 }  // namespace

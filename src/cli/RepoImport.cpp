@@ -170,9 +170,24 @@ private:
     std::vector<Imported> _imported;
 };
 
+/// What all inputs would meet when they are written.
+bool isLocked(RepoSession& session) {
+    for (const QorLibraryLock& lock : session.platform().libraryLocks()) {
+        if (!lock.isAlive) continue;
+        const QorIdentifier library = session.reader().applicationLibraryOf(lock.library);
+        session.error(session.options.file,
+                      fmt::format("the library {} is locked by {}", cli::quoted(session.reader().nameOf(library)),
+                                  printable(Qor_LockHolderText(lock))),
+                      Exit::Locked);
+        return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void importInto(RepoSession& session) {
+    if (isLocked(session)) return;
     Import import(session);
     session.console.progress().start();
     for (const std::string& file : session.options.inputs) import.take(file);

@@ -31,14 +31,39 @@ RepositoryName repositoryNamed(const std::string& given) {
     return {given.substr(0, mark), given.substr(mark + 1)};
 }
 
+std::string problemText(const QorRepositoryResult& result) {
+    const std::string status = Qor_RepositoryStatusText(result.status);
+    if (result.text.empty() || result.text == status) return status;
+    return result.status == QorRepositoryStatus::Locked ? result.text : status + ": " + result.text;
+}
+
+QorRepositoryResult lockProblem(const QorEmbeddedPlatform& platform, QorErrorCode loaded) {
+    if (loaded == QorRepositoryCode::NotStored) return platform.lastProblem();
+    if (loaded != QorErrorCode::LockedByOther) return {};
+    QorRepositoryResult result{QorRepositoryStatus::Locked, "the library is locked by another user", {}};
+    for (const QorLibraryLock& lock : platform.libraryLocks())
+        if (lock.isAlive)
+            result.text =
+                fmt::format("the library {} is locked by {}",
+                            quoted(platform.reader().nameOf(platform.reader().applicationLibraryOf(lock.library))),
+                            printable(Qor_LockHolderText(lock)));
+    return result;
+}
+
+std::vector<std::string> locksTakenOver(QorEmbeddedPlatform& platform) {
+    std::vector<std::string> texts;
+    for (const QorLibraryLock& lock : platform.takenOverLocks())
+        if (platform.reader().applicationLibraryOf(lock.library) == lock.library)
+            texts.push_back(fmt::format("the library {} was left locked by {}, whose process has ended",
+                                        quoted(platform.reader().nameOf(lock.library)),
+                                        printable(Qor_LockHolderText(lock))));
+    return texts;
+}
+
 std::vector<QorDiagnostic> diagnosticsOf(const std::string& file, const QorRepositoryResult& result) {
     std::vector<QorDiagnostic> diagnostics;
     if (result.ok()) return diagnostics;
-    const bool isSame = result.text == Qor_RepositoryStatusText(result.status);
-    diagnostics.push_back(
-        {QorSeverity::Error,
-         {file, 0, 0},
-         isSame ? result.text : fmt::format("{}: {}", Qor_RepositoryStatusText(result.status), result.text)});
+    diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, problemText(result)});
     for (const std::string& finding : result.findings)
         diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, finding});
     return diagnostics;

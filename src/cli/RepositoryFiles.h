@@ -22,6 +22,13 @@ struct RepositoryName {
 /// What is wrong with the file, one finding each.
 [[nodiscard]] std::vector<QorDiagnostic> diagnosticsOf(const std::string& file, const QorRepositoryResult& result);
 [[nodiscard]] Exit exitOf(QorRepositoryStatus status);
+/// What is wrong, in one line.
+[[nodiscard]] std::string problemText(const QorRepositoryResult& result);
+/// What hinders the load of a library that ended with the code from being written: a lock, or that it could not be
+/// locked. Ok when nothing does.
+[[nodiscard]] QorRepositoryResult lockProblem(const QorEmbeddedPlatform& platform, QorErrorCode loaded);
+/// A warning for each lock that was left by a process that has ended.
+[[nodiscard]] std::vector<std::string> locksTakenOver(QorEmbeddedPlatform& platform);
 
 /// The library of that name, or the only one; none, with the reason, when there is none.
 [[nodiscard]] QorIdentifier chooseLibrary(const QorRepositoryReader& reader, const std::string& name,

@@ -85,8 +85,10 @@ private:
 
     void add(QorIdentifier cls, QorIdentifier owner, QorIdentifier attribute, QorKexPosition position,
              std::string text) {
-        _oversights.push_back(
-            {cls, {QorSeverity::Warning, _workspace.libraryImporter().placeInText(owner, attribute, position), text}});
+        const QorImporter& importer = _workspace.libraryImporter();
+        _oversights.push_back({cls,
+                               {QorSeverity::Warning, importer.placeInText(owner, attribute, position),
+                                importer.messageInFile(owner, attribute, text)}});
     }
 
     Workspace& _workspace;

@@ -25,7 +25,8 @@ QorDiagnostic SimLibrary::diagnosticOf(const QorSimDefinitionError& error) const
     auto place = _workspace.libraryImporter().placeInText(static_cast<QorIdentifier>(error.library),
                                                           static_cast<QorIdentifier>(error.attribute), error.position);
     if (place.file.empty()) place.file = _workspace.libraryPath();
-    std::string text = error.text.str();
+    std::string text = _workspace.libraryImporter().messageInFile(
+        static_cast<QorIdentifier>(error.library), static_cast<QorIdentifier>(error.attribute), error.text.view());
     text.erase(text.find_last_not_of('\n') + 1);
     return {error.code == QorSimCode::Ok ? QorSeverity::Warning : QorSeverity::Error, std::move(place),
             std::move(text)};

@@ -46,7 +46,7 @@ public:
         if (!reset.plan(definitions, models)) return Exit::Internal;
         if (!_options.dryRun && !reset.apply()) {
             const QorRepositoryResult& problem = _platform.lastProblem();
-            refuse(problem.ok() ? "the repository took no change" : Qor_RepositoryStatusText(problem.status));
+            refuse(problem.ok() ? "the repository took no change" : problemText(problem));
             return problem.ok() ? Exit::WriteFailed : exitOf(problem.status);
         }
         reportReset(_options, _platform.reader(), reset, _console);
@@ -85,9 +85,17 @@ private:
             return Exit::WrongUse;
         }
         // What is wrong with its rules does not concern results.
-        (void)Qor_LoadLibrary(nullptr, *libraries.begin(), QorLibLoad_InitHandler::Declined,
-                              QorLibLoad_UpdateFacets::Declined, QorLibLoad_AccessMode::Shared,
-                              QorLibLoad_SilentMode::Silent);
+        const auto access = _options.dryRun ? QorLibLoad_AccessMode::Shared : QorLibLoad_AccessMode::Exclusive;
+        const QorErrorCode loaded =
+            Qor_LoadLibrary(nullptr, *libraries.begin(), QorLibLoad_InitHandler::Declined,
+                            QorLibLoad_UpdateFacets::Declined, access, QorLibLoad_SilentMode::Silent);
+        if (const QorRepositoryResult problem = lockProblem(_platform, loaded); !problem.ok()) {
+            refuse(problemText(problem));
+            return exitOf(problem.status);
+        }
+        for (const std::string& text : locksTakenOver(_platform))
+            _console.err(
+                fmt::format("{}: {} {}\n", printable(_options.file), _console.errColours().warning("warning:"), text));
         if (Qor_GetCoreVarConst(QorCoreVarType::ApplicationLibrary) == *libraries.begin()) return Exit::Clean;
         refuse("the library " + quoted(reader.nameOf(*libraries.begin())) + " cannot be loaded");
         return Exit::Locked;

@@ -24,6 +24,26 @@ QorEmbeddedOptions platformOptions(std::string_view language) {
 
 constexpr QorIdentifier kMostUsed = 4'000'000;
 
+/// Finds the errors in the rules of a library file that has other errors as well.
+class RuleReview final : public QorLibraryReview {
+public:
+    explicit RuleReview(Workspace& workspace) : _workspace(workspace) {}
+
+    std::vector<QorDiagnostic> review(QorIdentifier library) override {
+        QorCardinalityHandler handler(QorCardinalityHandler::Instance());
+        handler.Reset();
+        for (const QorLibraryPart part : {QorLibraryPart::BusinessProcess, QorLibraryPart::WorkingEnvironment})
+            (void)handler.readFurtherLibrary(_workspace.builder().libraryPart(library, part));
+        std::vector<QorDiagnostic> found;
+        for (RuleError& error : _workspace.ruleErrorsOf(handler))
+            found.push_back({QorSeverity::Error, std::move(error.place), std::move(error.text)});
+        return found;
+    }
+
+private:
+    Workspace& _workspace;
+};
+
 /// One name for one file, however its path is written.
 std::string canonical(const std::string& path) {
     std::error_code error;
@@ -97,8 +117,8 @@ std::vector<QorIdentifier> Workspace::models() const { return modelsIn(reader(),
 bool Workspace::readLibrary() {
     if (!repositoryNamed(_path).file.empty()) return openRepository();
     const QorFileKind kind = _importer.kindOf(_path);
-    if (kind == QorFileKind::Library || kind == QorFileKind::Unknown)
-        _library = _importer.readFile(_path, QorNoIdentifier);
+    RuleReview review(*this);
+    if (kind == QorFileKind::Library || kind == QorFileKind::Unknown) _library = _importer.readLibrary(_path, review);
     if (!_library.hasErrors() && !hasLibrary())
         _library.diagnostics.push_back({QorSeverity::Error, {_path, 0, 0}, "this is not a method library"});
     return !_library.hasErrors();
@@ -106,9 +126,20 @@ bool Workspace::readLibrary() {
 
 void Workspace::load() {
     if (!hasLibrary()) return;
+    const bool isToBeWritten = _access == QorRepositoryAccess::ReadWrite && _platform.hasRepository();
     const QorErrorCode loaded =
         Qor_LoadLibrary(nullptr, _library.library, QorLibLoad_InitHandler::Wanted, QorLibLoad_UpdateFacets::Declined,
-                        QorLibLoad_AccessMode::Shared, QorLibLoad_SilentMode::Silent);
+                        isToBeWritten ? QorLibLoad_AccessMode::Exclusive : QorLibLoad_AccessMode::Shared,
+                        QorLibLoad_SilentMode::Silent);
+    const std::string file = repositoryNamed(_path).file;
+    if (const QorRepositoryResult problem = lockProblem(_platform, loaded); !problem.ok()) {
+        _repositoryStatus = problem.status;
+        _library.diagnostics.push_back({QorSeverity::Error, {file, 0, 0}, problemText(problem)});
+        _library.library = QorNoIdentifier;
+        return;
+    }
+    for (std::string& text : locksTakenOver(_platform))
+        _library.diagnostics.push_back({QorSeverity::Warning, {file, 0, 0}, std::move(text)});
     readRulesLeftOut();
     collectRuleErrors(loaded);
 }
@@ -122,17 +153,22 @@ void Workspace::readRulesLeftOut() {
         (void)handler.readFurtherLibrary(part(QorLibraryPart::WorkingEnvironment));  // told by its definition errors
 }
 
-void Workspace::collectRuleErrors(QorErrorCode loaded) {
-    _ruleErrors.clear();
-    for (const QorCardinalityDefinitionError& error : QorCardinalityHandler::Instance().getDefinitionErrors()) {
+std::vector<RuleError> Workspace::ruleErrorsOf(const QorCardinalityHandler& handler) const {
+    std::vector<RuleError> errors;
+    for (const QorCardinalityDefinitionError& error : handler.getDefinitionErrors()) {
         const auto cls = static_cast<QorIdentifier>(error.cls);
         const auto attribute = static_cast<QorIdentifier>(error.attribute);
-        std::string text = error.text.str();
+        std::string text = _importer.messageInFile(cls, attribute, error.text.view());
         while (text.ends_with('\n')) text.pop_back();  // the handler's texts are lines
         QorFilePlace place = _importer.placeInText(cls, attribute, error.position);
         if (place.file.empty()) place.file = _path;
-        _ruleErrors.push_back({cls, std::move(place), std::move(text)});
+        errors.push_back({cls, std::move(place), std::move(text)});
     }
+    return errors;
+}
+
+void Workspace::collectRuleErrors(QorErrorCode loaded) {
+    _ruleErrors = ruleErrorsOf(QorCardinalityHandler::Instance());
     if (loaded == QorErrorCode::Ok || !_ruleErrors.empty()) return;
     _ruleErrors.push_back({QorNoIdentifier,
                            {_path, 0, 0},

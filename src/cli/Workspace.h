@@ -13,6 +13,8 @@
 #include "platform/QorHost.h"
 #include "platform/QorWindows.h"
 
+class QorCardinalityHandler;
+
 namespace qor::cli {
 
 /// What the system wants to show the user while the command runs: internal errors, which are told at once.
@@ -74,6 +76,8 @@ public:
     [[nodiscard]] const QorRepositoryResult& lastProblem() const { return _platform.lastProblem(); }
     /// What was wrong with the file as such.
     [[nodiscard]] const std::vector<QorDiagnostic>& fileDiagnostics() const { return _library.diagnostics; }
+    /// The errors that reading rules left in the handler, with their places in the library's file.
+    [[nodiscard]] std::vector<RuleError> ruleErrorsOf(const QorCardinalityHandler& handler) const;
     /// What was wrong with the rule texts; the other rules are in force.
     [[nodiscard]] const std::vector<RuleError>& ruleErrors() const { return _ruleErrors; }
 

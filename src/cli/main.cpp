@@ -51,6 +51,7 @@ constexpr RepoVerb kRepoVerbs[] = {
     {"info", "Show what is in it"},
     {"verify", "Compare everything in it with its hashes"},
     {"backup", "Copy it while it is in use"},
+    {"unlock", "Break the locks of its libraries, as an administrator"},
 };
 
 /// A command on the administrator log.
@@ -194,6 +195,7 @@ CLI::App& describeRepo(CLI::App& app, qor::cli::RepoOptions& options) {
             command.add_option("--library", options.library, "Only this library, with its models")->option_text("NAME");
             command.add_option("FOLDER", options.target, "Where the files go")->required()->option_text(" ");
         }
+        if (name == "unlock") command.add_option("LIBRARY", options.library, "Only this one")->option_text(" ");
         if (name == "backup")
             command.add_option("TARGET", options.target, "The copy; an older one is replaced")
                 ->required()

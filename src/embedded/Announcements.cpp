@@ -52,6 +52,14 @@ void Announcements::modelsRestored() noexcept {
     Qor_RaiseEvent(QorModelEvent(QorEventType::ModelVersionsChanged, QorNoIdentifier));
 }
 
+void Announcements::userChanged(long kind, QorIdentifier user, long value, long furtherValue) noexcept {
+    Qor_RaiseEvent(QorUserEvent(kind, user, value, furtherValue));
+}
+
+void Announcements::userGroupChanged(long kind, QorIdentifier group, QorIdentifier user) noexcept {
+    Qor_RaiseEvent(QorUserGroupEvent(kind, group, user));
+}
+
 void Announcements::hold() noexcept {
     if (_holds++ == 0) Qor_RaiseEvent(QorSwitchEvent(QorEventType::AutomaticUpdatesSwitched, kSender, false));
 }

@@ -25,6 +25,10 @@ public:
     // What was announced of models did not come to stay: they are as they were before.
     void modelsRestored() noexcept;
 
+    // The values of a user event after the user, or of a user-group event after the group (QorUserEventKind.h).
+    void userChanged(long kind, QorIdentifier user, long value = 0, long furtherValue = 0) noexcept;
+    void userGroupChanged(long kind, QorIdentifier group, QorIdentifier user = QorNoIdentifier) noexcept;
+
     // Holds automatic executions until the last hold is released. Listeners may pass over changed values meanwhile, so
     // that those of references are told again afterwards.
     void hold() noexcept;

@@ -72,6 +72,9 @@ inline QorErrorCode giveFound(long& output, QorIdentifier id) {
             return QorErrorCode::Broken;
         case QorBuildError::NotStored:
             return QorRepositoryCode::NotStored;
+        case QorBuildError::NotAllowed:
+        case QorBuildError::LastAdministrator:
+            return QorRepositoryCode::NotAllowed;
         default:
             return QorErrorCode::OutOfRange;
     }

@@ -1,26 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/Builder.h"
 
+#include "embedded/Built.h"
 #include "embedded/References.h"
 #include "platform/QorGuard.h"
 
 namespace qor::embedded {
-
-namespace {
-
-constexpr bool kOfManySteps = true;
-
-// Memory is what identifiers are made of.
-template <class Operation>
-QorBuildResult built(Repository& repository, Operation operation, bool ofManySteps = false) noexcept {
-    try {
-        return repository.change(operation, ofManySteps);
-    } catch (...) {
-        return refused(QorBuildError::NoIdentifiersLeft);
-    }
-}
-
-}  // namespace
 
 Builder::~Builder() = default;
 
@@ -75,7 +60,8 @@ QorBuildResult Builder::addModelType(QorIdentifier part, std::string_view name,
 QorBuildResult Builder::removeApplicationLibrary(QorIdentifier applicationLibrary) {
     if (applicationLibrary != QorNoIdentifier && applicationLibrary == _session.library)
         return refused(QorBuildError::HasInstances);
-    return built(_repository, [&] { return _repository.removeApplicationLibrary(applicationLibrary); });
+    return built(
+        _repository, [&] { return _repository.removeApplicationLibrary(applicationLibrary); }, kOfManySteps);
 }
 
 QorBuildResult Builder::addModel(QorIdentifier modelType, std::string_view name, std::string_view version) {
@@ -190,7 +176,8 @@ QorBuildResult Builder::moveModelGroup(QorIdentifier group, QorIdentifier parent
 }
 
 QorBuildResult Builder::removeModelGroup(QorIdentifier group) {
-    return built(_repository, [&] { return _repository.groups().remove(group); });
+    return built(
+        _repository, [&] { return _repository.removeModelGroup(group); }, kOfManySteps);
 }
 
 // Room and order are a service: without memory for them, adding and reading say so.

@@ -11,10 +11,29 @@
 
 namespace qor::embedded {
 
-enum class StepKind : std::uint8_t { Added, Removed, Renamed, Moved, EndMoved, ValueSet };
+enum class StepKind : std::uint8_t {
+    Added,
+    Removed,
+    Renamed,
+    Moved,
+    EndMoved,
+    ValueSet,
+    // Of users and user groups (UserDirectory.h).
+    UserChanged,
+    Joined,
+    Left,
+    PermissionSet,
+    ProfileSet,
+    SignOnModeSet,
+};
 
 // Whether things of the kind belong to models, not to the meta-model.
-[[nodiscard]] constexpr bool isOfModels(QorThingKind kind) { return kind >= QorThingKind::ModelThread; }
+[[nodiscard]] constexpr bool isOfModels(QorThingKind kind) {
+    return kind >= QorThingKind::ModelThread && kind < QorThingKind::ModelGroup;
+}
+[[nodiscard]] constexpr bool isOfUsers(QorThingKind kind) {
+    return kind == QorThingKind::User || kind == QorThingKind::UserGroup;
+}
 
 // One step. What a removal or a change replaces is not given up before the commit: a removed row stays where it is,
 // without its identifier, and so do the texts, so that going back needs no memory and cannot fail.
@@ -22,14 +41,15 @@ struct Step {
     StepKind kind = StepKind::Added;
     QorThingKind thing = QorThingKind::None;
     bool atSource = false;    // EndMoved: the relation left the object, else it reached it
-    bool hadValue = false;    // ValueSet: `text` is the value before
+    bool hadValue = false;    // ValueSet: `text` is the value before; of users: the row was there before
     bool sharesText = false;  // ValueSet: the texts belong to the attribute's enumeration
     QorIdentifier id = QorNoIdentifier;
     QorIdentifier scope = QorNoIdentifier;  // the library, class or model whose content the thing is
-    // ValueSet: the attribute; EndMoved: the object before; Moved: the model group before
+    // ValueSet: the attribute; EndMoved: the object before; Moved: the model group before; Joined, Left: the user
+    // group; PermissionSet: the model group; ProfileSet: the entry
     QorIdentifier other = QorNoIdentifier;
     std::uint32_t row = 0;       // Removed: where its row stands
-    std::uint32_t position = 0;  // of a record row, among its owner's
+    std::uint32_t position = 0;  // of a record row, among its owner's; the permission or sign-on mode before
     TextRef text = 0;            // Renamed: the name before; ValueSet: the value before
 };
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <map>
 #include <memory>
 
+#include "embedded/LibraryLocks.h"
 #include "embedded/ModelTypeHandler.h"
 #include "platform/QorIdentifier.h"
-#include "platform/QorUserID.h"
 
 namespace qor::embedded {
 
@@ -15,12 +14,7 @@ struct LibrarySession {
     QorIdentifier businessProcess = QorNoIdentifier;
     QorIdentifier workingEnvironment = QorNoIdentifier;
     std::unique_ptr<ModelTypeHandler> modelTypes;
-    std::map<QorIdentifier, QorUserID> locks;
-
-    [[nodiscard]] QorUserID holderOf(QorIdentifier id) const {
-        const auto lock = locks.find(id);
-        return lock == locks.end() ? QorUserID() : lock->second;
-    }
+    LibraryLocks locks;
 };
 
 }  // namespace qor::embedded

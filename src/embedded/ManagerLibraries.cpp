@@ -59,8 +59,9 @@ QorErrorCode ModelingManager::LoadApplicationLibrary(long library, bool lockIt) 
         const LibraryRow* const row = _repository.meta().library(id);
         if (row == nullptr) return QorErrorCode::NotFound;
         _repository.models().layOut();  // before the locks are taken: memory may run out
+        const QorIdentifier all[] = {id, row->parts[0], row->parts[1]};
         if (lockIt)
-            if (const QorErrorCode code = lockAll({id, row->parts[0], row->parts[1]}); code != QorErrorCode::Ok)
+            if (const QorErrorCode code = lockAll(all, QorDBLockModeType::Exclusive); code != QorErrorCode::Ok)
                 return code;
         _session.library = id;
         _session.businessProcess = row->parts[0];
@@ -74,8 +75,8 @@ QorErrorCode ModelingManager::discardCompleteLibrary(long library) {
     return answered([&] {
         const QorIdentifier id = narrow(library);
         if (_repository.meta().library(id) == nullptr || id != _session.library) return QorErrorCode::NotFound;
-        for (const QorIdentifier locked : {id, _session.businessProcess, _session.workingEnvironment})
-            (void)unlockLibrary(locked);  // what somebody else holds stays with them
+        const QorIdentifier all[] = {id, _session.businessProcess, _session.workingEnvironment};
+        (void)unlockAll(all);  // what somebody else holds stays with them
         _session.modelTypes.reset();
         _session.library = _session.businessProcess = _session.workingEnvironment = QorNoIdentifier;
         Qor_RaiseEvent(QorLibraryEvent(QorEventType::LibraryDiscarded, id));
@@ -101,39 +102,43 @@ QorErrorCode ModelingManager::initLibraryHandlers(bool all) {
 }
 
 bool ModelingManager::isLibraryLocked(long library, QorUserID& holder) {
-    holder = _session.holderOf(narrow(library));
-    return !holder.isNone();
+    holder = QorUserID();
+    return Qor_Guarded("embedded", false, [&] {
+        QorLibraryLock lock;
+        const std::string& user = _users.currentName();
+        if (!_session.locks.find(narrow(library), user, _repository.file(), lock)) return false;
+        if (!lock.user.empty()) holder = _users.identify(lock.user);
+        return true;
+    });
 }
 
-// All of them or none.
-QorErrorCode ModelingManager::lockAll(std::initializer_list<QorIdentifier> libraries) {
-    for (const QorIdentifier id : libraries) {
-        const QorUserID holder = _session.holderOf(id);
-        if (!holder.isNone() && !(holder == _users.current())) return QorErrorCode::LockedByOther;
-    }
-    for (const QorIdentifier id : libraries) _session.locks.try_emplace(id);  // for nobody yet: memory may run out
-    for (const QorIdentifier id : libraries) _session.locks[id] = _users.current();
-    return QorErrorCode::Ok;
+QorErrorCode ModelingManager::lockAll(std::span<const QorIdentifier> libraries, QorDBLockModeType mode) {
+    QorRepositoryResult problem;
+    const QorErrorCode code = _session.locks.take(libraries, mode == QorDBLockModeType::Exclusive, _users.currentName(),
+                                                  _repository.file(), problem);
+    if (code == QorRepositoryCode::NotStored) _repository.noteProblem(std::move(problem));
+    return code;
 }
 
-// Nobody else writes to a repository in memory, so there is nothing to wait for.
+QorErrorCode ModelingManager::unlockAll(std::span<const QorIdentifier> libraries) {
+    return _session.locks.release(libraries, _users.currentName(), _repository.file());
+}
+
+// Another process's short write is waited for in any case.
 QorErrorCode ModelingManager::lockLibrary(long library, bool, QorDBLockModeType mode) {
     return answered([&] {
         const QorIdentifier id = narrow(library);
         if (!isLibrary(id)) return QorErrorCode::NotFound;
-        if (mode != QorDBLockModeType::Exclusive) return QorErrorCode::OutOfRange;
-        return lockAll({id});
+        if (mode != QorDBLockModeType::Exclusive && mode != QorDBLockModeType::Shared) return QorErrorCode::OutOfRange;
+        return lockAll({&id, 1}, mode);
     });
 }
 
 QorErrorCode ModelingManager::unlockLibrary(long library) {
-    const QorIdentifier id = narrow(library);
-    if (!isLibrary(id)) return QorErrorCode::NotFound;
-    const QorUserID holder = _session.holderOf(id);
-    if (holder.isNone()) return QorErrorCode::Ok;
-    if (!(holder == _users.current())) return QorErrorCode::LockedByOther;
-    _session.locks.erase(id);
-    return QorErrorCode::Ok;
+    return answered([&] {
+        const QorIdentifier id = narrow(library);
+        return isLibrary(id) ? unlockAll({&id, 1}) : QorErrorCode::NotFound;
+    });
 }
 
 }  // namespace qor::embedded

@@ -17,4 +17,23 @@ QorErrorCode ModelGroupService::subGroups(long modelGroup, ISortedSet<long>& gro
     });
 }
 
+QorErrorCode ModelGroupService::modelGroupInfo(long modelGroup, SV::String& name, long& library) {
+    name.Clear();
+    library = QorNoIdentifier;
+    return answered([&] {
+        const GroupRow* const row = _repository.groups().group(narrow(modelGroup));
+        if (row == nullptr) return QorErrorCode::NotFound;
+        name = SV::String(_repository.text(row->name));
+        library = row->library;
+        return QorErrorCode::Ok;
+    });
+}
+
+QorErrorCode ModelGroupService::setUserGroupPermission(long modelGroup, const QorUserGroupID& userGroup,
+                                                       std::int32_t permission) {
+    const QorErrorCode code =
+        codeOf(_administration.setPermission(narrow(userGroup.value()), narrow(modelGroup), permission).error);
+    return code == QorErrorCode::ValueRefused ? QorErrorCode::OutOfRange : code;
+}
+
 }  // namespace qor::embedded

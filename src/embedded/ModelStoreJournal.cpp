@@ -17,7 +17,7 @@ void ModelStore::takeBack(const Step& step) noexcept {
             return;
         case StepKind::EndMoved:
             return takeBackEnd(step);
-        case StepKind::ValueSet:
+        default:
             return;
     }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <initializer_list>
+#include <span>
 #include <string_view>
 
 #include "embedded/Announcements.h"
@@ -16,7 +16,7 @@ namespace qor::embedded {
 // The repository as the contracts show it: narrows identifiers, sets outputs, turns failures into codes, raises events.
 class ModelingManager final : public QorCoreModelingManager, public QorCoreBulkView {
 public:
-    ModelingManager(Repository& repository, LibrarySession& session, const Users& users, Announcements& announcements)
+    ModelingManager(Repository& repository, LibrarySession& session, Users& users, Announcements& announcements)
         : _repository(repository), _session(session), _users(users), _announcements(announcements) {}
     ~ModelingManager() override;
 
@@ -119,11 +119,12 @@ private:
 
     void raiseLoadEvent(QorEventType type) const;
     [[nodiscard]] bool isLibrary(QorIdentifier id) const;
-    QorErrorCode lockAll(std::initializer_list<QorIdentifier> libraries);
+    QorErrorCode lockAll(std::span<const QorIdentifier> libraries, QorDBLockModeType mode);
+    QorErrorCode unlockAll(std::span<const QorIdentifier> libraries);
 
     Repository& _repository;
     LibrarySession& _session;
-    const Users& _users;
+    Users& _users;
     Announcements& _announcements;
     UnitsOfWork _units{_repository, _announcements};
 };

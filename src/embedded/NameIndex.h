@@ -26,6 +26,8 @@ inline constexpr QorIdentifier kAttribute = -5;
 inline constexpr QorIdentifier kThread = -6;
 inline constexpr QorIdentifier kVersion = -7;
 inline constexpr QorIdentifier kGroup = -8;
+inline constexpr QorIdentifier kUser = -9;
+inline constexpr QorIdentifier kUserGroup = -10;
 }  // namespace nameTag
 
 // Hash to identifiers, 8 bytes a slot, at most three quarters full. Who asks compares the names themselves.

@@ -15,6 +15,7 @@
 #include "embedded/Repository.h"
 #include "embedded/SealedArea.h"
 #include "embedded/Settings.h"
+#include "embedded/UserAdministration.h"
 #include "embedded/Users.h"
 #include "embedded/store/SqliteStore.h"
 #include "platform/QorGuard.h"
@@ -23,7 +24,7 @@ using namespace qor::embedded;
 
 struct QorEmbeddedPlatform::Impl {
     explicit Impl(const QorEmbeddedOptions& options)
-        : users(options.user), vault(repository, options.keyFile), texts(options.language) {
+        : users(repository, options.user), vault(repository, options.keyFile), texts(options.language) {
         if (options.console) console = std::make_unique<ConsoleWindows>();
         host.repository = &manager;
         host.coreVars = &coreVars;
@@ -48,7 +49,8 @@ struct QorEmbeddedPlatform::Impl {
     CoreVars coreVars{repository, session};
     AttributeProfiles attributeProfiles{repository};
     Editing editing{repository, manager, announcements};
-    ModelGroupService modelGroups{repository};
+    UserAdministration administration{repository, users, announcements};
+    ModelGroupService modelGroups{repository, administration};
     ClassPatterns patterns{repository, session};
     Vault vault;
     FileArea files{vault};
@@ -68,6 +70,7 @@ const QorHost& QorEmbeddedPlatform::host() const { return _impl->host; }
 QorRepositoryBuilder& QorEmbeddedPlatform::builder() { return _impl->builder; }
 const QorRepositoryReader& QorEmbeddedPlatform::reader() const { return _impl->reader; }
 QorFileArea& QorEmbeddedPlatform::fileArea() { return _impl->sealedArea; }
+QorUserAdministration& QorEmbeddedPlatform::userAdministration() { return _impl->administration; }
 void QorEmbeddedPlatform::setCurrentUser(std::string_view logonName) {
     Qor_Guarded("embedded", [&] { _impl->users.setCurrentUser(logonName); });
 }
@@ -115,6 +118,7 @@ QorRepositoryResult QorEmbeddedPlatform::closeRepository() {
         if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
         if (_impl->session.library != QorNoIdentifier)
             return failure(QorRepositoryStatus::AlreadyOpen, "a library of it is loaded");
+        _impl->session.locks.forget();
         _impl->repository.detach();
         return QorRepositoryResult{};
     });
@@ -145,3 +149,29 @@ QorRepositoryResult QorEmbeddedPlatform::backUpRepository(const std::string& tar
 }
 
 const QorRepositoryResult& QorEmbeddedPlatform::lastProblem() const { return _impl->repository.lastProblem(); }
+
+std::vector<QorLibraryLock> QorEmbeddedPlatform::libraryLocks() const {
+    return Qor_Guarded("embedded", std::vector<QorLibraryLock>(), [&] {
+        RepositoryStore* const file = _impl->repository.file();
+        return file == nullptr ? std::vector<QorLibraryLock>() : file->locks().allLocks();
+    });
+}
+
+std::vector<QorLibraryLock> QorEmbeddedPlatform::takenOverLocks() {
+    RepositoryStore* const file = _impl->repository.file();
+    return file == nullptr ? std::vector<QorLibraryLock>() : file->locks().takenOver();
+}
+
+QorRepositoryResult QorEmbeddedPlatform::breakLibraryLocks(QorIdentifier library) {
+    return onFile([&] {
+        RepositoryStore* const file = _impl->repository.file();
+        if (file == nullptr) return failure(QorRepositoryStatus::NotOpen);
+        if (file->isReadOnly()) return failure(QorRepositoryStatus::ReadOnly);
+        const LibraryRow* const row = _impl->repository.meta().library(library);
+        if (row == nullptr) return failure(QorRepositoryStatus::Missing, "there is no such library");
+        if (!_impl->users.isAdministrator(_impl->users.current()))
+            return failure(QorRepositoryStatus::NoPermission, "only an administrator may break a lock");
+        const QorIdentifier all[] = {library, row->parts[0], row->parts[1]};
+        return file->locks().breakLocks(all);
+    });
+}

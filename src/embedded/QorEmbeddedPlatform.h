@@ -3,12 +3,15 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "embedded/QorFileArea.h"
+#include "embedded/QorLibraryLock.h"
 #include "embedded/QorRepositoryBuilder.h"
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/QorRepositoryReader.h"
 #include "embedded/QorShownWindows.h"
+#include "embedded/QorUserAdministration.h"
 #include "platform/QorExport.h"
 #include "platform/QorHost.h"
 
@@ -35,7 +38,10 @@ public:
     /// What seals the files named "db:\...".
     [[nodiscard]] QorFileArea& fileArea();
 
-    /// Goes on as another user, who comes into being by being named. Locks stay with those who took them.
+    /// Users, user groups and permissions.
+    [[nodiscard]] QorUserAdministration& userAdministration();
+    /// Goes on as another user. A name that the repository does not have stands for somebody who belongs to nothing,
+    /// and is an administrator only while the repository has no users at all. Locks stay with those who took them.
     void setCurrentUser(std::string_view logonName);
 
     /// The last things that were shown, at least 10,000 of them; stays empty with a console.
@@ -71,6 +77,16 @@ public:
     QorRepositoryResult backUpRepository(const std::string& target);
     /// Why an operation last gave QorRepositoryCode::NotStored or QorBuildError::NotStored.
     [[nodiscard]] const QorRepositoryResult& lastProblem() const;
+
+    // ---- Locks in a repository file ----
+
+    /// Who has which library locked, or a part of one, in all processes; void locks of processes that ended among them.
+    [[nodiscard]] std::vector<QorLibraryLock> libraryLocks() const;
+    /// The void locks that taking others has put aside, since this was last asked.
+    [[nodiscard]] std::vector<QorLibraryLock> takenOverLocks();
+    /// Frees a library with its parts, whoever holds it. A process that does is refused when it next writes.
+    /// NoPermission unless the current user is an administrator.
+    QorRepositoryResult breakLibraryLocks(QorIdentifier library);
 
 private:
     struct Impl;

@@ -39,13 +39,19 @@ const char* Qor_BuildErrorText(QorBuildError error) {
         case QorBuildError::HasInstances:
             return "it is in use and cannot be changed any more";
         case QorBuildError::GroupInItself:
-            return "the model group would lie in itself";
+            return "the group would lie in itself";
         case QorBuildError::NestedTooDeeply:
             return "it would be nested too deeply: 64 model groups and 16 record rows lie within one another at most";
         case QorBuildError::NoIdentifiersLeft:
             return "the repository is full";
         case QorBuildError::NotStored:
             return "the repository file could not be written";
+        case QorBuildError::NotAllowed:
+            return "only an administrator may change that";
+        case QorBuildError::LastAdministrator:
+            return "nobody else is an administrator";
+        case QorBuildError::MixedGroups:
+            return "a user group and a system user group cannot lie in one another";
     }
     return "unknown error";
 }

@@ -28,10 +28,13 @@ enum class QorBuildError : std::int32_t {
     AttributeDoesNotBelong,  ///< the class has no such attribute
     ValueRefused,            ///< the attribute's type does not take this text
     HasInstances,            ///< cannot be changed any more
-    GroupInItself,           ///< a model group would lie in itself
+    GroupInItself,           ///< a model group, or user group, would lie in itself
     NestedTooDeeply,         ///< more than 64 model groups, or 16 record rows, within one another
     NoIdentifiersLeft,       ///< neither identifiers nor memory
     NotStored,               ///< the repository file did not take it
+    NotAllowed,              ///< only administrators change users, groups and permissions
+    LastAdministrator,       ///< nobody would be left who may change users
+    MixedGroups,             ///< a user group and a system user group cannot lie in one another
 };
 
 /// The identifier of what was added, or why it was not.

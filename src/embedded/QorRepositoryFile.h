@@ -48,6 +48,8 @@ namespace QorRepositoryCode {
 inline constexpr auto NotStored = static_cast<QorErrorCode>(-10);
 /// A unit of work is open already.
 inline constexpr auto UnitOpen = static_cast<QorErrorCode>(-11);
+/// The current user may not change this (QorUserAdministration.h). Also without a file.
+inline constexpr auto NotAllowed = static_cast<QorErrorCode>(-12);
 }  // namespace QorRepositoryCode
 
 /// The status in words ("the disk is full").

@@ -25,6 +25,8 @@ enum class QorThingKind : std::int32_t {
     Relation,
     RecordRow,
     ModelGroup,
+    User,
+    UserGroup,
 };
 
 struct QorClassInfo {

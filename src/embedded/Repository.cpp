@@ -26,6 +26,8 @@ bool Repository::isInstance(QorIdentifier id) const { return models().classOfIns
 
 std::string_view Repository::nameOf(QorIdentifier id) const {
     if (const GroupRow* group = groups().group(id)) return text(group->name);
+    if (const UserRow* user = users().user(id)) return user->fields.logonName;
+    if (const UserGroupRow* group = users().group(id)) return group->name;
     const std::string_view name = models().nameOf(id);
     return name.empty() ? meta().nameOf(id) : name;
 }
@@ -41,6 +43,9 @@ QorIdentifier Repository::applicationLibraryOf(QorIdentifier id) const {
             return meta().libraryOf(models().classOfInstance(id));
         case QorThingKind::ModelGroup:
             return groups().group(id)->library;
+        case QorThingKind::User:
+        case QorThingKind::UserGroup:
+            return QorNoIdentifier;
         default:
             return meta().libraryOf(id);
     }
@@ -58,9 +63,16 @@ QorBuildResult Repository::removeApplicationLibrary(QorIdentifier id) {
         _content->values.clearAll(partId, partId, id);
     }
     _content->values.clearAll(id, id, id);
+    for (const QorIdentifier group : groups().groupsBelow(id)) users().forgetModelGroup(group);
+    users().forgetLibrary(id);
     groups().removeAllOf(id);
     meta().removeApplicationLibrary(id);
     return {id};
+}
+
+QorBuildResult Repository::removeModelGroup(QorIdentifier group) {
+    users().forgetModelGroup(group);
+    return groups().remove(group);
 }
 
 QorBuildResult Repository::setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text) {

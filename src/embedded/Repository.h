@@ -9,6 +9,7 @@
 #include "embedded/ModelGroups.h"
 #include "embedded/ModelStore.h"
 #include "embedded/Store.h"
+#include "embedded/UserDirectory.h"
 #include "embedded/Values.h"
 #include "embedded/store/RepositoryStore.h"
 
@@ -28,6 +29,8 @@ public:
     [[nodiscard]] const ModelStore& models() const { return _content->models; }
     [[nodiscard]] ModelGroups& groups() { return _content->groups; }
     [[nodiscard]] const ModelGroups& groups() const { return _content->groups; }
+    [[nodiscard]] UserDirectory& users() { return _content->users; }
+    [[nodiscard]] const UserDirectory& users() const { return _content->users; }
     [[nodiscard]] const ThingTable& things() const { return _content->store.things; }
 
     // Runs an operation that changes something, in one step that itself changes all or nothing, or in many. With a
@@ -66,6 +69,7 @@ public:
     void keepInMemory() noexcept { _file.reset(); }
     // What the last failure to write came from.
     [[nodiscard]] const QorRepositoryResult& lastProblem() const { return _lastProblem; }
+    void noteProblem(QorRepositoryResult problem) { _lastProblem = std::move(problem); }
     // Reads all of a file as `attach` does, and forgets it again.
     [[nodiscard]] static QorRepositoryResult verify(RepositoryStore& file);
 
@@ -76,6 +80,8 @@ public:
 
     // Refused (HasInstances) while it has models.
     QorBuildResult removeApplicationLibrary(QorIdentifier library);
+    // With the permissions on it. Refused (HasInstances) while something lies in it.
+    QorBuildResult removeModelGroup(QorIdentifier group);
 
     QorBuildResult setClassValue(QorIdentifier cls, QorIdentifier attribute, std::string_view text);
     QorBuildResult setLibraryValue(QorIdentifier library, QorIdentifier attribute, std::string_view text);
@@ -104,6 +110,7 @@ private:
         Values values{store, meta};
         ModelStore models{store, meta, values};
         ModelGroups groups{store, meta, models};
+        UserDirectory users{store, meta, groups};
     };
 
     // Taken back at its end unless it was kept.
@@ -135,6 +142,7 @@ private:
     void writeThing(const Step& step);
     void writeRecordRows();
     void writeValues();
+    void writeUsers();
     void takeBackTo(std::size_t steps) noexcept;
     void buryAll() noexcept;
 

@@ -93,6 +93,8 @@ void Repository::takeBackTo(std::size_t steps) noexcept {
             _content->values.takeBack(step);
         else if (step.thing == QorThingKind::ModelGroup)
             groups().takeBack(step);
+        else if (isOfUsers(step.thing))
+            users().takeBack(step);
         else if (isOfModels(step.thing))
             models().takeBack(step);
         else
@@ -103,12 +105,15 @@ void Repository::takeBackTo(std::size_t steps) noexcept {
 void Repository::buryAll() noexcept {
     bool libraryWent = false;
     bool groupWent = false;
+    bool usersChanged = false;
     for (const Step& step : journal().steps()) {
         if (step.kind == StepKind::ValueSet) {
             _content->values.bury(step);
         } else if (step.thing == QorThingKind::ModelGroup) {
             groups().bury(step);
             groupWent = groupWent || step.kind == StepKind::Removed;
+        } else if (isOfUsers(step.thing)) {
+            usersChanged = true;
         } else if (isOfModels(step.thing)) {
             models().bury(step);
         } else {
@@ -119,6 +124,7 @@ void Repository::buryAll() noexcept {
     models().tidy(journal().steps());
     if (libraryWent) meta().sweep();
     if (groupWent) groups().sweep();
+    if (usersChanged) users().bury();
 }
 
 // ---- Writing behind ----
@@ -131,6 +137,7 @@ bool Repository::writeBehind() {
         writeThings();
         writeRecordRows();
         writeValues();
+        writeUsers();
         QorRepositoryResult result = _file->commit(things().next());
         if (result.ok()) return true;
         _lastProblem = std::move(result);
@@ -144,7 +151,8 @@ bool Repository::writeBehind() {
 void Repository::writeThings() {
     std::vector<const Step*> touched;
     for (const Step& step : journal().steps())
-        if (step.kind != StepKind::ValueSet && step.thing != QorThingKind::RecordRow) touched.push_back(&step);
+        if (step.kind != StepKind::ValueSet && step.thing != QorThingKind::RecordRow && !isOfUsers(step.thing))
+            touched.push_back(&step);
     std::sort(touched.begin(), touched.end(),
               [](const Step* a, const Step* b) { return std::tie(a->id, a) < std::tie(b->id, b); });
     for (std::size_t at = 0; at < touched.size(); ++at)
@@ -213,6 +221,28 @@ void Repository::writeValues() {
             _file->put(row, step->scope, !step->hadValue);
         else if (step->hadValue)
             _file->remove(row, step->scope);
+    }
+}
+
+// Each row that was touched, as it is now; the first step that touched it tells whether the file has it.
+void Repository::writeUsers() {
+    struct Row {
+        StoredRow key;
+        const Step* step;
+    };
+    std::vector<Row> touched;
+    for (const Step& step : journal().steps())
+        if (isOfUsers(step.thing)) touched.push_back({UserDirectory::keyOf(step), &step});
+    const auto keyOf = [](const Row& its) { return std::tuple(its.key.table, its.key.numbers[0], its.key.numbers[1]); };
+    std::sort(touched.begin(), touched.end(),
+              [&](const Row& a, const Row& b) { return std::tuple(keyOf(a), a.step) < std::tuple(keyOf(b), b.step); });
+    for (std::size_t at = 0; at < touched.size(); ++at) {
+        if (at > 0 && keyOf(touched[at - 1]) == keyOf(touched[at])) continue;
+        const Row& its = touched[at];
+        if (const auto row = users().stored(its.key))
+            _file->put(*row, UserDirectory::kScope, !its.step->hadValue);
+        else if (its.step->hadValue)
+            _file->remove(its.key, UserDirectory::kScope);
     }
 }
 

@@ -44,9 +44,13 @@ bool Repository::Loading::makeKnown(QorIdentifier id) {
 
 void Repository::Loading::finish(QorRepositoryResult& result) {
     _content.models.orderRows(_recordRows);
-    if (_content.groups.areSound()) return;
-    result.status = QorRepositoryStatus::Damaged;
-    result.findings.emplace_back("the model groups are no tree with names of their own");
+    const auto demand = [&](bool isSound, const char* finding) {
+        if (isSound) return;
+        result.status = QorRepositoryStatus::Damaged;
+        result.findings.emplace_back(finding);
+    };
+    demand(_content.groups.areSound(), "the model groups are no tree with names of their own");
+    demand(_content.users.areSound(), "the user groups lie in a circle, or users or groups share a name");
 }
 
 QorIdentifier Repository::Loading::take(const StoredRow& row) {
@@ -60,6 +64,16 @@ QorIdentifier Repository::Loading::take(const StoredRow& row) {
             break;
         case StoredTable::ModelGroups:
             if (!makeKnown(row.numbers[0]) || !_content.groups.adopt(row)) return QorNoIdentifier;
+            break;
+        case StoredTable::UserGroups:
+        case StoredTable::Users:
+            if (!makeKnown(row.numbers[0]) || !_content.users.adopt(row)) return QorNoIdentifier;
+            break;
+        case StoredTable::Memberships:
+        case StoredTable::Permissions:
+        case StoredTable::ProfileEntries:
+        case StoredTable::UserSettings:
+            if (!_content.users.adopt(row)) return QorNoIdentifier;
             break;
         case StoredTable::Threads:
         case StoredTable::Models:
@@ -90,6 +104,13 @@ QorIdentifier Repository::Loading::scopeOf(const StoredRow& row) const {
     switch (row.table) {
         case StoredTable::Objects:
             return row.numbers[2];
+        case StoredTable::UserGroups:
+        case StoredTable::Users:
+        case StoredTable::Memberships:
+        case StoredTable::Permissions:
+        case StoredTable::ProfileEntries:
+        case StoredTable::UserSettings:
+            return UserDirectory::kScope;
         default:
             return scopeOfThing(row.numbers[0]);
     }
@@ -103,7 +124,7 @@ QorIdentifier Repository::Loading::scopeOfThing(QorIdentifier id) const {
     return isOfModels(kind) ? _content.models.modelOf(id) : _content.meta.scopeOf(id);
 }
 
-bool Repository::isEmpty() const { return !_isUnitOpen && meta().libraries().empty(); }
+bool Repository::isEmpty() const { return !_isUnitOpen && meta().libraries().empty() && users().isEmpty(); }
 
 QorRepositoryResult Repository::attach(std::unique_ptr<RepositoryStore> file) {
     auto content = std::make_unique<Content>();

@@ -34,7 +34,7 @@ class ThingTable {
 public:
     // Identifiers below this one are the platform's fixed numbers.
     static constexpr QorIdentifier kFirstDynamic = 1000;
-    static constexpr std::size_t kMaxIndex = (std::size_t{1} << 28) - 1;
+    static constexpr std::size_t kMaxIndex = (std::size_t{1} << 27) - 1;
 
     // Identifiers up to `last` can be handed out.
     explicit ThingTable(QorIdentifier last = std::numeric_limits<QorIdentifier>::max())
@@ -72,7 +72,7 @@ public:
     [[nodiscard]] std::size_t bytes() const { return _entries.capacity() * sizeof(std::uint32_t); }
 
 private:
-    static constexpr unsigned kIndexBits = 28;
+    static constexpr unsigned kIndexBits = 27;
     static constexpr std::uint32_t kIndexMask = (std::uint32_t{1} << kIndexBits) - 1;
 
     static std::uint32_t packed(QorThingKind kind, std::size_t index) noexcept {

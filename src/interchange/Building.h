@@ -25,6 +25,7 @@ public:
 
     [[nodiscard]] const Tree& tree() const { return reading.tree; }
     void error(NodeId node, std::string text) { reading.error(node, std::move(text)); }
+    void missing(NodeId node, std::string text) { reading.missing(node, std::move(text)); }
     void warn(NodeId node, std::string text) {
         const Mark mark = tree().mark(node);
         reading.findings.report(QorSeverity::Warning, mark.line, mark.column, std::move(text));

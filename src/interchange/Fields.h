@@ -37,7 +37,14 @@ struct Reading {
     Findings& findings;
     Guesser guesser;
 
-    void error(NodeId node, std::string text) { findings.error(tree.mark(node), std::move(text)); }
+    /// Says nothing about a list or mapping that the text breaks off in: it is not all there.
+    void error(NodeId node, std::string text) {
+        if (!tree.isCut(node)) findings.error(tree.mark(node), std::move(text));
+    }
+    /// An error about something that is not in the document; none when it may have stood behind the text's end.
+    void missing(NodeId node, std::string text) {
+        if (!tree.breaksOff()) error(node, std::move(text));
+    }
 };
 
 /// Checks a mapping against a table of keys and finds the values, kNoNode for what is absent or empty. `what` names the

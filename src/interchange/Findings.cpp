@@ -15,9 +15,11 @@ Findings::Findings(std::string file, Places& places) : _file(std::move(file)), _
 
 Findings::~Findings() = default;
 
-void Findings::report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) {
+void Findings::report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text,
+                      std::vector<QorMention> mentions) {
     std::size_t& count = severity == QorSeverity::Error ? _errors : _warnings;
-    if (++count <= kKept) _diagnostics.push_back({severity, {_file, line, column}, std::move(text)});
+    if (++count <= kKept)
+        _diagnostics.push_back({severity, {_file, line, column}, std::move(text), std::move(mentions)});
 }
 
 bool Findings::tooMany(Mark mark) {
@@ -26,6 +28,12 @@ bool Findings::tooMany(Mark mark) {
     _ended = true;
     _diagnostics.push_back({QorSeverity::Error, {_file, mark.line, mark.column}, "too many errors: reading ends here"});
     return true;
+}
+
+bool Findings::hasErrorAt(std::uint32_t line, std::uint32_t column) const {
+    return std::any_of(_diagnostics.begin(), _diagnostics.end(), [line, column](const QorDiagnostic& known) {
+        return known.severity == QorSeverity::Error && known.place.line == line && known.place.column == column;
+    });
 }
 
 void Findings::madeModel(QorIdentifier model) {

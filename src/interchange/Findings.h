@@ -18,7 +18,8 @@ public:
     Findings(std::string file, Places& places);
     ~Findings() override;
 
-    void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) override;
+    void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text,
+                std::vector<QorMention> mentions = {}) override;
     void madeModel(QorIdentifier model) override;
     void madeProcess(std::string_view sourceId, QorIdentifier model) override;
     void madeThing(QorIdentifier thing, std::uint32_t line, std::uint32_t column, std::string_view sourceId) override;
@@ -27,6 +28,12 @@ public:
     [[nodiscard]] bool hasErrors() const { return _errors != 0; }
     /// For a reader that would rather not go on when there are too many errors; says so in a last one.
     [[nodiscard]] bool tooMany(Mark mark);
+    [[nodiscard]] bool hadTooMany() const { return _ended; }
+    /// The file cannot be read to its end.
+    void breakOff() { _brokeOff = true; }
+    [[nodiscard]] bool brokeOff() const { return _brokeOff; }
+    /// An error at that place was reported.
+    [[nodiscard]] bool hasErrorAt(std::uint32_t line, std::uint32_t column) const;
 
     [[nodiscard]] Places& places() { return _places; }
     [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
@@ -49,6 +56,7 @@ private:
     std::size_t _errors = 0;
     std::size_t _warnings = 0;
     bool _ended = false;
+    bool _brokeOff = false;
 };
 
 }  // namespace qor::interchange

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "interchange/QorImport.h"
 
@@ -13,7 +14,8 @@ namespace qor::interchange {
 class ImportSink {
 public:
     virtual ~ImportSink();
-    virtual void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text) = 0;
+    virtual void report(QorSeverity severity, std::uint32_t line, std::uint32_t column, std::string text,
+                        std::vector<QorMention> mentions) = 0;
     /// A model came into being; it is taken back when the file turns out to have an error.
     virtual void madeModel(QorIdentifier model) = 0;
     /// A process that other files may call is part of the model.

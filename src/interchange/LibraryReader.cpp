@@ -5,6 +5,7 @@
 
 #include "interchange/InstanceValues.h"
 #include "interchange/Places.h"
+#include "platform/QorKexParser.h"
 
 namespace qor::interchange {
 namespace {
@@ -44,6 +45,11 @@ constexpr auto kLibraryTextKeys = libraryTextKeys(std::make_index_sequence<kLibr
 }  // namespace
 
 void LibraryReader::read(NodeId root, QorIdentifier& library) {
+    make(root, library);
+    if (_building.reading.findings.hasErrors()) reportSyntaxErrors(root);
+}
+
+void LibraryReader::make(NodeId root, QorIdentifier& library) {
     const Fields fields(_building.reading, root, "a library", kRootKeys);
     for (std::size_t p = 0; p < kParts.size(); ++p) {
         _parts[p].part = kParts[p].part;
@@ -70,6 +76,7 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
     setTexts(_library, fields[kTexts]);
     for (const Part& part : _parts)
         if (part.fields) setTexts(part.id, (*part.fields)[kPartTexts]);
+    if (_tree.breaksOff()) return;
     for (const auto& [owner, expression] : _defaultExpressions) warnOfUnknownAttributes(_building, owner, expression);
 }
 
@@ -257,8 +264,8 @@ void LibraryReader::setUnmovedRelationClass(const Part& part) {
     if (_building.builder.setUnmovedRelationClass(part.id, name).ok()) return;
     std::vector<std::string_view> names;
     for (const QorRelationClassInfo& known : _building.reader.relationClassesOf(part.id)) names.push_back(known.name);
-    _building.error(node, concat({"this part has no relation class ", inQuotes(name),
-                                  _building.reading.guesser.hint(name, names)}));
+    _building.missing(node, concat({"this part has no relation class ", inQuotes(name),
+                                    _building.reading.guesser.hint(name, names)}));
 }
 
 void LibraryReader::setClassValues(const Class& cls) {
@@ -285,7 +292,7 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
         const QorIdentifier attribute = found.id;
         if (attribute == QorNoIdentifier) {
             if (!doubtful && !_failedAttributes.contains(name))
-                _building.error(key, _building.unknownAttribute(owner, name));
+                _building.missing(key, _building.unknownAttribute(owner, name));
             return;
         }
         for (const ClassTextRow& row : kClassTexts)
@@ -318,6 +325,47 @@ void LibraryReader::setTexts(QorIdentifier library, NodeId texts) {
         if (!set.ok()) _building.error(fields[i], _building.whyNotTaken(set, attribute, fields.text(i)));
         _building.reading.findings.places().addText(library, attribute, textPlaceOf(_tree, fields[i]));
     }
+}
+
+// Whoever reads the keyword texts of a library reports their errors. Nobody reads those of a file with errors, which
+// should not hide what else is wrong with it.
+void LibraryReader::reportSyntaxErrors(NodeId root) {
+    for (const Class& cls : _classes)
+        for (std::size_t i = 0; i < kClassTexts.size(); ++i) {
+            const std::size_t key = kFirstClassText + i;
+            if (!kClassTexts[i].isKeywordText || !cls.fields.has(key) || cls.fields.flag(kAbstract)) continue;
+            const QorIdentifier attribute = kClassTexts[i].attribute(_parts[cls.part].part);
+            const std::string_view name = cls.fields.text(kClassName);
+            reportSyntaxError(cls.fields[key],
+                              concat({_building.reader.nameOf(attribute), name.empty() ? "" : " of class ",
+                                      name.empty() ? std::string() : inQuotes(name)}));
+        }
+    const auto reportTexts = [this](NodeId texts) {
+        forEachPair(_tree, texts, [this](NodeId key, NodeId value) {
+            for (const LibraryTextRow& row : kLibraryTexts)
+                if (_tree.text(key) == row.key) reportSyntaxError(value, row.key);
+        });
+    };
+    const auto reportTextsOf = [&](NodeId owner) {
+        if (owner == kNoNode || _tree.kind(owner) != NodeKind::Mapping) return;
+        forEachPair(_tree, owner, [&](NodeId key, NodeId value) {
+            if (_tree.text(key) == kRootKeys[kTexts].name && _tree.kind(value) == NodeKind::Mapping) reportTexts(value);
+        });
+    };
+    reportTextsOf(root);
+    forEachPair(_tree, root, [&](NodeId key, NodeId value) {
+        for (const PartRow& part : kParts)
+            if (_tree.text(key) == part.key) reportTextsOf(value);
+    });
+}
+
+void LibraryReader::reportSyntaxError(NodeId text, std::string_view what) {
+    QorKexParser parser{SV::String(_tree.text(text)), SV::String()};
+    if (parser.Parse() == 0) return;
+    const TextPlace place = textPlaceOf(_tree, text);
+    const QorKexPosition position = parser.GetErrorPosition();
+    _building.reading.findings.error(markInText(place, position.line, position.column),
+                                     concat({what, ": ", messageInFile(parser.GetErrorReason().view(), place)}));
 }
 
 void LibraryReader::makeModelTypes(std::size_t part) {
@@ -353,9 +401,9 @@ std::uint32_t LibraryReader::resolveClass(NodeId node, std::size_t ownPart, std:
     if (!reference) return kNoClass;
     const std::uint32_t found = findClass(*reference, ownPart);
     if (found == kNoClass) {
-        _building.error(reference->node, concat({what, ": there is no class ", inQuotes(reference->name),
-                                                 reference->part >= 0 ? " in that part" : "",
-                                                 _building.reading.guesser.hint(reference->name, _classNames)}));
+        _building.missing(reference->node, concat({what, ": there is no class ", inQuotes(reference->name),
+                                                   reference->part >= 0 ? " in that part" : "",
+                                                   _building.reading.guesser.hint(reference->name, _classNames)}));
         return kNoClass;
     }
     if (_classes[found].isRecord == wantRecord) return found;

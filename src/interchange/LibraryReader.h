@@ -23,7 +23,8 @@ class LibraryReader {
 public:
     explicit LibraryReader(Building& building) : _building(building), _tree(building.tree()) {}
 
-    /// `library` becomes the library as soon as there is one, also when there are errors.
+    /// `library` becomes the library as soon as there is one, also when there are errors. Syntax errors of keyword
+    /// texts are reported beside other errors; alone they are left to those who read the texts.
     void read(NodeId root, QorIdentifier& library);
 
 private:
@@ -64,6 +65,9 @@ private:
     static constexpr std::uint64_t kMostAttributesTimesClassesAbove = 1000000;
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
+    void make(NodeId root, QorIdentifier& library);
+    void reportSyntaxErrors(NodeId root);
+    void reportSyntaxError(NodeId text, std::string_view what);
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
     void declareClasses(std::size_t part);
     void declareClass(std::size_t part, NodeId node, bool isRecord);

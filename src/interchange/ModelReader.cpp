@@ -227,7 +227,7 @@ std::uint32_t ModelReader::endByText(NodeId node, std::string_view key) {
     if (const std::uint32_t object = _objects.findIdentifier(text); object != kNoObject) return object;
     const std::uint32_t object = _objects.findName(text);
     if (object == kNoObject) {
-        _building.error(node, unknownObject(node, key));
+        _building.missing(node, unknownObject(node, key));
         return kNoObject;
     }
     if (_objects[object].nextOfName == kNoObject) return object;
@@ -251,8 +251,8 @@ std::uint32_t ModelReader::endByClassAndName(NodeId node) {
     if (cls == QorNoIdentifier) return kNoObject;
     const std::uint32_t object = _objects.find(cls, fields.text(kEndName));
     if (object == kNoObject && !isLost(fields.text(kEndName)))
-        _building.error(node, concat({"the model has no object ", inQuotes(fields.text(kEndName)), " of ",
-                                      _building.described(cls)}));
+        _building.missing(node, concat({"the model has no object ", inQuotes(fields.text(kEndName)), " of ",
+                                        _building.described(cls)}));
     return object;
 }
 

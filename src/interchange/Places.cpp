@@ -2,6 +2,10 @@
 #include "interchange/Places.h"
 
 #include <algorithm>
+#include <charconv>
+#include <system_error>
+
+#include "interchange/Wording.h"
 
 namespace qor::interchange {
 
@@ -25,6 +29,27 @@ Mark markInText(const TextPlace& place, std::uint32_t line, std::uint32_t column
     if (line == 1 && place.exactOnFirst) return {place.first.line, place.first.column + std::max(column, 1U) - 1};
     if (line > 1 && place.lineByLine) return {place.first.line + line - 1, place.indent + std::max(column, 1U)};
     return place.first;
+}
+
+std::string messageInFile(std::string_view message, const TextPlace& place) {
+    // Nothing else that a parser says ends like this: names and texts end with a quotation mark.
+    constexpr std::string_view kLine = ", in line ";
+    constexpr std::string_view kColumn = ", column ";
+    const std::size_t end = message.find_last_not_of('\n') + 1;
+    const std::size_t at = message.rfind(kLine);
+    if (at == std::string_view::npos) return std::string(message);
+    QorKexPosition position;
+    const char* const last = message.data() + end;
+    const auto line = std::from_chars(message.data() + at + kLine.size(), last, position.line);
+    const std::string_view rest(line.ptr, static_cast<std::size_t>(last - line.ptr));
+    if (line.ec != std::errc() || !rest.starts_with(kColumn)) return std::string(message);
+    const auto column = std::from_chars(line.ptr + kColumn.size(), last, position.column);
+    if (column.ec != std::errc() || column.ptr != last) return std::string(message);
+    const bool isShown = position.line == 1 ? place.exactOnFirst : place.lineByLine;
+    if (!isShown) return concat({message.substr(0, end), " of the text", message.substr(end)});
+    const Mark mark = markInText(place, position.line, position.column);
+    return concat({message.substr(0, at), kLine, std::to_string(mark.line), kColumn, std::to_string(mark.column),
+                   message.substr(end)});
 }
 
 std::uint32_t Places::beginFile(std::string name) {
@@ -89,6 +114,11 @@ QorFilePlace Places::placeInText(QorIdentifier owner, QorIdentifier attribute, Q
     if (found == _fileTexts.end()) return {};
     const Mark mark = markInText(found->second.place, position.line, position.column);
     return {_files[found->second.file].name, mark.line, mark.column};
+}
+
+std::string Places::messageInFile(QorIdentifier owner, QorIdentifier attribute, std::string_view message) const {
+    const auto found = _fileTexts.find({owner, attribute});
+    return found == _fileTexts.end() ? std::string(message) : interchange::messageInFile(message, found->second.place);
 }
 
 }  // namespace qor::interchange

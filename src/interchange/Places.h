@@ -27,6 +27,10 @@ struct TextPlace {
 /// the file does not show the text as it is.
 [[nodiscard]] Mark markInText(const TextPlace& place, std::uint32_t line, std::uint32_t column);
 
+/// A message about a keyword text, whose second place ("already has the key ..., in line 2, column 1") counts within
+/// the text, with that place in the file instead, as far as the file shows the text as it is.
+[[nodiscard]] std::string messageInFile(std::string_view message, const TextPlace& place);
+
 /// Where things were written: 16 bytes for an object or relation and its identifier in the file, lookups O(log n).
 class Places {
 public:
@@ -40,6 +44,8 @@ public:
     [[nodiscard]] QorFilePlace placeOf(QorIdentifier thing) const;
     [[nodiscard]] std::string_view sourceIdOf(QorIdentifier thing) const;
     [[nodiscard]] QorFilePlace placeInText(QorIdentifier owner, QorIdentifier attribute, QorKexPosition position) const;
+    [[nodiscard]] std::string messageInFile(QorIdentifier owner, QorIdentifier attribute,
+                                            std::string_view message) const;
 
 private:
     struct Entry {

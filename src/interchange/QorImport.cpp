@@ -47,6 +47,8 @@ QorImportResult guarded(const std::string& file, Read read) {
 
 }  // namespace
 
+QorLibraryReview::~QorLibraryReview() = default;
+
 bool QorImportResult::hasErrors() const {
     return std::any_of(diagnostics.begin(), diagnostics.end(),
                        [](const QorDiagnostic& d) { return d.severity == QorSeverity::Error; });
@@ -76,7 +78,8 @@ struct QorImporter::Impl {
         return {};
     }
 
-    QorImportResult read(const std::string& name, Input input, QorIdentifier library, bool onlyLibraries) {
+    QorImportResult read(const std::string& name, Input input, QorIdentifier library, bool onlyLibraries,
+                         QorLibraryReview* review = nullptr) {
         QorImportResult result;
         Findings findings(name, places);
         std::vector<QorDiagnostic> ofLibrary;
@@ -85,6 +88,7 @@ struct QorImporter::Impl {
                 findings.error({}, input.problem);
             else
                 dispatch(name, input, library, onlyLibraries, result, findings, ofLibrary);
+            if (review != nullptr && findings.hasErrors()) take(*review, result, findings);
         } catch (const std::bad_alloc&) {
             findings.error({}, "there is not enough memory for this file");
         } catch (const std::exception& error) {
@@ -99,6 +103,23 @@ struct QorImporter::Impl {
         result.diagnostics.insert(result.diagnostics.begin(), std::make_move_iterator(ofLibrary.begin()),
                                   std::make_move_iterator(ofLibrary.end()));
         return result;
+    }
+
+    /// Classes that could not be made under their own names have one that nobody wrote.
+    static void eraseSpareName(std::string& text) {
+        const std::size_t mark = text.find(kSpareMark);
+        const std::size_t begin = mark == std::string::npos ? mark : text.rfind(" of class ", mark);
+        const std::size_t end = mark == std::string::npos ? mark : text.find('"', mark);
+        if (begin != std::string::npos && end != std::string::npos) text.erase(begin, end + 1 - begin);
+    }
+
+    static void take(QorLibraryReview& review, const QorImportResult& result, Findings& findings) {
+        if (result.library == QorNoIdentifier || findings.brokeOff()) return;
+        for (QorDiagnostic& more : review.review(result.library)) {
+            eraseSpareName(more.text);
+            if (!findings.hasErrorAt(more.place.line, more.place.column))
+                findings.report(more.severity, more.place.line, more.place.column, std::move(more.text));
+        }
     }
 
     void dispatch(const std::string& name, Input& input, QorIdentifier library, bool onlyLibraries,
@@ -124,7 +145,10 @@ struct QorImporter::Impl {
         const bool complete = readDocument(input.text, tree, findings);
         input.text = {};
         result.kind = kindOfDocument(tree);
-        if (!complete) return;
+        if (!complete) {
+            findings.breakOff();
+            if (result.kind == QorFileKind::Unknown || findings.hadTooMany()) return;
+        }
         Building building(tree, findings, builder, reader);
         if (result.kind == QorFileKind::Library) {
             LibraryReader(building).read(0, result.library);
@@ -154,7 +178,9 @@ struct QorImporter::Impl {
                             std::vector<QorDiagnostic>& diagnostics) {
         const NodeId named = rootValue(tree, "library");
         if (named == kNoNode || tree.text(named).empty()) {
-            findings.error(tree.mark(0), "the models need a method library: name its file under the key \"library\"");
+            if (!tree.breaksOff())
+                findings.error(tree.mark(0),
+                               "the models need a method library: name its file under the key \"library\"");
             return QorNoIdentifier;
         }
         const std::string path = besides(name, tree.text(named));
@@ -210,6 +236,14 @@ QorImportResult QorImporter::readFile(const std::string& path, QorIdentifier lib
     });
 }
 
+QorImportResult QorImporter::readLibrary(const std::string& path, QorLibraryReview& review) {
+    return guarded(path, [&] {
+        QorImportResult result = _impl->read(path, _impl->inputs.open(path), QorNoIdentifier, false, &review);
+        if (result.kind == QorFileKind::Library) _impl->libraries[canonical(path)] = result.library;
+        return result;
+    });
+}
+
 QorImportResult QorImporter::readText(const std::string& name, std::string_view text, QorIdentifier library) {
     return guarded(name, [&] {
         Input input;
@@ -244,4 +278,8 @@ std::string_view QorImporter::sourceIdOf(QorIdentifier thing) const { return _im
 
 QorFilePlace QorImporter::placeInText(QorIdentifier owner, QorIdentifier attribute, QorKexPosition position) const {
     return _impl->places.placeInText(owner, attribute, position);
+}
+
+std::string QorImporter::messageInFile(QorIdentifier owner, QorIdentifier attribute, std::string_view message) const {
+    return _impl->places.messageInFile(owner, attribute, message);
 }

@@ -21,11 +21,19 @@ struct QorFilePlace {
 
 enum class QorSeverity : std::int32_t { Error, Warning };
 
+/// One of several elements that a diagnostic is about; its place is in the same file.
+struct QorMention {
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+    std::string text;
+};
+
 /// What is wrong with a file, and where.
 struct QorDiagnostic {
     QorSeverity severity = QorSeverity::Error;
     QorFilePlace place;
     std::string text;
+    std::vector<QorMention> mentions = {};  ///< of a diagnostic about many: all of them; its text names the first few
 };
 
 /// What a file holds, judged by its beginning.
@@ -47,6 +55,15 @@ struct QorImportResult {
     [[nodiscard]] QOR_API bool hasErrors() const;
 };
 
+/// Looks through a method library that has errors, for more of them.
+class QOR_API QorLibraryReview {
+public:
+    virtual ~QorLibraryReview();
+    /// Called while what could be read of the library is there; it is taken back afterwards. What is answered joins the
+    /// other errors, except where there is one at the same place.
+    virtual std::vector<QorDiagnostic> review(QorIdentifier library) = 0;
+};
+
 /// Takes text files into a repository: method libraries and models in YAML or JSON, BPMN 2.0 in XML. Reports all errors
 /// of a file, not just the first; a file with an error leaves nothing behind in the repository. Remembers where things
 /// were written for as long as it lives. Memory is bounded by about 20 times the file's size.
@@ -61,6 +78,9 @@ public:
     /// none when the file holds a library or (in YAML) names its own. A file that cannot be read, a folder, or a file
     /// of unknown kind gives an error diagnostic.
     QorImportResult readFile(const std::string& path, QorIdentifier library);
+    /// The same for a method library, with a review when it has errors. There is none when the file breaks off, since
+    /// names may be explained behind.
+    QorImportResult readLibrary(const std::string& path, QorLibraryReview& review);
     /// Reads a text as if it were the file of that name.
     QorImportResult readText(const std::string& name, std::string_view text, QorIdentifier library);
 
@@ -76,6 +96,10 @@ public:
     [[nodiscard]] std::string_view sourceIdOf(QorIdentifier thing) const;
     /// The place in the file of a place in a keyword text, itself the value of an attribute of a class or library.
     [[nodiscard]] QorFilePlace placeInText(QorIdentifier owner, QorIdentifier attribute, QorKexPosition position) const;
+    /// What a parser says about such a text, with the second place that it may name ("already has the key \"a\", in
+    /// line 2, column 1") told as the file's.
+    [[nodiscard]] std::string messageInFile(QorIdentifier owner, QorIdentifier attribute,
+                                            std::string_view message) const;
 
 private:
     struct Impl;

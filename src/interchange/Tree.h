@@ -50,6 +50,12 @@ public:
     [[nodiscard]] NodeId first(NodeId node) const { return node + 1; }
     [[nodiscard]] NodeId next(NodeId node) const { return at(node).end; }
     [[nodiscard]] bool isLast(NodeId node) const { return next(node) == _size; }
+    /// The text broke off, so that what is not there may have stood behind.
+    [[nodiscard]] bool breaksOff() const { return _breaksOff; }
+    /// A list or mapping that the end of such a text may have cut.
+    [[nodiscard]] bool isCut(NodeId node) const {
+        return _breaksOff && isLast(node) && (kind(node) == NodeKind::Sequence || kind(node) == NodeKind::Mapping);
+    }
     /// How far the lines of a literal block are indented in the file.
     [[nodiscard]] std::uint32_t blockIndent(NodeId node) const;
 
@@ -76,6 +82,7 @@ private:
 
     std::vector<std::unique_ptr<Node[]>> _chunks;
     NodeId _size = 0;
+    bool _breaksOff = false;
     TextArena _texts;
     std::vector<BlockIndent> _indents;  // ascending
 };

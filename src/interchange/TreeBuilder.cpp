@@ -70,6 +70,7 @@ bool TreeBuilder::bad(Mark mark) {
 }
 
 void TreeBuilder::finish() {
+    _tree._breaksOff = true;
     while (!_levels.empty()) {
         if (_tree.kind(_levels.back().node) == NodeKind::Mapping && !atKey()) add(NodeKind::Bad, {});
         seal(_levels.back());

@@ -3,7 +3,6 @@
 
 #include <vector>
 
-#include "frame/RepositoryLookup.h"
 #include "modeltools/ValueCopy.h"
 #include "modeltools/messages.h"
 #include "platform/QorCoreModelingManager.h"
@@ -66,13 +65,11 @@ QorErrorCode columnsOf(long source, long target, std::vector<ColumnPair>& column
     if (code != QorErrorCode::Ok) return code;
     for (const SV::String& name : notebookColumns(sourceClass)) {
         ColumnPair pair;
-        const auto from = frame::findAttribute(sourceClass, name);
-        const auto to = frame::findAttribute(targetClass, name);
-        if (!from || !to) continue;
-        pair.from.attribute = *from;
-        pair.to.attribute = *to;
-        code = repository().getAttributeType(*from, pair.from.type);
-        if (code == QorErrorCode::Ok) code = repository().getAttributeType(*to, pair.to.type);
+        code = findColumn(sourceClass, name, pair.from.attribute);
+        if (code == QorErrorCode::Ok) code = findColumn(targetClass, name, pair.to.attribute);
+        if (code == QorErrorCode::NotFound) continue;
+        if (code == QorErrorCode::Ok) code = repository().getAttributeType(pair.from.attribute, pair.from.type);
+        if (code == QorErrorCode::Ok) code = repository().getAttributeType(pair.to.attribute, pair.to.type);
         if (code != QorErrorCode::Ok) return code;
         columns.push_back(pair);
     }

@@ -8,8 +8,8 @@ namespace qor::modeltools {
 
 NumberSearch::Found NumberSearch::firstFor(const std::string& baseText, QorIdentifier object) {
     Base& base = _bases[baseText];
-    const auto held = _held.find(object);
-    const std::int32_t own = held != _held.end() && held->second.base == &base ? held->second.number : 0;
+    const Held held = _held.of(object);
+    const std::int32_t own = held.base == &base ? held.number : 0;
     std::string name = baseText + "-";
     const std::size_t prefix = name.size();
     const auto found = [&base](std::int32_t number) {
@@ -32,17 +32,14 @@ NumberSearch::Found NumberSearch::firstFor(const std::string& baseText, QorIdent
 }
 
 void NumberSearch::given(const std::string& baseText, QorIdentifier object, std::int32_t number) {
-    const auto held = _held.find(object);
-    const Held earlier = held != _held.end() ? held->second : Held{};
+    const Held earlier = _held.of(object);
     note(_bases[baseText], object, number);
     if (earlier.base != nullptr) doubt(*earlier.base, earlier.number);
 }
 
 void NumberSearch::nameLost(QorIdentifier object) {
-    const auto held = _held.find(object);
-    if (held == _held.end()) return;
-    const Held lost = held->second;
-    doubt(*lost.base, lost.number);
+    const Held lost = _held.of(object);
+    if (lost.base != nullptr) doubt(*lost.base, lost.number);
 }
 
 void NumberSearch::nameSeen(std::string_view name) {
@@ -66,8 +63,8 @@ void NumberSearch::forgetAll() {
 void NumberSearch::doubt(Base& base, std::int32_t number) {
     QorIdentifier& holder = base.holders[static_cast<std::size_t>(number) - 1];
     if (holder == QorNoIdentifier) return;
-    const auto held = _held.find(holder);
-    if (held != _held.end() && held->second.base == &base && held->second.number == number) _held.erase(held);
+    const Held held = _held.of(holder);
+    if (held.base == &base && held.number == number) _held.set(holder, {});
     holder = QorNoIdentifier;
     base.doubtful.push(number);
 }
@@ -80,7 +77,7 @@ void NumberSearch::note(Base& base, QorIdentifier holder, std::int32_t number) {
         base.holders[static_cast<std::size_t>(number) - 1] = holder;
         base.doubtful.pop();
     }
-    _held.insert_or_assign(holder, Held{&base, number});
+    _held.set(holder, {&base, number});
 }
 
 }  // namespace qor::modeltools

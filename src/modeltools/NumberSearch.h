@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "modeltools/HeldNumbers.h"
 #include "platform/QorErrorCode.h"
 #include "platform/QorIdentifier.h"
 
@@ -32,7 +33,7 @@ public:
         : _lookUp(std::move(lookUp)), _highest(highest) {}
 
     /// Makes room for about so many objects.
-    void expect(std::size_t objects) { _held.reserve(objects); }
+    void expect(std::size_t objects) { _held.expect(objects); }
 
     struct Found {
         std::int32_t number = 0;                ///< 0: none, or the look-up failed
@@ -54,10 +55,7 @@ private:
         std::vector<QorIdentifier> holders;  ///< of the numbers from 1 that were asked; none: in doubt
         std::priority_queue<std::int32_t, std::vector<std::int32_t>, std::greater<>> doubtful;
     };
-    struct Held {
-        Base* base = nullptr;
-        std::int32_t number = 0;
-    };
+    using Held = HeldNumbers<Base>::Held;
 
     void doubt(Base& base, std::int32_t number);
     void note(Base& base, QorIdentifier holder, std::int32_t number);
@@ -65,7 +63,7 @@ private:
     LookUp _lookUp;
     std::int32_t _highest;
     std::unordered_map<std::string, Base> _bases;
-    std::unordered_map<QorIdentifier, Held> _held;
+    HeldNumbers<Base> _held;
 };
 
 }  // namespace qor::modeltools

@@ -17,14 +17,37 @@ struct ConvertedValue {
     QorCoreAttributeType sourceType = QorCoreAttributeType::None;
     QorCoreAttributeType targetType = QorCoreAttributeType::None;
     bool isMapped = false;  ///< by the text; the others go to every target class
+
+    /// The target may refuse what the source holds: the types differ, or each attribute has rules of its own beyond the
+    /// type (the words of an enumeration, the kind of a reference, the columns of a record).
+    [[nodiscard]] bool mayBeRefused() const;
 };
 
 /// What is carried over from objects of the handler's class to objects of the target class, in that order: the
-/// graphical representation, the variants where both classes have them, and what the text maps.
-[[nodiscard]] std::vector<ConvertedValue> convertedValues(const QorConversionHandler& handler, long targetClass);
+/// graphical representation, the variants where both classes have them, and what the text maps. After a failure of the
+/// repository nobody knows all of it.
+[[nodiscard]] QorErrorCode findConvertedValues(const QorConversionHandler& handler, long targetClass,
+                                               std::vector<ConvertedValue>& values);
 
-/// Whether relations of the class stay at the old object, and so go with it.
-[[nodiscard]] bool isUnmoved(long relationClass);
+/// The relation classes whose relations stay at the old object, and so go with it; looked up when made.
+class UnmovedRelationClasses {
+public:
+    UnmovedRelationClasses();
+    [[nodiscard]] bool any() const { return _first > 0 || _second > 0; }
+    [[nodiscard]] bool contain(long relationClass) const {
+        return relationClass > 0 && (relationClass == _first || relationClass == _second);
+    }
+
+private:
+    long _first;
+    long _second;
+};
+
+/// Which values a conversion writes.
+enum class ConvertedPart {
+    Everything,
+    Trial  ///< what may be refused: enough to see whether the whole would go
+};
 
 /// Converts one object.
 class ObjectConversion {
@@ -34,8 +57,9 @@ public:
     /// Takes a relation that could not be moved.
     using Unmoved = std::function<void(long relation, QorErrorCode code)>;
 
-    ObjectConversion(long model, long targetClass, const std::vector<ConvertedValue>& values)
-        : _model(model), _targetClass(targetClass), _values(values) {}
+    ObjectConversion(long model, long targetClass, const std::vector<ConvertedValue>& values,
+                     ConvertedPart part = ConvertedPart::Everything)
+        : _model(model), _targetClass(targetClass), _values(values), _part(part) {}
 
     /// All steps. The first code but Ok is returned; when the old object stays, `newObject` stays as well.
     QorErrorCode run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const;
@@ -46,6 +70,8 @@ private:
     long _model;
     long _targetClass;
     const std::vector<ConvertedValue>& _values;
+    ConvertedPart _part;
+    UnmovedRelationClasses _staying;
 };
 
 }  // namespace qor::modeltools

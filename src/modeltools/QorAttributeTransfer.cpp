@@ -24,16 +24,17 @@ bool isImpossible(const QorTransferEntry& entry) {
 class TransferSurvey {
 public:
     TransferSurvey(long model, long source) : _source(source), _transfer(source, false) {
-        if (repository().GetClassOfInstance(source, _cls) != QorErrorCode::Ok) _cls = -1;
-        if (repository().getAllInstancesInModel(model, _inModel) != QorErrorCode::Ok) _inModel.removeAll();
+        if (isFailure(repository().GetClassOfInstance(source, _cls)) ||
+            isFailure(repository().getAllInstancesInModel(model, _inModel)))
+            _failed = true;
     }
 
     /// Changes: the object can take part.
     [[nodiscard]] Outcome ofObject(long object) const {
         if (object == _source) return Outcome::IsSource;
         long cls = -1;
-        if (_cls < 1 || repository().GetClassOfInstance(object, cls) != QorErrorCode::Ok || cls != _cls)
-            return Outcome::NotOfClass;
+        if (_failed || isFailure(repository().GetClassOfInstance(object, cls))) return Outcome::Failed;
+        if (_cls < 1 || cls != _cls) return Outcome::NotOfClass;
         return _inModel.contains(object) ? Outcome::Changes : Outcome::NotInModel;
     }
 
@@ -56,8 +57,12 @@ public:
     }
 
 private:
+    /// That there is no such thing is an answer.
+    static bool isFailure(QorErrorCode code) { return code != QorErrorCode::Ok && code != QorErrorCode::NotFound; }
+
     long _source;
     long _cls = -1;
+    bool _failed = false;
     ISortedSet<long> _inModel;
     AttributeTransfer _transfer;
 };

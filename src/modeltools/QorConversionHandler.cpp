@@ -137,7 +137,9 @@ QorErrorCode QorConversionHandler::convert(long model, long object, long targetC
     }
     if (_isWithoutConversion) return QorErrorCode::Ok;
 
-    const auto values = convertedValues(*this, targetClass);
+    std::vector<ConvertedValue> values;
+    if (const QorErrorCode code = findConvertedValues(*this, targetClass, values); code != QorErrorCode::Ok)
+        return code;
     const auto refused = [&](const ConvertedValue& value, const ConversionOutcome& outcome) {
         _errorText = ConversionNames(_cls, value.source, targetClass, value.target).message(outcome.message);
         show(_errorText);

@@ -2,13 +2,13 @@
 #include "modeltools/QorConversionPlan.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
 #include "cardinality/QorCardinalityHandler.h"
-#include "frame/RepositoryLookup.h"
 #include "modeltools/ConversionNames.h"
 #include "modeltools/ObjectConversion.h"
 #include "modeltools/ValueCopy.h"
@@ -18,13 +18,13 @@
 #include "platform/QorGuard.h"
 
 using namespace qor::modeltools;
-namespace frame = qor::frame;
 using ProblemKind = QorConversionProblemKind;
 
 struct QorConversionPlan::Kind {
     std::vector<ConvertedValue> values;
     std::size_t firstAttribute = 0;  ///< of the plan's attributes
     std::size_t endAttribute = 0;
+    std::vector<QorCoreAttributeType> types;  ///< of each of those attributes
 };
 
 namespace {
@@ -39,11 +39,16 @@ BreachKey keyOf(const QorCardinalityBreach& breach, long subject) {
             breach.rule.otherClass};
 }
 
-bool hasValue(long object, long attribute) {
-    ISequence<long> rows;
-    if (repository().getRecordInstances(object, attribute, rows) == QorErrorCode::Ok) return !rows.isEmpty();
+/// Whether the object holds a value; nothing when the repository fails.
+std::optional<bool> hasValue(long object, long attribute, QorCoreAttributeType type) {
+    if (type == QorCoreAttributeType::Record) {
+        ISequence<long> rows;
+        if (repository().getRecordInstances(object, attribute, rows) != QorErrorCode::Ok) return std::nullopt;
+        return !rows.isEmpty();
+    }
     QorOwnedText text;
-    return readValue(object, attribute, text) == QorErrorCode::Ok && !text.isEmpty();
+    if (readValueOrEmpty(object, attribute, text) != QorErrorCode::Ok) return std::nullopt;
+    return !text.isEmpty();
 }
 
 }  // namespace
@@ -77,7 +82,10 @@ bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long t
         _targetClass = targetClass;
         _kinds = std::make_unique<Kinds>();
         survey(objects);
-        if (_problems.empty()) rehearse();
+        if (_problems.empty())
+            rehearse();
+        else
+            for (const QorPlannedConversion& planned : _objects) countValues(planned.cls, planned.object);
         return true;
     });
     if (!made) clear();
@@ -89,56 +97,76 @@ bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long t
 
 void QorConversionPlan::survey(const ISortedSet<long>& objects) {
     ISortedSet<long> inModel;
-    if (repository().getAllInstancesInModel(_model, inModel) != QorErrorCode::Ok) inModel.removeAll();
+    const UnmovedRelationClasses staying;
+    const QorErrorCode code = repository().getAllInstancesInModel(_model, inModel);
+    if (code != QorErrorCode::Ok && code != QorErrorCode::NotFound)
+        return add(ProblemKind::Failed, QorNoIdentifier, code);
     for (const long object : objects) {
-        long cls = QorNoIdentifier;
-        if (!inModel.contains(object) || repository().GetClassOfInstance(object, cls) != QorErrorCode::Ok) {
+        if (!inModel.contains(object)) {
             add(ProblemKind::UnknownObject, object);
+            continue;
+        }
+        long cls = QorNoIdentifier;
+        if (const QorErrorCode its = repository().GetClassOfInstance(object, cls); its != QorErrorCode::Ok) {
+            add(ProblemKind::Failed, object, its);
             continue;
         }
         _objects.push_back({object, cls});
         if (_kinds->find(cls) == _kinds->end()) surveyClass(cls, object);
-        countValues(cls, object);
-        noteLostRelations(object);
+        if (staying.any()) noteLostRelations(object);
     }
 }
 
 void QorConversionPlan::surveyClass(long cls, long object) {
     QorConversionHandler handler(cls);
     if (const long code = handler.Init(nullptr); code != 0)
-        add(ProblemKind::WrongText, object, static_cast<QorErrorCode>(code), handler.GetErrorText());
+        add(handler.GetErrorText().IsEmpty() ? ProblemKind::Failed : ProblemKind::WrongText, object,
+            static_cast<QorErrorCode>(code), handler.GetErrorText());
     else if (handler.isWithoutConversion())
         add(ProblemKind::NoConversions, object);
     else if (handler.conversionInto(_targetClass) == nullptr)
         add(ProblemKind::NotIntoClass, object);
 
     Kind kind;
-    kind.values = convertedValues(handler, _targetClass);
+    if (const QorErrorCode code = findConvertedValues(handler, _targetClass, kind.values); code != QorErrorCode::Ok)
+        add(ProblemKind::Failed, object, code);
     kind.firstAttribute = _attributes.size();
     for (const SV::String& name : notebookColumns(cls)) {
-        const auto source = frame::findAttribute(cls, name);
-        if (!source) continue;
+        long source = QorNoIdentifier;
+        if (const QorErrorCode code = findColumn(cls, name, source); code != QorErrorCode::Ok) {
+            add(ProblemKind::Failed, object, code);
+            continue;
+        }
         bool isMapped = false;
         for (const ConvertedValue& value : kind.values) {
-            if (value.source != *source) continue;
+            if (value.source != source) continue;
             const bool isCast = value.sourceType != value.targetType;
             _attributes.push_back(
-                {cls, *source, value.target, isCast ? QorConversionFate::Cast : QorConversionFate::Carried});
+                {cls, source, value.target, isCast ? QorConversionFate::Cast : QorConversionFate::Carried});
             isMapped = true;
         }
-        if (!isMapped) _attributes.push_back({cls, *source});
+        if (!isMapped) _attributes.push_back({cls, source});
     }
     kind.endAttribute = _attributes.size();
+    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at) {
+        auto& type = kind.types.emplace_back(QorCoreAttributeType::None);
+        const QorErrorCode code = repository().getAttributeType(_attributes[at].source, type);
+        if (code != QorErrorCode::Ok) add(ProblemKind::Failed, object, code);
+    }
     _kinds->emplace(cls, std::move(kind));
 }
 
 void QorConversionPlan::countValues(long cls, long object) {
     const Kind& kind = _kinds->at(cls);
-    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at)
-        if (hasValue(object, _attributes[at].source)) ++_attributes[at].objects;
+    for (std::size_t at = kind.firstAttribute; at < kind.endAttribute; ++at) {
+        const auto has = hasValue(object, _attributes[at].source, kind.types[at - kind.firstAttribute]);
+        if (!has) return add(ProblemKind::Failed, object);
+        if (*has) ++_attributes[at].objects;
+    }
 }
 
 void QorConversionPlan::noteLostRelations(long object) {
+    const UnmovedRelationClasses staying;
     ISortedSet<long> leaving;
     ISortedSet<long> arriving;
     if (repository().getFromRelationInstances(object, leaving) != QorErrorCode::Ok ||
@@ -147,14 +175,15 @@ void QorConversionPlan::noteLostRelations(long object) {
     leaving.addAllFrom(arriving);
     for (const long relation : leaving) {
         long relationClass = QorNoIdentifier;
-        if (repository().relationOf(relation, relationClass) == QorErrorCode::Ok && isUnmoved(relationClass))
-            _lostRelations.push_back({relation, object});
+        const QorErrorCode code = repository().relationOf(relation, relationClass);
+        if (code != QorErrorCode::Ok) return add(ProblemKind::Failed, object, code);
+        if (staying.contain(relationClass)) _lostRelations.push_back({relation, object});
     }
 }
 
 // ---- What is done ----
 
-bool QorConversionPlan::convertOne(QorPlannedConversion& planned) {
+bool QorConversionPlan::convertOne(QorPlannedConversion& planned, ConvertedPart part) {
     const std::size_t before = _problems.size();
     const long object = planned.object;
     const Kind& kind = _kinds->at(planned.cls);
@@ -174,7 +203,7 @@ bool QorConversionPlan::convertOne(QorPlannedConversion& planned) {
         _problems.back().relation = relation;
     };
     const QorErrorCode code =
-        ObjectConversion(_model, _targetClass, kind.values).run(object, refused, unmoved, planned.newObject);
+        ObjectConversion(_model, _targetClass, kind.values, part).run(object, refused, unmoved, planned.newObject);
     if (planned.newObject == QorNoIdentifier)
         add(ProblemKind::NotMade, object, code);
     else if (code != QorErrorCode::Ok && _problems.size() == before)
@@ -183,10 +212,12 @@ bool QorConversionPlan::convertOne(QorPlannedConversion& planned) {
 }
 
 /// Goes on after a problem, so that all are known.
-bool QorConversionPlan::convertAll() {
+bool QorConversionPlan::convertAll(ConvertedPart part) {
     bool all = true;
-    for (QorPlannedConversion& planned : _objects)
-        if (!convertOne(planned)) all = false;
+    for (QorPlannedConversion& planned : _objects) {
+        if (part == ConvertedPart::Trial) countValues(planned.cls, planned.object);
+        if (!convertOne(planned, part)) all = false;
+    }
     return all;
 }
 
@@ -201,7 +232,7 @@ void QorConversionPlan::rehearse() {
 
     const QorUnitOfWork unit;
     if (!unit.isOpen()) return add(ProblemKind::NoUnitsOfWork, QorNoIdentifier);
-    const bool converted = convertAll();
+    const bool converted = convertAll(ConvertedPart::Trial);
     std::map<long, long> oldOf;
     for (QorPlannedConversion& planned : _objects) {
         const long made = std::exchange(planned.newObject, QorNoIdentifier);
@@ -231,7 +262,7 @@ bool QorConversionPlan::carryOut() noexcept {
             add(ProblemKind::NoUnitsOfWork, QorNoIdentifier);
             return false;
         }
-        if (!convertAll()) return false;
+        if (!convertAll(ConvertedPart::Everything)) return false;
         const QorErrorCode code = unit.commit();
         if (code != QorErrorCode::Ok) add(ProblemKind::Failed, QorNoIdentifier, code);
         return code == QorErrorCode::Ok;

@@ -12,6 +12,10 @@
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
 
+namespace qor::modeltools {
+enum class ConvertedPart;
+}
+
 /// What becomes of an attribute of the old objects.
 enum class QorConversionFate : std::int32_t {
     Carried,  ///< the value goes over as it is
@@ -72,9 +76,10 @@ public:
     QorConversionPlan& operator=(const QorConversionPlan&) = delete;
     ~QorConversionPlan();
 
-    /// Works out what converting the objects would do, by converting them and taking it back: nothing stays changed,
-    /// but hosts announce changed references and what is taken back. True when the plan can be carried out. The
-    /// cardinality rules in force are checked before and after. O(content of the model).
+    /// Works out what converting the objects would do, by converting them and taking it back, without the values that
+    /// the target's type takes in any case: nothing stays changed, but hosts announce changed references and what is
+    /// taken back. True when the plan can be carried out. The cardinality rules in force are checked before and after.
+    /// O(content of the model).
     bool make(long model, const ISortedSet<long>& objects, long targetClass) noexcept;
     /// Carries the plan out, in one unit of work. False, and nothing is changed, when it has problems, or meets one:
     /// the model may have changed since. A problem met is added to the problems. Once only.
@@ -99,8 +104,8 @@ private:
     void surveyClass(long cls, long object);
     void countValues(long cls, long object);
     void noteLostRelations(long object);
-    bool convertAll();
-    bool convertOne(QorPlannedConversion& planned);
+    bool convertAll(qor::modeltools::ConvertedPart part);
+    bool convertOne(QorPlannedConversion& planned, qor::modeltools::ConvertedPart part);
     void rehearse();
     void add(QorConversionProblemKind kind, long object, QorErrorCode code = QorErrorCode::Ok, SV::String text = {});
 

@@ -29,8 +29,16 @@ std::vector<SV::String> notebookColumns(long recordClass) {
     const QorBasicNotebookAttrHandler notebook(recordClass);
     std::vector<SV::String> columns;
     SV::String name;
-    for (unsigned long index = 0; notebook.GetAttr(index, name); ++index) columns.push_back(name);
+    // Asked twice, for without memory it answers as behind the end, and columns would be lost.
+    const auto isShown = [&](unsigned long index) {
+        return notebook.GetAttr(index, name) || notebook.GetAttr(index, name);
+    };
+    for (unsigned long index = 0; isShown(index); ++index) columns.push_back(name);
     return columns;
+}
+
+QorErrorCode findColumn(long recordClass, const SV::String& name, long& column) {
+    return QorCoreModelingManager::GetGlobal()->getAttributeIDFromAttributeName(recordClass, name.c_str(), column);
 }
 
 QorErrorCode deleteRows(const ValuePlace& table) {

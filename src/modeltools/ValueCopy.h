@@ -29,6 +29,8 @@ enum class UnreadableReferences { Refused, LeftOut };
 
 /// Names of the columns that the notebook of a record class shows, in its order.
 [[nodiscard]] std::vector<SV::String> notebookColumns(long recordClass);
+/// The column of that name; NotFound when the class has none.
+[[nodiscard]] QorErrorCode findColumn(long recordClass, const SV::String& name, long& column);
 
 /// Deletes all rows, the last first, with the platform's automatic executions held: they must not see a table that is
 /// half gone.

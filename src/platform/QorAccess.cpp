@@ -19,6 +19,14 @@ QorAccModelgroup::QorAccModelgroup(const QorAccModelgroup& other)
 QorAccModelgroup::~QorAccModelgroup() = default;
 
 QorAccModelgroupContainer::QorAccModelgroupContainer() = default;
+QorAccModelgroupContainer::QorAccModelgroupContainer(const QorAccModelgroupContainer& other) {
+    for (const auto& entry : other._entries) add(std::make_unique<QorAccModelgroup>(*entry));
+}
+QorAccModelgroupContainer& QorAccModelgroupContainer::operator=(const QorAccModelgroupContainer& other) {
+    QorAccModelgroupContainer copy(other);
+    _entries.swap(copy._entries);
+    return *this;
+}
 QorAccModelgroupContainer::~QorAccModelgroupContainer() = default;
 
 void QorAccModelgroupContainer::add(std::unique_ptr<QorAccModelgroup> entry) { _entries.insert(std::move(entry)); }

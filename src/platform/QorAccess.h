@@ -41,8 +41,9 @@ private:
 class QOR_API QorAccModelgroupContainer {
 public:
     QorAccModelgroupContainer();
-    QorAccModelgroupContainer(const QorAccModelgroupContainer&) = delete;
-    QorAccModelgroupContainer& operator=(const QorAccModelgroupContainer&) = delete;
+    /// Copies every entry, as QorAccModelgroup is copied.
+    QorAccModelgroupContainer(const QorAccModelgroupContainer& other);
+    QorAccModelgroupContainer& operator=(const QorAccModelgroupContainer& other);
     ~QorAccModelgroupContainer();
 
     /// Takes the entry over; O(log n).

@@ -36,10 +36,12 @@ public:
     /// raises their load events again. Returns the failure code of the first handler that is still in error;
     /// NotAllHandlersSetUp when one is still missing. With `all` false only missing handlers are looked at.
     virtual QorErrorCode initLibraryHandlers(bool all);
-    /// True when the library is locked; `holder` then names who holds the lock.
+    /// True when the current user holds the library exclusively, or another user holds it in any way; `holder` then
+    /// names who, none while that user is just coming to hold it.
     virtual bool isLibraryLocked(long library, QorUserID& holder);
-    /// Locks the library for the current user; LockedByOther when somebody else holds it, Ok when the user holds it
-    /// already. `wait`: wait for another process's short write instead of refusing.
+    /// Locks the library for the current user; LockedByOther when somebody else holds it, or shares it when an
+    /// exclusive lock is asked for; Ok when the user holds it already, also in another process. `wait`: wait for
+    /// another process's short write instead of refusing.
     virtual QorErrorCode lockLibrary(long library, bool wait, QorDBLockModeType mode);
     /// Releases the current user's lock; Ok when there is none.
     virtual QorErrorCode unlockLibrary(long library);

@@ -11,6 +11,12 @@ QorErrorCode QorModelGroupService::subGroups(long, ISortedSet<long>& groups, boo
     return Qor_NotInstalled("QorModelGroupService::subGroups");
 }
 
+QorErrorCode QorModelGroupService::modelGroupInfo(long, SV::String& name, long& library) {
+    name.Clear();
+    library = -1;
+    return Qor_NotInstalled("QorModelGroupService::modelGroupInfo");
+}
+
 QorErrorCode QorModelGroupService::setUserGroupPermission(long, const QorUserGroupID&, std::int32_t) {
     return Qor_NotInstalled("QorModelGroupService::setUserGroupPermission");
 }
@@ -21,6 +27,11 @@ QorErrorCode QorCoreModelGroupManager::GetAllSubGroupsOfModelGroup(long modelGro
                                                                    bool recursive) noexcept {
     return Qor_Guarded("modelgroup", QorErrorCode::Broken,
                        [&] { return installed(&QorHost::modelGroups).subGroups(modelGroup, groups, recursive); });
+}
+
+QorErrorCode QorCoreModelGroupManager::GetModelGroupInfo(long modelGroup, SV::String& name, long& library) noexcept {
+    return Qor_Guarded("modelgroup", QorErrorCode::Broken,
+                       [&] { return installed(&QorHost::modelGroups).modelGroupInfo(modelGroup, name, library); });
 }
 
 QorErrorCode QorCoreModelGroupManager::SetUserGroupPermission(long modelGroup, const QorUserGroupID& userGroup,

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/QorModelTypeAttrHandler.h"
 
+#include <array>
+#include <cstddef>
+#include <new>
+
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorGuard.h"
 
@@ -36,7 +40,9 @@ SV::String QorModelTypeAttrHandler::getErrorText() const { return {}; }
 bool QorModelTypeAttrHandler::ExistsGlobal() noexcept { return ofLoadedLibrary() != nullptr; }
 
 QorModelTypeAttrHandler* QorModelTypeAttrHandler::GetGlobal() noexcept {
-    static auto* const refusing = new QorModelTypeAttrHandler;
+    // Takes no memory, and is never destroyed: somebody may still ask while the process ends.
+    alignas(QorModelTypeAttrHandler) static std::array<std::byte, sizeof(QorModelTypeAttrHandler)> room;
+    static auto* const refusing = new (room.data()) QorModelTypeAttrHandler;
     auto* own = ofLoadedLibrary();
     return own != nullptr ? own : refusing;
 }

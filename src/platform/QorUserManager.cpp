@@ -44,6 +44,11 @@ QorErrorCode QorUserManager::allUmansGetModelGroupsAccessibleByUserGroup(const Q
                        [&] { return installed(&QorHost::users).modelGroupsAccessibleByUserGroup(group, entries); });
 }
 
+QorErrorCode QorUserManager::allUmansGetAllUserGroups(ISortedSet<QorUserGroupID>& groups) noexcept {
+    return Qor_Guarded("qorusermanager", QorErrorCode::Broken,
+                       [&] { return installed(&QorHost::users).allUserGroups(groups); });
+}
+
 bool QorUserManager::isUserAdmin(const QorUserID& user) noexcept {
     return Qor_Guarded("qorusermanager", false, [&] { return installed(&QorHost::users).isAdministrator(user); });
 }

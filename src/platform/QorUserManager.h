@@ -47,7 +47,10 @@ public:
     virtual QorErrorCode pop();
     /// Users of the selected manager.
     virtual QorErrorCode allUserIDs(ISortedSet<QorUserID>& users);
+    /// All user groups there are, system user groups included.
+    virtual QorErrorCode allUserGroups(ISortedSet<QorUserGroupID>& groups);
 
+    /// Ok with -1 for a user who is allowed none.
     virtual QorErrorCode allowedApplicationLibrary(const QorUserID& user, long& library);
     /// The model groups that the user group may reach, each with its permission.
     virtual QorErrorCode modelGroupsAccessibleByUserGroup(const QorUserGroupID& group,
@@ -69,6 +72,7 @@ public:
     static QorErrorCode allUmansGetAllowedApplicationLibrary(const QorUserID& user, long& library) noexcept;
     static QorErrorCode allUmansGetModelGroupsAccessibleByUserGroup(const QorUserGroupID& group,
                                                                     QorAccModelgroupContainer& entries) noexcept;
+    static QorErrorCode allUmansGetAllUserGroups(ISortedSet<QorUserGroupID>& groups) noexcept;
     static bool isUserAdmin(const QorUserID& user) noexcept;
     static bool isUserSubAdmin(const QorUserID& user) noexcept;
     static QorErrorCode getUserProfile(const QorUserID& user, long entry, SV::String& value) noexcept;

@@ -45,6 +45,11 @@ QorErrorCode QorUserService::allUserIDs(ISortedSet<QorUserID>& users) {
     return Qor_NotInstalled("QorUserService::allUserIDs");
 }
 
+QorErrorCode QorUserService::allUserGroups(ISortedSet<QorUserGroupID>& groups) {
+    groups.removeAll();
+    return Qor_NotInstalled("QorUserService::allUserGroups");
+}
+
 QorErrorCode QorUserService::allowedApplicationLibrary(const QorUserID&, long& library) {
     library = -1;
     return Qor_NotInstalled("QorUserService::allowedApplicationLibrary");

@@ -77,7 +77,11 @@ std::vector<long> shownAttributes(long cls, QorCoreAttributeType type) {
     std::vector<long> found;
     const QorBasicNotebookAttrHandler notebook(cls);
     SV::String name;
-    for (unsigned long index = 0; notebook.GetAttr(index, name); ++index) {
+    // Asked twice, for without memory it answers as behind the end.
+    const auto isShown = [&](unsigned long index) {
+        return notebook.GetAttr(index, name) || notebook.GetAttr(index, name);
+    };
+    for (unsigned long index = 0; isShown(index); ++index) {
         const auto attribute = frame::findAttribute(cls, name);
         if (!attribute) throw RepositoryFailed();
         if (typeOf(*attribute) == type) found.push_back(*attribute);

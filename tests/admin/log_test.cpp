@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LogDesk.h"
 #include "admin/QorAdminLoggerSettingsDlg.h"
-#include "admin/QorUserEventKind.h"
+#include "platform/QorUserEventKind.h"
 
 namespace {
 

@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <unistd.h>
+
+#include <fstream>
+
 #include "cli/CommandRunner.h"
 
 namespace {
@@ -143,6 +147,39 @@ TEST_F(OnRepository, TransfersAttributes) {
     EXPECT_EQ(runner.run("transfer shop.qor --from Look --to Look --to Feel --attributes Info,size").exit, 1);
     const std::string after = exported();
     EXPECT_NE(after.find("Info: seen", after.find("name: Feel")), std::string::npos) << after;
+}
+
+TEST_F(OnRepository, LeavesARepositoryThatTakesNoChangeAsItIs) {
+    const auto path = runner.folder() / "in" / "shop.qor";
+    const auto content = [&] {
+        std::ifstream file(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    runner.write("hold.py",
+                 "import sqlite3, subprocess, sys\n"
+                 "repository = sqlite3.connect('shop.qor', isolation_level=None)\n"
+                 "repository.execute('BEGIN IMMEDIATE')\n"
+                 "sys.exit(subprocess.call(sys.argv[1:]))\n");
+    const std::string before = content();
+    for (const std::string command :
+         {"convert shop.qor Look --to Decision", "transfer shop.qor --from Look --to Feel --attributes Info"}) {
+        const auto locked = runner.run(command, "python3 hold.py");
+        EXPECT_EQ(locked.exit, 4) << command << locked.out << locked.err;
+        EXPECT_EQ(content(), before) << command;
+    }
+    using std::filesystem::perms;
+    for (const auto& folder : {runner.folder(), runner.folder() / "in"})
+        std::filesystem::permissions(folder, perms::all);
+    std::filesystem::permissions(path, perms::owner_read | perms::group_read | perms::others_read);
+    // Nothing is read-only for the superuser.
+    const std::string reader = geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
+    for (const std::string command :
+         {"convert shop.qor Look --to Decision", "transfer shop.qor --from Look --to Feel --attributes Info"}) {
+        const auto refused = runner.run(command, reader);
+        EXPECT_EQ(refused.exit, 5) << command << refused.out << refused.err;
+        EXPECT_NE(refused.err.find("can only be read"), std::string::npos) << refused.err;
+        EXPECT_EQ(content(), before) << command;
+    }
 }
 
 TEST_F(OnRepository, LibraryCheckTellsErrorsAtTheirPlaces) {

@@ -156,6 +156,39 @@ TEST(CliHierarchy, ShowsARepositoryAsTheFilesThatItWasMadeOf) {
     EXPECT_EQ(calls.qor.run("hierarchy shop.qor a.bpmn").exit, 3) << "the library is another one";
 }
 
+TEST(CliHierarchy, NamesTheObjectThatHoldsABrokenReferenceInARow) {
+    const CommandRunner qor;
+    qor.write("rows.yaml", R"(format: qor.library/1
+name: Rows
+business_process:
+  record_classes:
+    - name: Source
+      attributes: [{name: See, type: reference, refers_to: models}]
+    - name: Line
+      attributes: [{name: Sources, type: record, record_class: Source}]
+  classes:
+    - name: Thing
+      attributes: [{name: Lines, type: record, record_class: Line}]
+    - {name: Order, extends: Thing}
+  model_types: [{name: Day, classes: [Order]}]
+)");
+    qor.write("day.yaml", R"(format: qor.model/1
+library: rows.yaml
+models:
+  - name: Monday
+    type: Day
+    objects:
+      - {class: Order, name: Empty}
+      - class: Order
+        name: Full
+        values: {Lines: [{Sources: [{See: 'MODEL "Sunday" type: "Day"'}]}]}
+)");
+    const Outcome outcome = qor.run("hierarchy --broken day.yaml");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_THAT(outcome.out,
+                HasSubstr("day.yaml:8:9: error: model \"Monday\": object \"Full\": See: there is no model"));
+}
+
 constexpr std::string_view kLibrary = R"(format: qor.library/1
 name: Shop
 business_process:

@@ -154,6 +154,37 @@ TEST(CliRules, TellsDefinitionErrorsAtTheirPlaceAndThenTheRulesInForce) {
     EXPECT_NE(qor.run("rules --language de tree.yaml").out, qor.run("rules tree.yaml").out);
 }
 
+TEST(CliRules, FaultsOfTheFileHideNoneInItsRules) {
+    CommandRunner qor;
+    const std::string good =
+        "format: qor.library/1\nname: L\nbusiness_process:\n  classes:\n    - name: A\n      cardinalities: |\n"
+        "        CARDINALITIES\n        max-objects: 1\n        max-objects: 2\n    - name: B\n"
+        "      cardinalities: |\n        CARDINALITIES\n        RELATION \"gone\" max-incoming: 1\n";
+    const std::string inRules =
+        ":9:9: error: Cardinalities of class \"A\": the element \"CARDINALITIES\" already has the key \"max-objects\", "
+        "in "
+        "line 8, column 9\nL.yaml:13:9: error: Cardinalities of class \"B\": \"gone\" stands";
+    qor.write("L.yaml", good);
+    qor.write("m.yaml", "format: qor.model/1\nlibrary: L.yaml\nmodels: []\n");
+    const Outcome rules = qor.run("rules L.yaml");
+    EXPECT_EQ(rules.exit, 1) << "the errors are what was asked for";
+    EXPECT_THAT(rules.out, HasSubstr(inRules));
+    const Outcome check = qor.run("check m.yaml");
+    EXPECT_EQ(check.exit, 3) << "the models cannot be judged by what was written";
+    EXPECT_THAT(check.err, HasSubstr(inRules));
+
+    // The second "B" has no name of its own and is read all the same.
+    qor.write("L.yaml", good + "    - {name: B, extends: Gone, cardinalities: 'CARDINALITIES RELATION \"no\"'}\n");
+    const Outcome faulty = qor.run("rules L.yaml");
+    EXPECT_EQ(faulty.exit, 3);
+    EXPECT_THAT(faulty.err, HasSubstr(inRules));
+    EXPECT_THAT(faulty.err, HasSubstr("L.yaml:14:14: error: the name \"B\" is taken"));
+    EXPECT_THAT(faulty.err, HasSubstr("L.yaml:14:26: error: the class to extend: there is no class \"Gone\""));
+    EXPECT_THAT(faulty.err, HasSubstr("error: Cardinalities: \"no\" stands where"));
+    EXPECT_EQ(std::count(faulty.err.begin(), faulty.err.end(), '\n'), 5) << "each once\n" << faulty.err;
+    EXPECT_EQ(qor.run("check m.yaml").exit, 3);
+}
+
 TEST(CliUsage, WrongUseIsToldWithTheNearestName) {
     const CommandRunner qor;
     struct Row {

@@ -7,6 +7,8 @@
 
 #include "cli/CommandRunner.h"
 #include "cli/samples.h"
+#include "embedded/QorEmbeddedPlatform.h"
+#include "platform/QorCoreModelingManager.h"
 
 namespace {
 
@@ -160,6 +162,29 @@ TEST_F(CliRepo, WritesDocumentsForPrograms) {
         EXPECT_EQ(outcome.exit, name == "init" ? 5 : 0);
         EXPECT_THAT(outcome.out, HasSubstr("\"schema\": \"qor.repo." + name + "/1\""));
     }
+}
+
+TEST_F(CliRepo, IsNotWrittenWhileAnotherUserHasItsLibraryLockedUntilAnAdministratorBreaksThat) {
+    ASSERT_EQ(qor.run("repo import --keep shop.qor orders.yaml").exit, 0);
+    QorEmbeddedPlatform bob({.language = "en", .console = false, .user = "bob"});
+    ASSERT_TRUE(bob.openRepository((qor.folder() / "in" / "shop.qor").string()).ok());
+    const QorIdentifier library = bob.reader().applicationLibraries().front();
+    ASSERT_EQ(bob.host().repository->lockLibrary(library, false, QorDBLockModeType::Exclusive), QorErrorCode::Ok);
+    for (const char* command :
+         {"repo import shop.qor clean.yaml", "rename shop.qor", "sim reset shop.qor --model Orders",
+          "convert shop.qor --model Orders Check --to Store"}) {
+        const Outcome refused = qor.run(command);
+        EXPECT_EQ(refused.exit, 4) << command << refused.err;
+        EXPECT_THAT(refused.err, HasSubstr("the library \"Workshop\" is locked by bob (process ")) << command;
+    }
+    EXPECT_EQ(qor.run("check shop.qor").exit, 1) << "reading goes on";
+    EXPECT_THAT(info(), HasSubstr("library \"Workshop\": locked by bob (process "));
+    EXPECT_EQ(qor.run("repo unlock shop.qor Warkshop").exit, 2);
+    EXPECT_THAT(qor.run("repo unlock shop.qor Workshop").out,
+                HasSubstr("library \"Workshop\": the lock of bob (process "));
+    EXPECT_EQ(qor.run("repo unlock shop.qor").out, "nothing was locked\n");
+    EXPECT_EQ(qor.run("repo import --keep shop.qor clean.yaml").exit, 0);
+    EXPECT_FALSE(bob.builder().addApplicationLibrary("New", "", "").ok());
 }
 
 }  // namespace

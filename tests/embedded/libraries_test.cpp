@@ -113,7 +113,7 @@ TEST_P(Libraries, AnExclusiveLoadLocksTheLibraryWithItsPartsOrNothing) {
     EXPECT_EQ(repository.discardCompleteLibrary(w.library), Code::Ok);
     for (const long id : all) EXPECT_FALSE(repository.isLibraryLocked(id, holder));
     EXPECT_EQ(repository.lockLibrary(9999, false, QorDBLockModeType::Exclusive), Code::NotFound);
-    EXPECT_EQ(repository.lockLibrary(w.library, false, static_cast<QorDBLockModeType>(1)), Code::OutOfRange);
+    EXPECT_EQ(repository.lockLibrary(w.library, false, static_cast<QorDBLockModeType>(3)), Code::OutOfRange);
 }
 
 TEST_P(Libraries, HandlersAreMadeOnceAndRenewedThroughTheirEventsUntilTheLibraryGoes) {

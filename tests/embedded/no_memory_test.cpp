@@ -48,6 +48,9 @@ struct Scene {
         (void)builder.setValue(row, w.attributeOf(table, "Cell"), "a cell that is long enough to stand on the heap");
         group = builder.addModelGroup(w.library, "group").id;
         inner = builder.addModelGroup(w.library, "inner").id;
+        user = users.addUser("ada").id;
+        staff = users.addUserGroup("Staff").id;
+        (void)users.join(user, staff);
         if (kept == Kept::InUnit && repository.unitsOfWork()->begin() != QorErrorCode::Ok) std::abort();
     }
     [[nodiscard]] QorBuildResult result(QorErrorCode code) const {
@@ -73,6 +76,7 @@ struct Scene {
     Workshop w;
     QorCoreModelingManager& repository = w.repository();
     QorRepositoryBuilder& builder = w.builder();
+    QorUserAdministration& users = w.platform.userAdministration();
     // An object for each round; relations stand between them.
     [[nodiscard]] QorIdentifier other() const { return a + 2 + 2 * round; }
     void beginRound(int number) {
@@ -86,7 +90,7 @@ struct Scene {
     std::string longName;  // nor this one
     std::string text;      // gets a block of its own in the repository
     int round = 0;
-    QorIdentifier task, table, title, record, sum, type, model, a, b, then, thenClass, empty, group, inner;
+    QorIdentifier task, table, title, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user, staff;
 };
 
 struct Operation {
@@ -127,6 +131,15 @@ const Operation kOperations[] = {
     {"paste", [](Scene& s) { return s.builder.pasteObject(s.model, s.a, s.name); }},
     {"expression", [](Scene& s) { SV::String text; return s.result(s.w.platform.host().editing->expressionResult(s.model, s.a, s.sum, text)); }},
     {"groups", [](Scene& s) { ISortedSet<long> found; return s.result(s.w.platform.host().modelGroups->subGroups(s.group, found, true)); }},
+    {"user", [](Scene& s) { return s.users.addUser(s.name); }},
+    {"display name", [](Scene& s) { return s.users.setDisplayName(s.user, s.name, s.name); }},
+    {"profile", [](Scene& s) { return s.users.setProfileEntry(s.user, 6 + s.round, s.name); }},
+    {"user group", [](Scene& s) { return s.users.join(s.users.findUserGroup("Staff"), s.users.addUserGroup(s.name).id); }},
+    {"user group goes", [](Scene& s) { return s.round == 0 ? s.users.removeUserGroup(s.staff) : s.users.addUserGroup(s.name); }},
+    {"permission", [](Scene& s) { return s.users.setPermission(s.staff, s.round % 2 ? s.group : s.inner, 2 + s.round % 2 * 2); }},
+    {"group with permissions goes", [](Scene& s) { (void)s.users.setPermission(s.staff, s.inner, 2); return s.round == 0 ? s.builder.removeModelGroup(s.inner) : s.users.addUser(s.name); }},
+    {"user goes", [](Scene& s) { return s.round == 0 ? s.users.removeUser(s.user) : s.users.setSingleSignOnMode(667); }},
+    {"access", [](Scene& s) { QorAccModelgroupContainer found; return s.result(QorUserManager::allUmansGetModelGroupsAccessibleByUserGroup(QorUserGroupID(s.staff), found)); }},
     {"move source", [](Scene& s) { return s.result(s.repository.moveFromEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
     {"move target", [](Scene& s) { return s.result(s.repository.moveToEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
     {"delete", [](Scene& s) { return s.result(s.repository.deleteInstance(s.model, s.round == 0 ? s.b : s.other())); }},

@@ -6,6 +6,7 @@
 
 #include <fstream>
 
+#include "embedded/Repository.h"
 #include "embedded/store/SqliteStore.h"
 #include "platform/QorCoreUnitsOfWork.h"
 #include "support/OnStores.h"
@@ -159,6 +160,8 @@ TEST_F(RepositoryFile, OfAnEarlierVersionIsUpgradedAsAWholeOrNotAtAll) {
     EXPECT_EQ(statusOfOpening(path), Status::NewerSchema);
     EXPECT_NE(SqliteStore::open(path, QorRepositoryAccess::ReadWrite, result, next), nullptr);
     EXPECT_TRUE(result.ok()) << "it is upgraded once";
+    Repository upgraded;
+    EXPECT_TRUE(upgraded.attach(SqliteStore::open(path, QorRepositoryAccess::ReadWrite, result, next)).ok());
 }
 
 TEST_F(RepositoryFile, IsCopiedWhileItIsInUse) {

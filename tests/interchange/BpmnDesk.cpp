@@ -139,3 +139,23 @@ std::vector<std::string> BpmnDesk::breaches() {
     }
     return {found.begin(), found.end()};
 }
+
+std::string BpmnDesk::everything() const {
+    const QorRepositoryReader& reader = platform.reader();
+    std::string all;
+    const auto addValues = [&](QorIdentifier thing, QorIdentifier cls) {
+        for (; cls > 0; cls = reader.classInfo(cls).superclass)
+            for (const QorAttributeInfo& attribute : reader.attributesOf(cls))
+                all.append(reader.valueOf(thing, attribute.id)).append("\n");
+    };
+    for (const QorIdentifier model : _result.models) {
+        for (const QorIdentifier object : reader.objectsOf(model)) {
+            all.append(wordsFor(object)).append("\n");
+            addValues(object, reader.classOfObject(object));
+        }
+        for (const QorRelationInfo& relation : reader.relationsOf(model))
+            addValues(relation.id, relation.relationClass);
+    }
+    for (const std::string& diagnostic : diagnostics()) all.append(diagnostic).append("\n");
+    return all;
+}

@@ -37,6 +37,9 @@ public:
     [[nodiscard]] std::string value(std::string_view sourceId, std::string_view attribute) const;
     /// `1:5 text`, without the severity.
     [[nodiscard]] std::vector<std::string> diagnostics() const;
+    [[nodiscard]] const QorImportResult& result() const { return _result; }
+    /// Names and values of everything that was made, and the diagnostics' texts, one after the other.
+    [[nodiscard]] std::string everything() const;
     [[nodiscard]] bool hasErrors() const { return _result.hasErrors(); }
     /// `User task "Check": min-incoming 1, Sequence flow`, sorted, each once.
     [[nodiscard]] std::vector<std::string> breaches();

@@ -57,6 +57,9 @@ const PracticeCase kGoodPractice[] = {
     {"ad-hoc work",
      "<adHocSubProcess id='a'><task id='x'/><subProcess id='y'><startEvent id='ys'/><endEvent id='ye'/>"
      "<sequenceFlow sourceRef='ys' targetRef='ye'/></subProcess><intermediateThrowEvent id='z'/>"
+     "<exclusiveGateway id='g'/><eventBasedGateway id='h'/><sequenceFlow sourceRef='x' targetRef='g'/>"
+     "<intermediateThrowEvent id='l'><linkEventDefinition/></intermediateThrowEvent>"
+     "<boundaryEvent id='b' attachedToRef='x'/><adHocSubProcess id='n'><parallelGateway id='m'/></adHocSubProcess>"
      "</adHocSubProcess><sequenceFlow sourceRef='t' targetRef='a'/>"
      "<sequenceFlow sourceRef='a' targetRef='e'/>"},
     {"waiting for one of three",
@@ -112,6 +115,14 @@ TEST(BpmnRules, EachIsBrokenByItsOwnMistake) {
         {"<adHocSubProcess id='x'><startEvent id='a'/><task id='b'/><sequenceFlow sourceRef='a' targetRef='b'/>"
          "</adHocSubProcess><sequenceFlow sourceRef='t' targetRef='x'/><sequenceFlow sourceRef='x' targetRef='e'/>",
          "Ad-hoc sub-process \"x\": max-outgoing 0, Contains, Start event"},
+        {"<adHocSubProcess id='o'><adHocSubProcess id='x'><startEvent id='a'/><task id='b'/>"
+         "<sequenceFlow sourceRef='a' targetRef='b'/></adHocSubProcess></adHocSubProcess>"
+         "<sequenceFlow sourceRef='t' targetRef='o'/><sequenceFlow sourceRef='o' targetRef='e'/>",
+         "Ad-hoc activity \"x\": max-outgoing 0, Contains, Start event"},
+        {"<adHocSubProcess id='o'><subProcess id='x'><startEvent id='a'/><exclusiveGateway id='g'/><endEvent id='z'/>"
+         "<sequenceFlow sourceRef='a' targetRef='g'/><sequenceFlow sourceRef='g' targetRef='z'/></subProcess>"
+         "</adHocSubProcess><sequenceFlow sourceRef='t' targetRef='o'/><sequenceFlow sourceRef='o' targetRef='e'/>",
+         "Exclusive gateway \"g\": min-relations 4"},
         {"<transaction id='x'><startEvent id='a'/><task id='b'/><sequenceFlow sourceRef='a' targetRef='b'/>"
          "<sequenceFlow sourceRef='b' targetRef='c'/><task id='c'/><sequenceFlow sourceRef='c' targetRef='b'/>"
          "</transaction><sequenceFlow sourceRef='t' targetRef='x'/><sequenceFlow sourceRef='x' targetRef='e'/>",

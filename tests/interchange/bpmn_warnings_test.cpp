@@ -31,8 +31,6 @@ const WarningCase kWarnings[] = {
      "3:1 <sequenceFlow> \"f\": its target \"zz\" is not in this file; the relation is left out"},
     {"<sequenceFlow name='to b' targetRef='b'/>",
      "3:1 <sequenceFlow> named \"to b\": its source is not given; the relation is left out"},
-    {"<sequenceFlow id='f' sourceRef='a' targetRef='a'/>",
-     "3:1 <sequenceFlow> \"f\" leads from <task> \"a\" to itself; it is left out"},
     {"  <dataObject id='d'/><sequenceFlow id='f' sourceRef='a' targetRef='d'/>",
      "3:23 <sequenceFlow> \"f\": Sequence flow from <task> \"a\" to <dataObject> \"d\" is not possible (the relation "
      "class does not arrive at objects of this class); the relation is left out"},
@@ -56,13 +54,40 @@ const WarningCase kWarnings[] = {
      "3:1 <tsk> \"c\" is no element that BPMN knows; it is left out with everything inside it"},
     {"<participant id='c'/>",
      "3:1 <participant> \"c\" stands where BPMN has no such element; it is left out with everything inside it"},
-    {"<property id='x'/><auditing/><property id='y'/>",
-     "3:1 left out, since the method library has no place for it: <auditing> (1), <property> (2)"},
+    {"<monitoring id='x'/><auditing/><monitoring id='y'/>",
+     "3:1 left out, since the method library has no place for it: <auditing> (1), <monitoring> (2); these are "
+     "<monitoring> \"x\" (line 3), <auditing> (line 3), <monitoring> \"y\" (line 3)"},
+    {"<task id='c'><extensionElements><task id='lost'/></extensionElements></task>",
+     "3:33 left out, since it stands among extensions: 1 element of the namespace "
+     "\"http://www.omg.org/spec/BPMN/20100524/MODEL\": <task> in <task> \"c\" (line 3)"},
     {"<task id='c' v:a='1'><extensionElements><v:b><v:c v:d='2'/></v:b></extensionElements></task><v:e/>",
      "3:1 left out, as an extension that is not part of BPMN: 3 elements and 2 attributes of the namespace "
-     "\"urn:vendor\""},
+     "\"urn:vendor\": a of <task> \"c\" (line 3), <b> in <task> \"c\" (line 3), <e> in <process> \"p\" (line 3)"},
 };
 INSTANTIATE_TEST_SUITE_P(All, BpmnWarning, testing::ValuesIn(kWarnings));
+
+TEST(BpmnWarnings, NameTheFirstOfManyAndMentionAll) {
+    BpmnDesk desk;
+    desk.readProcess("<task id='a' v:x='1'/>\n<task id='b' v:x='1'/>\n<task id='c' v:x='1'/>\n<task id='d' v:x='1'/>");
+    ASSERT_EQ(desk.result().diagnostics.size(), 1U);
+    EXPECT_THAT(desk.result().diagnostics[0].text, testing::EndsWith("x of <task> \"c\" (line 3) and 1 more"));
+    ASSERT_EQ(desk.result().diagnostics[0].mentions.size(), 4U);
+    EXPECT_EQ(desk.result().diagnostics[0].mentions[3].text, "x of <task> \"d\"");
+    EXPECT_EQ(desk.result().diagnostics[0].mentions[3].line, 4U);
+}
+
+TEST(BpmnWarnings, OnlyActivitiesLeadToThemselvesWithoutOne) {
+    BpmnDesk desk;
+    desk.readProcess(
+        "<task id='a'/><subProcess id='s'/><exclusiveGateway id='g'/><sequenceFlow id='f' sourceRef='a' targetRef='a'/>"
+        "<sequenceFlow sourceRef='s' targetRef='s'/><sequenceFlow id='h' sourceRef='g' targetRef='g'/>"
+        "<association id='i' sourceRef='a' targetRef='a'/>");
+    EXPECT_THAT(desk.relations("Sequence flow"), ElementsAre("a -> a", "g -> g", "s -> s"));
+    EXPECT_THAT(desk.diagnostics(), ElementsAre(HasSubstr("\"h\" leads from <exclusiveGateway> \"g\" to itself"),
+                                                HasSubstr("\"i\" leads from <task> \"a\" to itself")));
+    EXPECT_THAT(desk.breaches(), testing::Not(testing::Contains(HasSubstr("Task \"a\"")))) << "it has one of each";
+    EXPECT_THAT(desk.breaches(), testing::Contains(HasSubstr("Exclusive gateway \"g\": min-relations 4")));
+}
 
 TEST(BpmnWarnings, FlowsBetweenModelsAreLeftOut) {
     BpmnDesk desk;
@@ -77,7 +102,7 @@ TEST(BpmnWarnings, DefinitionsThatNothingUsesAreTold) {
     desk.readDefinitions(
         "<message id='m' name='Used'/><message id='n' name='Unused'/>"
         "<process id='p'><receiveTask id='r' messageRef='m'/></process>");
-    EXPECT_THAT(desk.diagnostics(), ElementsAre(HasSubstr(": <message> (1)")));
+    EXPECT_THAT(desk.diagnostics(), ElementsAre(HasSubstr(": <message> (1); these are <message> \"n\" (line 1)")));
 }
 
 TEST(BpmnWarnings, ACrowdOfOneKindIsCountedAndHidesNoOther) {

@@ -143,6 +143,12 @@ const Fault kOtherFaults[] = {
     {"TextIsAList",
      "  classes:\n    - {name: A, cardinalities: [a]}\n",
      {"5:32 \"cardinalities\" must be a text, not a list"}},
+    {"SyntaxErrorsOfAllTexts",
+     "  texts:\n    automatic_checks: \"x: 1\"\n    simulation_result: \"A b: 1 b: 2\"\n  classes:\n"
+     "    - {name: A, extends: Gone, cardinalities: \"C a: 1 a: 2\"}\n    - {cardinalities: \"C a:\\n1 a: 2\"}\n",
+     {"5:24 automatic_checks: the key \"x\"", "6:32 already has the key \"b\", in line 6, column 27", "8:26 \"Gone\"",
+      "8:55 of class \"A\": the element \"C\" already has the key \"a\", in line 8, column 50", "9:7 needs the key",
+      "9:23 Cardinalities: the element \"C\" already has the key \"a\", in line 1, column 3 of the text"}},
     {"UnknownText",
      "  texts: {automatic_check: x}\n",
      {"4:11 no key \"automatic_check\"; did you mean \"automatic_checks\"?"}},

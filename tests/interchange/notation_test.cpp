@@ -96,6 +96,25 @@ const Fault kYaml[] = {
      {"1:129 nested deeper than 64 levels"}},
 };
 
+// What was found before the text broke off is told as well, but not that something is missing: it may stand behind.
+const Fault kBrokenOff[] = {
+    {"Library",
+     "format: qor.library/1\nname: L\nbusiness_process:\n  unmoved_relation_class: later\n  classes:\n"
+     "    - {name: A, extends: Later}\n    - {name: A, abstract: perhaps}\n    - name: B\n      values: {Later: 1}\n"
+     "      cardinalities: |\n        CARDINALITIES\n        max-objects: 1\n        max-objects: 2\n"
+     "  model_types:\n    - classes: [Later]\n        name: M\n",
+     {"7:14 \"A\" is taken", "7:27 true or false", "13:9 already has the key \"max-objects\", in line 12, column 9",
+      "16:9 a key is expected here"}},
+    {"Cut",
+     "format: qor.library/1\nname: L\nbusiness_process: {classes: [{name: A, attributes: [{name: X, type: enumeration, "
+     "values: [",
+     {"3:1 a value is missing"}},
+    {"Json",
+     R"({"format": "qor.library/1", "name": "L", "business_process": {"classes": [{"nam": "A"}, {"name": 1 2)",
+     {"1:75 needs the key \"name\"", "1:76 no key \"nam\"", "1:100 unexpected number literal"}},
+    {"BeforeItsKind", "name: L\nbusines: x\na: b: c\n", {"3:5 a colon cannot stand here"}},
+};
+
 const Fault kJson[] = {
     {"NoFormat", "{}", {"1:1 the key \"format\" is missing"}},
     {"SameKey",
@@ -124,6 +143,7 @@ const Fault kJson[] = {
 
 std::string nameOf(const testing::TestParamInfo<Fault>& info) { return info.param.name; }
 INSTANTIATE_TEST_SUITE_P(Yaml, Notation, testing::ValuesIn(kYaml), nameOf);
+INSTANTIATE_TEST_SUITE_P(BrokenOff, Notation, testing::ValuesIn(kBrokenOff), nameOf);
 INSTANTIATE_TEST_SUITE_P(Json, Notation, testing::ValuesIn(kJson), nameOf);
 
 TEST(Notation, BeginsToEndWithoutLosingTexts) {

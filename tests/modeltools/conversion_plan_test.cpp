@@ -3,6 +3,7 @@
 #include "modeltools/ConversionDesk.h"
 #include "modeltools/QorAttributeTransfer.h"
 #include "modeltools/QorConversionPlan.h"
+#include "support/Picture.h"
 
 namespace {
 
@@ -100,6 +101,73 @@ TEST_F(Planning, IsCarriedOutAsAWholeOrNotAtAll) {
     EXPECT_EQ(kinds(), std::vector{Kind::NoUnitsOfWork});
 }
 
+TEST_F(Planning, MovesEveryRelationWhereNoneStaysBehind) {
+    ASSERT_TRUE(desk.builder().setUnmovedRelationClass(desk.processes, {}).ok());
+    ASSERT_EQ(desk.load(), QorErrorCode::Ok);
+    const auto tasks = desk.objects("Task", {"One", "Two"});
+    const QorIdentifier and_ = desk.connect(tasks[0], "and", tasks[1]);
+    const QorIdentifier at = desk.connect(tasks[1], "at", tasks[0]);
+    ASSERT_TRUE(make({tasks[0]}));
+    EXPECT_TRUE(plan.lostRelations().empty());
+    ASSERT_TRUE(plan.carryOut());
+    const auto made = std::to_string(plan.objects()[0].newObject);
+    EXPECT_EQ(desk.ends(and_), made + ">" + std::to_string(tasks[1]));
+    EXPECT_EQ(desk.ends(at), std::to_string(tasks[1]) + ">" + made);
+}
+
+/// Tasks with values, rows and relations, seen through a repository that can fail, and their conversion.
+struct FailingDesk : ConversionDesk {
+    FailingDesk() {
+        value(tasks[0], "Count", "7");
+        value(tasks[0], "Info", "seen");
+        value(tasks[1], "__Variants__", "two");
+        value(tasks[1], "Kind", "a");
+        value(tasks[1], "Calls", "MODEL \"Monday\" type: \"Shop\"");
+        row(tasks[0], "nail", "3");
+        connect(tasks[0], "and", tasks[1]);
+        connect(tasks[1], "at", tasks[1]);
+        watched().offerUnitsOfWork();
+    }
+    std::vector<QorIdentifier> tasks = objects("Task", {"One", "Two"});
+};
+
+// Each call of each operation fails once, while a plan is made or carried out: what is told to be done is done wholly,
+// and what is not has changed nothing.
+TEST(PlanningOnAFailingRepository, ConvertsWhollyOrNotAtAll) {
+    enum class Step { Make, CarryOut };
+    for (const auto failing : {Step::Make, Step::CarryOut}) {
+        std::vector<std::string> calls;
+        std::string converted;
+        const auto run = [&](const std::string& operation, int nth) {
+            FailingDesk desk;
+            auto& record = desk.watched().record;
+            const auto arm = [&](Step step) {
+                record.forget();
+                if (step == failing && nth > 0) record.fail(operation, QorErrorCode::Broken, nth);
+            };
+            const std::string before = pictureOf(desk.platform);
+            QorConversionPlan plan;
+            arm(Step::Make);
+            const bool made = plan.make(desk.shop, {desk.tasks[0], desk.tasks[1]}, desk.idOf("Check"));
+            if (failing == Step::Make) calls = record.order();
+            EXPECT_EQ(made, plan.problems().empty()) << operation << nth;
+            EXPECT_EQ(pictureOf(desk.platform), before) << operation << nth;
+            record.failNothing();
+            arm(Step::CarryOut);
+            const bool done = plan.carryOut();
+            if (failing == Step::CarryOut) calls = record.order();
+            if (nth == 0) converted = pictureOf(desk.platform);
+            EXPECT_EQ(pictureOf(desk.platform), done ? converted : before) << operation << nth;
+            EXPECT_EQ(done, plan.problems().empty() && made) << operation << nth;
+        };
+        run({}, 0);
+        std::map<std::string, int> counts;
+        for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
+        EXPECT_GT(counts.size(), 5U);
+    }
+    QorCardinalityHandler::Instance().Reset();
+}
+
 TEST_F(Planning, TellsWhichCardinalityRulesWouldBreak) {
     desk.classText("Plain", "CARDINALITIES RELATION \"and\" TO_CLASS \"Check\" max-outgoing: 1");
     desk.classText("Check", "CARDINALITIES max-objects: 1");
@@ -162,6 +230,39 @@ TEST(TransferOntoMany, ReportsOnEveryAttribute) {
     EXPECT_FALSE(transfer.carryOut(QorTransferMode::WhatFits));
     EXPECT_EQ(outcomes(), (std::vector{Changes, Failed}));
     EXPECT_EQ(desk.valueOf(tasks[1], "Info"), "") << "taken back";
+}
+
+// Each call of each operation fails once: every entry that does not say so is right, and a transfer that is not done
+// has changed nothing.
+TEST(TransferOntoMany, OnAFailingRepositoryIsDoneWhollyOrNotAtAll) {
+    std::vector<std::string> calls;
+    std::string transferred;
+    const auto run = [&](const std::string& operation, int nth) {
+        FailingDesk desk;
+        auto& record = desk.watched().record;
+        const std::string before = pictureOf(desk.platform);
+        ISortedSet<long> attributes;
+        for (const char* name : {"Count", "Info", "Calls", "Table"})
+            attributes.add(desk.attributeOf(desk.tasks[0], name));
+        record.forget();
+        if (nth > 0) record.fail(operation, QorErrorCode::Broken, nth);
+        QorAttributeTransfer transfer;
+        ASSERT_TRUE(transfer.plan(desk.shop, desk.tasks[0], attributes, {desk.tasks[1]}));
+        for (const auto& entry : transfer.entries())
+            EXPECT_TRUE(entry.outcome == QorTransferOutcome::Changes || entry.outcome == QorTransferOutcome::Failed)
+                << operation << nth << ": " << static_cast<int>(entry.outcome);
+        const bool done = transfer.carryOut(QorTransferMode::AllOrNothing);
+        if (nth == 0) {
+            calls = record.order();
+            transferred = pictureOf(desk.platform);
+        }
+        EXPECT_EQ(pictureOf(desk.platform), done ? transferred : before) << operation << nth;
+    };
+    run({}, 0);
+    EXPECT_NE(transferred, "");
+    std::map<std::string, int> counts;
+    for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
+    EXPECT_GT(counts.size(), 5U);
 }
 
 }  // namespace

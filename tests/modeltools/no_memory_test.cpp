@@ -6,10 +6,13 @@
 #include "modeltools/ConversionDesk.h"
 #include "modeltools/HierarchyDesk.h"
 #include "modeltools/NamingDesk.h"
+#include "modeltools/QorAttributeTransfer.h"
 #include "modeltools/QorConversionPlan.h"
 #include "modeltools/QorHierarchyTree.h"
 #include "modeltools/QorReferenceIndex.h"
+#include "modeltools/QorTransferAttributesClipboard.h"
 #include "support/FailingAllocations.h"
+#include "support/Picture.h"
 
 namespace {
 
@@ -130,27 +133,90 @@ TEST(ModelToolsWithoutMemory, ConvertWithoutLosingAnything) {
         });
 }
 
-TEST(ModelToolsWithoutMemory, PlanConversionsAllOrNothing) {
-    ConversionDesk desk;
-    const auto tasks = desk.objects("Task", {"One", "Two"});
-    for (const QorIdentifier task : tasks) desk.row(task, "nail", "3");
-    desk.value(tasks[0], "Info", "a value that is too long to be stored without memory of its own");
-    bool planned = false;
-    const QorIdentifier check = desk.idOf("Check");
-    const ISortedSet<long> both{tasks[0], tasks[1]};
+// A plan that is made, carried out, or breaks off has changed everything or nothing.
+TEST(ModelToolsWithoutMemory, PlanAndConvertAllOrNothing) {
+    std::unique_ptr<ConversionDesk> desk;
+    std::string before;
+    bool done = false;
     eachAllocationFails(
         [&]() -> std::function<void()> {
-            return [&] {
+            desk.reset();
+            desk = std::make_unique<ConversionDesk>();
+            const auto tasks = desk->objects("Task", {"One", "Two"});
+            for (const QorIdentifier task : tasks) desk->row(task, "nail", "3");
+            desk->value(tasks[0], "Info", "a value that is too long to be stored without memory of its own");
+            desk->value(tasks[1], "Calls", "MODEL \"Monday\" type: \"Shop\"");
+            desk->connect(tasks[0], "and", tasks[1]);
+            before = pictureOf(desk->platform);
+            return [&done, &shop = *desk, both = ISortedSet<long>{tasks[0], tasks[1]}, check = desk->idOf("Check")] {
                 QorConversionPlan plan;
-                planned = plan.make(desk.shop, both, check);
-                EXPECT_TRUE(planned || plan.problems().size() < 3);
+                done = plan.make(shop.shop, both, check) && plan.carryOut();
             };
         },
         [&] {
-            EXPECT_EQ(desk.reader().objectsOf(desk.shop), tasks);
-            EXPECT_EQ(desk.rowsOf(tasks[1]), "nail/3/secret;");
+            if (!done) {
+                ASSERT_EQ(pictureOf(desk->platform), before);
+                return;
+            }
+            const auto made = desk->reader().objectsOf(desk->shop);
+            ASSERT_EQ(made.size(), 2U);
+            for (const QorIdentifier object : made) ASSERT_EQ(desk->rowsOf(object), "nail/3/;");
+            ASSERT_EQ(desk->valueOf(made[0], "Note").size(), 63U);
+            ASSERT_EQ(desk->valueOf(made[1], "Calls"), "MODEL \"Monday\" type: \"Shop\"");
         });
-    EXPECT_TRUE(planned);
+    EXPECT_TRUE(done);
+}
+
+// What a transfer says is done is done; whatever it says, the source keeps what it has, and the next transfer works.
+TEST(ModelToolsWithoutMemory, TransferWhatTheySay) {
+    auto& clipboard = QorTransferAttributesClipboard::Instance();
+    std::unique_ptr<ConversionDesk> desk;
+    QorIdentifier source = QorNoIdentifier;
+    QorIdentifier target = QorNoIdentifier;
+    ISortedSet<long> attributes;
+    bool copied = false;
+    bool several = false;
+    const auto state = [&](QorIdentifier object) {
+        return desk->valueOf(object, "Info") + desk->valueOf(object, "Calls") + desk->valueOf(object, "Position") +
+               desk->rowsOf(object);
+    };
+    const std::string whole = "a value that is too long to be stored without memory of its own" +
+                              std::string("MODEL \"Monday\" type: \"Shop\"NODE x:1cm w:2cm h:3cm");
+    eachAllocationFails(
+        [&]() -> std::function<void()> {
+            desk.reset();
+            desk = std::make_unique<ConversionDesk>();
+            source = desk->object("Task", "Source");
+            target = desk->object("Task", "Target");
+            desk->value(source, "Info", "a value that is too long to be stored without memory of its own");
+            desk->value(source, "Calls", "MODEL \"Monday\" type: \"Shop\"");
+            desk->value(source, "Position", "NODE x:1cm w:2cm h:3cm");
+            desk->value(target, "Position", "NODE x:1cm w:9cm h:9cm");
+            desk->row(source, "nail", "3");
+            desk->row(target, "old", "1");
+            attributes = {-1};
+            for (const char* name : {"Info", "Calls", "Table"}) attributes.add(desk->attributeOf(source, name));
+            return [&, targets = ISortedSet<long>{target}] {
+                bool changed = false;
+                clipboard.setAttributes(desk->shop, source, attributes);
+                copied = !clipboard.empty() && clipboard.copyAttributes(desk->shop, target, false, false, changed);
+                QorAttributeTransfer transfer;
+                several = transfer.plan(desk->shop, source, attributes, targets) &&
+                          transfer.carryOut(QorTransferMode::AllOrNothing);
+            };
+        },
+        [&] {
+            ASSERT_EQ(state(source), whole + "nail/3/secret;");
+            if (copied || several) {
+                ASSERT_EQ(state(target), whole + "nail/3/;");
+            }
+            bool changed = false;
+            clipboard.setAttributes(desk->shop, source, attributes);
+            ASSERT_TRUE(clipboard.copyAttributes(desk->shop, target, false, false, changed));
+            ASSERT_EQ(state(target), whole + "nail/3/;");
+        });
+    EXPECT_TRUE(copied && several);
+    clipboard.clear();
 }
 
 }  // namespace

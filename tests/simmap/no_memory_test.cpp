@@ -84,13 +84,9 @@ Picture checkReadiness(Scene& scene) {
     const bool ok = results.isUsable() &&
                     readiness.check(scene.library, scene.read, results, QorSimReadiness::kAllOptions, scene.models);
     return shown(ok, [&] {
-        // The names in a finding may lack, and findings about the attributes of a property sheet, which has no way to
-        // say that it failed.
-        using enum QorSimReadinessIssue;
-        std::string seen;
+        std::string seen;  // the names in a finding may lack
         for (const auto& finding : readiness.findings())
-            if (finding.issue < CannotCallModel || finding.issue > HasNoCalendar)
-                seen += std::to_string(static_cast<int>(finding.issue)) + '@' + std::to_string(finding.object) + ' ';
+            seen += std::to_string(static_cast<int>(finding.issue)) + '@' + std::to_string(finding.object) + ' ';
         return seen;
     });
 }

@@ -163,12 +163,15 @@ void callUserManagement(bool mustRefuse) {
     CALL(QorUserManager::push(QorUserManagerNumber::Ordinary));
     CALL(QorUserManager::pop());
     CALL_FOR(users, QorUserManager::getAllUserIDs(out.users));
+    CALL_FOR(groups, QorUserManager::allUmansGetAllUserGroups(out.groups));
     CALL_FOR(number, QorUserManager::allUmansGetAllowedApplicationLibrary(user, out.number));
     CALL_FOR(number, QorDataSourceDB::Instance().getSingleSignOnMode(out.number));
     CALL_FOR(entries, QorUserManager::allUmansGetModelGroupsAccessibleByUserGroup(group, out.entries));
     CALL_FOR(groups, QorDBAdministration::getUsergroups(user, out.groups));
     CALL_FOR(groups, QorDBAdministration::getSysUsergroups(user, out.groups));
     CALL_FOR(set, QorCoreModelGroupManager::GetAllSubGroupsOfModelGroup(1, out.set, true));
+    CALL_FOR(string, QorCoreModelGroupManager::GetModelGroupInfo(1, out.string, out.number));
+    CALL_FOR(number, QorCoreModelGroupManager::GetModelGroupInfo(1, out.string, out.number));
     CALL(QorCoreModelGroupManager::SetUserGroupPermission(1, group, QorModelGroupPermission::Read));
 }
 

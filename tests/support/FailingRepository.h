@@ -84,7 +84,11 @@ public:
     /// Takes the place of the wrapped repository's model-type handler; not owned. Null: back to that.
     void setModelTypeHandler(QorModelTypeAttrHandler* handler) { _ownHandler = handler; }
 
+    /// Hands on the wrapped repository's units of work; without, none are offered.
+    void offerUnitsOfWork() { _offersUnits = true; }
+
     QorCoreBulkView* bulkView() override { return nullptr; }
+    QorCoreUnitsOfWork* unitsOfWork() override { return _offersUnits ? _wrapped.unitsOfWork() : nullptr; }
     QorModelTypeAttrHandler* modelTypeHandler() override;
 
     QOR_PASS(QorErrorCode, getAttributeName, (long attribute, char*& name), attribute, name)
@@ -183,6 +187,7 @@ private:
     class ModelTypes;
 
     QorCoreModelingManager& _wrapped;
+    bool _offersUnits = false;
     QorModelTypeAttrHandler* _ownHandler = nullptr;
     std::unique_ptr<ModelTypes> _modelTypes;
 };

@@ -126,6 +126,31 @@ struct Painter {
         }
         for (const auto& its : reader.modelsOf(id)) model(its, classes);
     }
+    void users(const QorUserAdministration& administration) {
+        if (administration.singleSignOnMode() != 0) out << "sign-on mode " << administration.singleSignOnMode() << '\n';
+        for (const QorIdentifier id : administration.users()) {
+            const QorUserInfo its = administration.userInfo(id);
+            out << "user " << id << ' ' << its.logonName << '|' << its.displayName << '|' << its.secondName << ' '
+                << static_cast<int>(its.nameKind) << its.isAdministrator << its.isSubAdministrator << ' '
+                << its.allowedLibrary << (administration.findUser(its.logonName) == id ? "" : " LOST");
+            for (const long manager : its.managers) out << ' ' << manager;
+            for (const auto& entry : administration.profileOf(id))
+                out << " [" << entry.number << '=' << entry.text << ']';
+            memberships(administration, id);
+        }
+        for (const QorIdentifier id : administration.userGroups()) {
+            const QorUserGroupInfo its = administration.userGroupInfo(id);
+            out << "user group " << id << ' ' << its.name << its.isSystem
+                << (administration.findUserGroup(its.name) == id ? "" : " LOST");
+            for (const auto& entry : administration.permissionsOf(id))
+                out << " (" << entry.modelGroup << ' ' << entry.permission << ')';
+            memberships(administration, id);
+        }
+    }
+    void memberships(const QorUserAdministration& administration, QorIdentifier member) {
+        for (const QorIdentifier group : administration.groupsOf(member)) out << " in " << group;
+        out << '\n';
+    }
 };
 
 }  // namespace
@@ -135,5 +160,6 @@ std::string pictureOf(QorEmbeddedPlatform& platform) {
     for (QorIdentifier id = 1; id < kFirstOwnAttribute; ++id)
         if (platform.reader().kindOf(id) == QorThingKind::Attribute) painter.fixed.push_back(id);
     for (const QorIdentifier id : platform.reader().applicationLibraries()) painter.library(id);
+    painter.users(platform.userAdministration());
     return painter.out.str();
 }

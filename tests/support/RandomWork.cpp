@@ -53,6 +53,7 @@ QorErrorCode RandomWork::step(QorEmbeddedPlatform& platform) {
                                         [&](QorIdentifier id) { return platform.reader().nameOf(id) == kFurnished; });
     const QorIdentifier library =
         pick(5) == 0 || furnished == libraries.end() ? libraries[pick(libraries.size())] : *furnished;
+    if (pick(10) == 0) return onUsers(platform, library);
     return pick(8) == 0 ? onLibrary(platform, library) : onModel(platform, library);
 }
 
@@ -170,5 +171,48 @@ QorErrorCode RandomWork::onGroups(QorEmbeddedPlatform& platform, QorIdentifier l
             return codeOf(builder.removeModelGroup(group));
         default:
             return codeOf(builder.moveModel(its, pick(3) == 0 ? QorNoIdentifier : group));
+    }
+}
+
+// The first user who is added is the one who does it all.
+QorErrorCode RandomWork::onUsers(QorEmbeddedPlatform& platform, QorIdentifier library) {
+    auto& users = platform.userAdministration();
+    platform.setCurrentUser("boss");
+    if (!users.hasUsers()) return codeOf(users.addUser("boss"));
+    const auto anyOf = [&](const std::vector<QorIdentifier>& ids) {
+        return ids.empty() ? QorNoIdentifier : ids[pick(ids.size())];
+    };
+    const QorIdentifier user = anyOf(users.users());
+    const QorIdentifier group = anyOf(users.userGroups());
+    const QorIdentifier modelGroup = idIn(platform.reader().modelGroupsOf(library));
+    const QorIdentifier member = pick(3) == 0 ? anyOf(users.userGroups()) : user;
+    const std::string name = "name " + std::to_string(pick(20));
+    switch (pick(15)) {
+        case 0:
+            return codeOf(users.addUser(name, 1000 + static_cast<long>(pick(3))));
+        case 1:
+            return codeOf(user == users.findUser("boss") ? users.addUserGroup(name) : users.renameUser(user, name));
+        case 2:
+            return codeOf(users.setDisplayName(user, text(), pick(2) == 0 ? "firm" : ""));
+        case 3:
+            return codeOf(user == users.findUser("boss") ? users.addUserGroup(name, true) : users.removeUser(user));
+        case 4:
+            return codeOf(users.setManager(user, 1000 + static_cast<long>(pick(3)), pick(2) == 0));
+        case 5:
+            return codeOf(users.setAllowedLibrary(user, library));
+        case 6:
+            return codeOf(users.setProfileEntry(user, static_cast<long>(pick(3)) + 5, text()));
+        case 7:
+            return codeOf(users.setSingleSignOnMode(pick(2) == 0 ? 0 : 667));
+        case 8:
+            return codeOf(users.renameUserGroup(group, name));
+        case 9:
+            return codeOf(pick(2) == 0 ? users.removeUserGroup(group) : users.addUserGroup(name, pick(2) == 0));
+        case 10:
+        case 11:
+        case 12:
+            return codeOf(pick(4) == 0 ? users.leave(member, group) : users.join(member, group));
+        default:
+            return codeOf(users.setPermission(group, modelGroup, 2 * static_cast<std::int32_t>(pick(3))));
     }
 }

@@ -29,5 +29,7 @@ private:
     QorErrorCode onModel(QorEmbeddedPlatform& platform, QorIdentifier library);
     QorErrorCode onGroups(QorEmbeddedPlatform& platform, QorIdentifier library, QorIdentifier model);
 
+    QorErrorCode onUsers(QorEmbeddedPlatform& platform, QorIdentifier library);
+
     std::mt19937 _random;
 };

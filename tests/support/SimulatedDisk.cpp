@@ -194,6 +194,7 @@ void SimulatedDisk::failNothing() {
 
 int SimulatedDisk::note(int code, bool isWrite) {
     _failsShort = false;
+    if (isWrite && isFull && isFull()) return SQLITE_FULL;
     if (_untilCut > 0 && --_untilCut == 0) _isCut = true;
     if (_isCut) return code;
     // Only what writes can meet a full disk or be cut short; the next one that does so fails.

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <random>
@@ -48,6 +49,8 @@ public:
 
     /// Syncing the write-ahead log does nothing, as with a lower setting than full.
     bool ignoresSyncsOfLog = false;
+    /// Whether the disk has no room for what is written; always room when not set.
+    std::function<bool()> isFull;
 
     // For the calls.
     std::map<std::string, std::shared_ptr<File>> files;

@@ -5,5 +5,6 @@ namespace qor::embedded {
 
 StoredRowSink::~StoredRowSink() = default;
 RepositoryStore::~RepositoryStore() = default;
+LockStore::~LockStore() = default;
 
 }  // namespace qor::embedded

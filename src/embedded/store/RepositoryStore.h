@@ -4,6 +4,7 @@
 
 #include "embedded/QorRepositoryFile.h"
 #include "embedded/store/FileStore.h"
+#include "embedded/store/LockStore.h"
 #include "embedded/store/StoredRow.h"
 
 namespace qor::embedded {
@@ -43,6 +44,8 @@ public:
     virtual QorRepositoryResult checkStorage() = 0;
     // Copies everything into another place, which is there afterwards as a whole or as it was before.
     virtual QorRepositoryResult backUp(const std::string& target) = 0;
+    // Those of its libraries.
+    [[nodiscard]] virtual LockStore& locks() = 0;
     // How often something was committed.
     [[nodiscard]] virtual std::int64_t generation() const = 0;
 

@@ -24,6 +24,15 @@ constexpr StoredTableLayout kLayouts[] = {
     {"relations", 1, {{{"id"}, {"class"}, {"source"}, {"target"}}}, {}},
     {"record_rows", 1, {{{"id"}, {"class"}, {"owner"}, {"attribute"}, {"position"}}}, {}},
     {"attribute_values", 2, {{{"thing"}, {"attribute"}}}, {"text"}},
+    {"user_groups", 1, {{{"id"}, {"is_system"}}}, {"name"}},
+    {"users",
+     1,
+     {{{"id"}, {"name_kind"}, {"managers"}, {"is_administrator"}, {"is_sub_administrator"}, {"library", true}}},
+     {"logon_name", "display_name", "second_name"}},
+    {"memberships", 2, {{{"member"}, {"user_group"}}}, {}},
+    {"permissions", 2, {{{"user_group"}, {"model_group"}, {"permission"}}}, {}},
+    {"profile_entries", 2, {{{"user"}, {"entry"}}}, {"text"}},
+    {"user_settings", 1, {{{"setting"}, {"value"}}}, {}},
 };
 static_assert(std::size(kLayouts) == kStoredTables);
 
@@ -167,6 +176,23 @@ CREATE TABLE attribute_values (
 ) STRICT, WITHOUT ROWID;
 )sql";
 
+// Identifiers of locks are not used twice: a holder knows by them that its lock was broken.
+constexpr const char* kWithLocks = R"sql(
+CREATE TABLE locks (
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    library INTEGER NOT NULL,
+    is_exclusive INTEGER NOT NULL,
+    user TEXT NOT NULL,
+    process INTEGER NOT NULL,
+    host TEXT NOT NULL,
+    since TEXT NOT NULL
+) STRICT;
+CREATE TABLE lock_breaks (
+    library INTEGER PRIMARY KEY,
+    breaks INTEGER NOT NULL
+) STRICT;
+)sql";
+
 // Not among the layouts: the file area is read and written directly, and its chain tells what was done to it.
 constexpr const char* kFileArea = R"sql(
 CREATE TABLE file_area (
@@ -197,7 +223,56 @@ CREATE TABLE file_entries (
 CREATE INDEX entries_of_file ON file_entries (file);
 )sql";
 
-constexpr const char* kMigrations[] = {kFirstVersion, kFileArea};
+constexpr const char* kUsers = R"sql(
+CREATE TABLE user_groups (
+    id INTEGER PRIMARY KEY,
+    is_system INTEGER NOT NULL,
+    name TEXT NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+CREATE TABLE users (
+    id INTEGER PRIMARY KEY,
+    name_kind INTEGER NOT NULL,
+    managers INTEGER NOT NULL,
+    is_administrator INTEGER NOT NULL,
+    is_sub_administrator INTEGER NOT NULL,
+    library INTEGER REFERENCES libraries DEFERRABLE INITIALLY DEFERRED,
+    logon_name TEXT NOT NULL,
+    display_name TEXT NOT NULL,
+    second_name TEXT NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+CREATE INDEX users_of_library ON users (library);
+CREATE TABLE memberships (
+    member INTEGER NOT NULL,
+    user_group INTEGER NOT NULL REFERENCES user_groups DEFERRABLE INITIALLY DEFERRED,
+    hash INTEGER NOT NULL,
+    PRIMARY KEY (member, user_group)
+) STRICT, WITHOUT ROWID;
+CREATE INDEX members ON memberships (user_group);
+CREATE TABLE permissions (
+    user_group INTEGER NOT NULL REFERENCES user_groups DEFERRABLE INITIALLY DEFERRED,
+    model_group INTEGER NOT NULL REFERENCES model_groups DEFERRABLE INITIALLY DEFERRED,
+    permission INTEGER NOT NULL,
+    hash INTEGER NOT NULL,
+    PRIMARY KEY (user_group, model_group)
+) STRICT, WITHOUT ROWID;
+CREATE INDEX permissions_on_model_group ON permissions (model_group);
+CREATE TABLE profile_entries (
+    user INTEGER NOT NULL REFERENCES users DEFERRABLE INITIALLY DEFERRED,
+    entry INTEGER NOT NULL,
+    text TEXT NOT NULL,
+    hash INTEGER NOT NULL,
+    PRIMARY KEY (user, entry)
+) STRICT, WITHOUT ROWID;
+CREATE TABLE user_settings (
+    setting INTEGER PRIMARY KEY,
+    value INTEGER NOT NULL,
+    hash INTEGER NOT NULL
+) STRICT;
+)sql";
+
+constexpr const char* kMigrations[] = {kFirstVersion, kWithLocks, kFileArea, kUsers};
 
 std::string columns(const StoredTableLayout& table) {
     std::string list;

@@ -93,6 +93,7 @@ std::unique_ptr<SqliteStore> SqliteStore::open(const std::string& path, QorRepos
 SqliteStore::~SqliteStore() {
     if (_connection.handle() == nullptr) return;
     rollBack();
+    _locks.releaseAll();
     // What cannot be carried over now stays in the log and is found by the next one to open.
     if (!_isReadOnly)
         (void)sqlite3_wal_checkpoint_v2(_connection.handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
@@ -160,18 +161,26 @@ QorRepositoryResult SqliteStore::identify() {
     if (fileVersion < version() && _isReadOnly)
         return failure(QorRepositoryStatus::ReadOnly,
                        "it was written by an earlier version of this program and must be opened for writing once");
-    if (fileVersion < version()) code = migrate(fileVersion);
+    if (fileVersion < version()) code = upgrade(fileVersion);
     return code == SQLITE_OK ? QorRepositoryResult{} : failure(statusOf(code), sqlite3_errstr(code));
 }
 
-// All steps or none. The head's hash says which version the file is of.
+// All steps or none.
 int SqliteStore::migrate(std::int64_t from) {
-    int code = _connection.run("BEGIN IMMEDIATE");
-    if (code == SQLITE_OK && from > 0) (void)readHead(from);
+    int code = SQLITE_OK;
     for (std::int64_t at = from; at < version() && code == SQLITE_OK; ++at)
         code = _connection.run(_migrations[static_cast<std::size_t>(at)]);
-    if (code == SQLITE_OK && from > 0 && _headIsSound) code = writeHead(_head);
     if (code == SQLITE_OK) code = _connection.run(("PRAGMA user_version = " + std::to_string(version())).c_str());
+    return code;
+}
+
+// The head tells the version, so it is written anew; one that is damaged stays so.
+int SqliteStore::upgrade(std::int64_t from) {
+    int code = _connection.run("BEGIN IMMEDIATE");
+    if (code != SQLITE_OK) return code;
+    const QorRepositoryResult head = readHead(from);
+    code = head.ok() ? migrate(from) : SQLITE_IOERR_READ;
+    if (code == SQLITE_OK && _headIsSound) code = writeHead(_head);
     if (code == SQLITE_OK) code = _connection.run("COMMIT");
     if (code != SQLITE_OK) (void)_connection.run("ROLLBACK");
     return code;
@@ -180,7 +189,9 @@ int SqliteStore::migrate(std::int64_t from) {
 int SqliteStore::layOut() {
     int code = _connection.run(
         ("PRAGMA application_id = " + std::to_string(kApplicationId) + "; PRAGMA journal_mode = WAL").c_str());
+    if (code == SQLITE_OK) code = _connection.run("BEGIN IMMEDIATE");
     if (code == SQLITE_OK) code = migrate(0);
+    if (code == SQLITE_OK) code = _connection.run("COMMIT");
     if (code != SQLITE_OK) return code;
     if (!RowHash::makeKey(_head.key)) return SQLITE_IOERR;
     _hash.setKey(_head.key);
@@ -196,8 +207,8 @@ int SqliteStore::layOut() {
     return code;
 }
 
-std::int64_t SqliteStore::hashOf(const Head& head, std::int64_t fileVersion) {
-    return _hash.of({head.next, head.generation, fileVersion},
+std::int64_t SqliteStore::hashOf(const Head& head, std::int64_t version) {
+    return _hash.of({head.next, head.generation, version},
                     {reinterpret_cast<const char*>(head.key.data()), head.key.size()});
 }
 
@@ -215,7 +226,7 @@ int SqliteStore::writeHead(const Head& head) {
 }
 
 // With a head that is not what was written nothing can be compared, but it can be read.
-QorRepositoryResult SqliteStore::readHead(std::int64_t fileVersion) {
+QorRepositoryResult SqliteStore::readHead(std::int64_t version) {
     SqliteStatement query;
     int code = query.prepare(_connection, "SELECT hash_key, next_identifier, generation, hash FROM repository");
     if (code == SQLITE_OK) code = query.step();
@@ -230,7 +241,7 @@ QorRepositoryResult SqliteStore::readHead(std::int64_t fileVersion) {
     _head.generation = query.number(2);
     if (next < 0 || next > std::int64_t{INT32_MAX}) return {};
     _head.next = static_cast<QorIdentifier>(next);
-    _headIsSound = hashOf(_head, fileVersion) == query.number(3);
+    _headIsSound = hashOf(_head, version) == query.number(3);
     return {};
 }
 
@@ -267,7 +278,7 @@ QorRepositoryResult SqliteStore::backUp(const std::string& target) {
         sqlite3_backup* const backup = sqlite3_backup_init(copy.handle(), "main", _connection.handle(), "main");
         code = backup == nullptr ? sqlite3_extended_errcode(copy.handle()) : sqlite3_backup_step(backup, -1);
         if (backup != nullptr) (void)sqlite3_backup_finish(backup);
-        if (code == SQLITE_DONE) code = SQLITE_OK;
+        if (code == SQLITE_DONE) code = SqliteLocks::clearIn(copy);
     }
     copy.close();
     if (code == SQLITE_OK && ::rename(unfinished.c_str(), target.c_str()) == 0) {

@@ -12,6 +12,7 @@
 #include "embedded/store/RowHash.h"
 #include "embedded/store/Sqlite.h"
 #include "embedded/store/SqliteFileStore.h"
+#include "embedded/store/SqliteLocks.h"
 #include "embedded/store/SqliteSchema.h"
 
 namespace qor::embedded {
@@ -36,6 +37,7 @@ public:
     void rollBack() noexcept override;
     QorRepositoryResult checkStorage() override;
     QorRepositoryResult backUp(const std::string& target) override;
+    [[nodiscard]] LockStore& locks() override { return _locks; }
     [[nodiscard]] std::int64_t generation() const override { return _head.generation; }
     [[nodiscard]] FileStore& files() override { return _files; }
 
@@ -57,10 +59,11 @@ private:
     [[nodiscard]] QorRepositoryResult whyNotOpened(int code) const;
     [[nodiscard]] QorRepositoryResult identify();
     [[nodiscard]] int migrate(std::int64_t from);
+    [[nodiscard]] int upgrade(std::int64_t from);
     [[nodiscard]] int layOut();
     [[nodiscard]] int writeHead(const Head& head);
-    [[nodiscard]] QorRepositoryResult readHead(std::int64_t fileVersion);
-    [[nodiscard]] std::int64_t hashOf(const Head& head, std::int64_t fileVersion);
+    [[nodiscard]] QorRepositoryResult readHead(std::int64_t version);
+    [[nodiscard]] std::int64_t hashOf(const Head& head, std::int64_t version);
 
     [[nodiscard]] int loadTable(StoredTable table, StoredRowSink& sink, QorRepositoryResult& result);
     void loadRow(StoredTable table, SqliteStatement& row, StoredRowSink& sink, QorRepositoryResult& result);
@@ -82,10 +85,12 @@ private:
     SqliteConnection _connection;
     RowHash _hash;
     Head _head;
+    SqliteLocks _locks{_path, _connection, _reserve, _head.generation};
     bool _isReadOnly = false;
     SqliteFileStore _files{_connection, _isReadOnly, &_reserve};
     bool _headIsSound = true;
     int _failure = SQLITE_OK;  // the transaction's first
+    std::string _refusal;      // what it comes from, when locks are in the way
     std::map<QorIdentifier, RowSum> _changes;
     std::unordered_map<QorIdentifier, RowSum> _sums;  // while loading
     QorIdentifier _lastScope = QorNoIdentifier;       // rows of one scope mostly come together

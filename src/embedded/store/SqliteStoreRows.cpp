@@ -134,11 +134,13 @@ SqliteStatement& SqliteStore::statement(StoredTable table, RowStatement kind) {
 // Answers come from memory, so a file that somebody else has changed since must not be written.
 void SqliteStore::begin() {
     _changes.clear();
+    _refusal.clear();
     _failure = _isReadOnly ? SQLITE_READONLY : _connection.run("BEGIN IMMEDIATE");
     if (_failure != SQLITE_OK) return;
     std::int64_t generation = 0;
     note(_connection.ask("SELECT generation FROM repository", generation));
     if (_failure == SQLITE_OK && generation != _head.generation) note(SQLITE_BUSY_SNAPSHOT);
+    if (_failure == SQLITE_OK) note(_locks.mayWrite(_refusal));
 }
 
 void SqliteStore::bindRow(SqliteStatement& statement, const StoredRow& row, std::int64_t hash) {
@@ -235,9 +237,10 @@ QorRepositoryResult SqliteStore::commit(QorIdentifier next) {
         _reserve.lay();
         return {};
     }
-    const QorRepositoryResult result = failure(statusOf(_failure), _failure == SQLITE_BUSY_SNAPSHOT || _isReadOnly
-                                                                       ? std::string()
-                                                                       : std::string(sqlite3_errstr(_failure)));
+    std::string why = _refusal;
+    const bool isSaidByStatus = (_failure & 0xff) == SQLITE_BUSY || _isReadOnly;
+    if (why.empty() && !isSaidByStatus) why = sqlite3_errstr(_failure);
+    const QorRepositoryResult result = failure(statusOf(_failure), std::move(why));
     rollBack();
     if (result.status == QorRepositoryStatus::NoRoom) _reserve.drop();
     return result;

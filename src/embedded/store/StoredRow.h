@@ -30,14 +30,20 @@ enum class StoredTable : std::uint8_t {
     Relations,
     RecordRows,
     Values,
+    UserGroups,
+    Users,
+    Memberships,
+    Permissions,
+    ProfileEntries,
+    UserSettings,
 };
-inline constexpr std::size_t kStoredTables = static_cast<std::size_t>(StoredTable::Values) + 1;
+inline constexpr std::size_t kStoredTables = static_cast<std::size_t>(StoredTable::UserSettings) + 1;
 
 // First the numbers, then the texts, in the order of the table's columns; the key comes first. An identifier that is
 // none is -1. The texts are views.
 struct StoredRow {
     static constexpr std::size_t kMaxNumbers = 7;
-    static constexpr std::size_t kMaxTexts = 2;
+    static constexpr std::size_t kMaxTexts = 3;
 
     StoredRow() = default;
     StoredRow(StoredTable of, std::initializer_list<QorIdentifier> itsNumbers,

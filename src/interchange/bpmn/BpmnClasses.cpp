@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/bpmn/BpmnClasses.h"
 
+#include <array>
+
 namespace qor::interchange::bpmn {
 
 namespace {
+
+constexpr std::string_view kParallelMultipleTrigger = "parallel multiple";
 
 ObjectClass classForProcess(const Document& document, const Links& links, NodeIndex node) {
     const Node& it = document[node];
@@ -25,7 +29,8 @@ ObjectClass classForActivity(const Node& it, bool isInAdHoc) {
     return it.row->cls;
 }
 
-ObjectClass classForGateway(const Node& it) {
+ObjectClass classForGateway(const Node& it, bool isInAdHoc) {
+    if (isInAdHoc) return ObjectClass::AdHocGateway;
     if ((it.flags & kInstantiate) != 0 && it.row->cls == ObjectClass::EventBasedGateway)
         return ObjectClass::InstantiatingEventBasedGateway;
     return it.row->cls;
@@ -35,12 +40,27 @@ ObjectClass classForEvent(const Document& document, const Links& links, NodeInde
     const Node& it = document[node];
     if (it.row->family == Family::Event) return it.row->cls;
     const std::string_view trigger = triggerWord(document, node, links.triggersOf(node));
-    if (it.row->family == Family::BoundaryEvent)
-        return trigger == "compensation" ? ObjectClass::CompensationBoundaryEvent : it.row->cls;
+    if (it.row->family == Family::BoundaryEvent) {
+        if (trigger == "compensation") return ObjectClass::CompensationBoundaryEvent;
+        return isInAdHoc ? ObjectClass::AdHocBoundaryEvent : it.row->cls;
+    }
+    if (isInAdHoc) return ObjectClass::AdHocEvent;
     if (trigger == "link")
         return it.row->family == Family::CatchEvent ? ObjectClass::LinkCatchEvent : ObjectClass::LinkThrowEvent;
-    return isInAdHoc ? ObjectClass::AdHocEvent : it.row->cls;
+    return it.row->cls;
 }
+
+struct FlagRow {
+    Flag flag;
+    std::string_view attribute;
+    std::array<ObjectClass, 2> shownBy;
+};
+
+constexpr FlagRow kFlags[] = {
+    {kForCompensation, "isForCompensation", {ObjectClass::CompensationActivity, ObjectClass::CompensationSubProcess}},
+    {kTriggeredByEvent, "triggeredByEvent", {ObjectClass::EventSubProcess, ObjectClass::None}},
+    {kInstantiate, "instantiate", {ObjectClass::InstantiatingReceiveTask, ObjectClass::InstantiatingEventBasedGateway}},
+};
 
 }  // namespace
 
@@ -53,10 +73,9 @@ ObjectClass classFor(const Document& document, const Links& links, NodeIndex nod
         case Family::None:
             return it.row->cls;
         case Family::Gateway:
-            return classForGateway(it);
+            return classForGateway(it, isInAdHoc);
         case Family::Activity:
         case Family::SubProcess:
-            return classForActivity(it, isInAdHoc);
         case Family::AdHoc:
             return classForActivity(it, isInAdHoc);
         default:
@@ -64,10 +83,20 @@ ObjectClass classFor(const Document& document, const Links& links, NodeIndex nod
     }
 }
 
+std::vector<std::string_view> flagsNotShown(const Node& node, ObjectClass cls, std::string_view trigger) {
+    std::vector<std::string_view> names;
+    for (const FlagRow& row : kFlags)
+        if ((node.flags & row.flag) != 0 && row.shownBy[0] != cls && row.shownBy[1] != cls)
+            names.push_back(row.attribute);
+    if ((node.flags & kParallelMultiple) != 0 && trigger != kParallelMultipleTrigger)
+        names.emplace_back("parallelMultiple");
+    return names;
+}
+
 std::string_view triggerWord(const Document& document, NodeIndex event, const std::vector<NodeIndex>& triggers) {
     if (triggers.empty()) return "none";
     if (triggers.size() == 1) return document[triggers.front()].row->word;
-    return (document[event].flags & kParallelMultiple) != 0 ? "parallel multiple" : "multiple";
+    return (document[event].flags & kParallelMultiple) != 0 ? kParallelMultipleTrigger : "multiple";
 }
 
 std::string triggerDetail(const Document& document, const Links& links, NodeIndex event,

@@ -13,6 +13,9 @@ namespace qor::interchange::bpmn {
 /// usual rules about flows do not apply have classes of their own, since rules belong to classes.
 [[nodiscard]] ObjectClass classFor(const Document& document, const Links& links, NodeIndex node);
 
+/// Attributes with the value "true" that neither the class nor the kind of the trigger says.
+[[nodiscard]] std::vector<std::string_view> flagsNotShown(const Node& node, ObjectClass cls, std::string_view trigger);
+
 /// The kind of an event with these triggers, as the attribute "Trigger" has it.
 [[nodiscard]] std::string_view triggerWord(const Document& document, NodeIndex event,
                                            const std::vector<NodeIndex>& triggers);

@@ -46,11 +46,17 @@ bool holdsFlowElements(const ElementRow& row) {
 }  // namespace
 
 void Collector::open(const XmlElement& element) {
+    openAny(element);
+    _open.back().place = element.place;
+}
+
+void Collector::openAny(const XmlElement& element) {
     if (_open.empty()) return openRoot(element);
     const Reading reading = _open.back().reading;
     if (reading == Reading::Refused) return push(nullptr, kNoNode, Reading::Refused);
     if (reading == Reading::Diagram) return openDiagram(element);
     if (element.name.space != kBpmnSpace) return openForeign(element);
+    if (reading == Reading::Extension) return openForeign(element);
     countForeignAttributes(element);
     if (reading == Reading::Normal) return openBpmn(element);
     push(nullptr, owner(), reading);
@@ -63,7 +69,9 @@ void Collector::close() {
 }
 
 void Collector::text(std::string_view text) {
-    if (!_open.empty() && _open.back().reading == Reading::Text) _text += text;
+    if (_open.empty()) return;
+    if (_open.back().reading == Reading::Text) _text += text;
+    if (_open.back().reading == Reading::Normal) tellStrayText(text);
 }
 
 void Collector::failed(Place place, std::string text) { _findings.error(place, std::move(text)); }
@@ -89,9 +97,35 @@ void Collector::openRoot(const XmlElement& element) {
 void Collector::openForeign(const XmlElement& element) {
     if (element.name.space == kDiagramSpace && _open.back().reading == Reading::Normal)
         return push(nullptr, kNoNode, Reading::Diagram);
-    _findings.foreign(element.name.space, true, element.place);
-    countForeignAttributes(element);
-    push(nullptr, owner(), _open.back().reading == Reading::Text ? Reading::Text : Reading::Nothing);
+    countForeign(element);
+    push(nullptr, owner(), _open.back().reading == Reading::Text ? Reading::Text : Reading::Extension);
+    _open.back().isForeign = true;
+}
+
+/// Only the outermost one is named; what stands inside it goes with it.
+void Collector::countForeign(const XmlElement& element) {
+    if (_open.back().isForeign && element.name.space == kBpmnSpace) return;
+    if (_open.back().isForeign)
+        _findings.foreignInside(element.name.space, true, element.place);
+    else
+        _findings.foreign(element.name.space, true, element.place, [&] {
+            return concat({"<", folded(element.name.local, kMaxBorrowedBytes), "> in ", ownerWords()});
+        });
+    for (const XmlAttribute& attribute : element.attributes)
+        if (isExtension(attribute.name.space)) _findings.foreignInside(attribute.name.space, false, element.place);
+}
+
+std::string Collector::ownerWords() const {
+    return owner() == kNoNode ? std::string("<definitions>") : wordsFor(_document[owner()]);
+}
+
+void Collector::tellStrayText(std::string_view text) {
+    Open& open = _open.back();
+    if (open.toldText || trimmed(text).empty()) return;
+    open.toldText = true;
+    _findings.warn(FindingKind::LostValue, open.place,
+                   concat({"<", open.row->element, ">: the text ", inQuotes(folded(text, kMaxBorrowedBytes)),
+                           " stands where BPMN has none; it is left out"}));
 }
 
 void Collector::openDiagram(const XmlElement& element) {
@@ -114,16 +148,18 @@ void Collector::openBpmn(const XmlElement& element) {
     if (row == nullptr) return skip(element, FindingKind::NotUnderstood, "is no element that BPMN knows");
     switch (row->role) {
         case Role::Structure:
+            if (owner() != kNoNode) takeInnerAttributes(*row, element);
             return push(row, owner(), Reading::Normal);
         case Role::Text:
             return openText(*row, element);
         case Role::Merge:
             return merge(*row, element);
         case Role::Extension:
+            return push(row, owner(), Reading::Extension);
         case Role::Redundant:
             return push(row, owner(), Reading::Nothing);
         case Role::LeftOut:
-            _findings.leftOut(row->element, element.place);
+            _findings.leftOut(row->element, attributeOf(element, "id").value_or(""), element.place);
             return push(row, owner(), Reading::Nothing);
         case Role::NotUnderstood:
             return skip(element, FindingKind::NotUnderstood, "belongs to a kind of diagram that is not read");
@@ -171,7 +207,6 @@ bool Collector::hasPlaceFor(const ElementRow& row) const {
 
 void Collector::openNode(const ElementRow& row, const XmlElement& element) {
     if (!hasPlaceFor(row)) return skip(element, FindingKind::OutsideProcess, "stands where BPMN has no such element");
-    if (row.role == Role::ActivityData) _findings.leftOut(row.element, element.place);
     push(&row, addNode(row, element), Reading::Normal);
 }
 
@@ -230,19 +265,27 @@ void Collector::takeAttribute(NodeIndex node, const XmlAttribute& attribute) {
     }
     const AttributeRow* const row = findAttribute(name);
     if (row != nullptr && row->flag != kNoFlag && isTrue(value)) _document[node].flags |= row->flag;
-    if (row != nullptr && (row->slot == Slot::None || value == row->usual)) return;
-    _document.addValue(node, row == nullptr ? Slot::Further : row->slot,
+    const bool isFlagOnly = row != nullptr && row->slot == Slot::None;
+    if (row != nullptr && (value == row->usual || (isFlagOnly && (isTrue(value) || value == "0")))) return;
+    _document.addValue(node, row == nullptr || isFlagOnly ? Slot::Further : row->slot,
                        row == nullptr ? _document.texts.keepOnce(name) : row->attribute, _document.texts.keep(value));
 }
 
 void Collector::countForeignAttributes(const XmlElement& element) {
-    for (const XmlAttribute& attribute : element.attributes)
-        if (isExtension(attribute.name.space)) _findings.foreign(attribute.name.space, false, element.place);
+    for (const XmlAttribute& attribute : element.attributes) {
+        if (!isExtension(attribute.name.space)) continue;
+        _findings.foreign(attribute.name.space, false, element.place, [&] {
+            const std::string_view id = attributeOf(element, "id").value_or("");
+            return concat({folded(attribute.name.local, kMaxBorrowedBytes), " of <",
+                           folded(element.name.local, kMaxBorrowedBytes), id.empty() ? ">" : "> ",
+                           id.empty() ? std::string() : inQuotes(id)});
+        });
+    }
 }
 
 void Collector::openText(const ElementRow& row, const XmlElement& element) {
     if (owner() == kNoNode) {
-        _findings.leftOut(row.element, element.place);
+        _findings.leftOut(row.element, {}, element.place);
         return push(&row, kNoNode, Reading::Nothing);
     }
     _text.clear();
@@ -260,7 +303,7 @@ void Collector::closeText(const Open& open) {
 void Collector::merge(const ElementRow& row, const XmlElement& element) {
     const NodeIndex node = owner();
     push(&row, node, Reading::Normal);
-    if (node == kNoNode) return _findings.leftOut(row.element, element.place);
+    if (node == kNoNode) return _findings.leftOut(row.element, {}, element.place);
     if (row.slot == Slot::Loop) {
         const bool isSequential = isTrue(attributeOf(element, "isSequential").value_or("false"));
         _document.addValue(node, Slot::Loop, row.element,

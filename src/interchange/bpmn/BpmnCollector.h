@@ -28,7 +28,8 @@ private:
     enum class Reading : std::uint8_t {
         Normal,
         Text,
-        Nothing,  ///< only extensions are counted
+        Nothing,    ///< only extensions are counted
+        Extension,  ///< everything is counted as an extension
         Diagram,
         Refused
     };
@@ -36,8 +37,12 @@ private:
         const ElementRow* row = nullptr;
         NodeIndex owner = kNoNode;  ///< itself when it is a node, else the nearest node around it
         Reading reading = Reading::Normal;
+        bool isForeign = false;  ///< or stands inside an element that is
+        bool toldText = false;
+        Place place = {};
     };
 
+    void openAny(const XmlElement& element);
     void openRoot(const XmlElement& element);
     void openForeign(const XmlElement& element);
     void openDiagram(const XmlElement& element);
@@ -51,7 +56,10 @@ private:
     void merge(const ElementRow& row, const XmlElement& element);
     void takeInnerAttributes(const ElementRow& row, const XmlElement& element);
     void noteContents(NodeIndex node);
+    void countForeign(const XmlElement& element);
     void countForeignAttributes(const XmlElement& element);
+    void tellStrayText(std::string_view text);
+    [[nodiscard]] std::string ownerWords() const;
     void skip(const XmlElement& element, FindingKind kind, std::string_view why);
     [[nodiscard]] bool hasPlaceFor(const ElementRow& row) const;
     [[nodiscard]] NodeIndex owner() const { return _open.back().owner; }

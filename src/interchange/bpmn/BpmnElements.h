@@ -23,6 +23,7 @@ enum class ObjectClass : std::uint8_t {
     AdHocEvent,
     BoundaryEvent,
     CompensationBoundaryEvent,
+    AdHocBoundaryEvent,
     Task,
     UserTask,
     ServiceTask,
@@ -47,6 +48,7 @@ enum class ObjectClass : std::uint8_t {
     ComplexGateway,
     EventBasedGateway,
     InstantiatingEventBasedGateway,
+    AdHocGateway,
     DataObject,
     DataStore,
     DataInput,
@@ -67,7 +69,7 @@ enum class Role : std::uint8_t {
     Artifact,        ///< an object that may also stand in a collaboration
     Data,            ///< data object, data store, data input or output
     DataObjectItem,  ///< what references of data objects refer to; an object itself when none does
-    ActivityData,    ///< of the inside of a process or activity, without an object of its own
+    ActivityData,    ///< of the inside of a process or activity, which keeps what it says
     SequenceFlow,
     MessageFlow,
     Association,
@@ -109,6 +111,7 @@ enum class Slot : std::uint8_t {
     DefinitionRef,
     CategoryRef,
     ResourceRef,
+    Performer,
     EventDefinitionRef,
     LaneMember,
     TriggerText,

@@ -20,6 +20,8 @@ bool fits(Slot slot, const ElementRow& row) {
             return row.role == Role::EventDefinition;
         case Slot::DataRef:
             return row.role == Role::DataObjectItem || row.role == Role::Definition;
+        case Slot::CalledElement:
+            return row.role == Role::Definition || row.role == Role::Process;
         case Slot::LaneMember:
             return true;
         default:
@@ -38,6 +40,7 @@ bool isFollowed(Slot slot) {
         case Slot::DefinitionRef:
         case Slot::CategoryRef:
         case Slot::ResourceRef:
+        case Slot::CalledElement:
             return true;
         default:
             return false;
@@ -51,6 +54,7 @@ Links::Links(Document& document, Findings& findings)
       _findings(findings),
       _scopes(document.nodes.size(), kNoNode),
       _standIns(document.nodes.size(), kNoNode),
+      _referrers(document.nodes.size(), kNoNode),
       _defaults(document.nodes.size(), false) {
     findScopes();
     for (NodeIndex node = 0; node < _document.size(); ++node)
@@ -60,9 +64,8 @@ Links::Links(Document& document, Findings& findings)
     for (NodeIndex node = 0; node < _document.size(); ++node)
         if (_document[node].row->role == Role::MessageFlow) joinByMessages(node);
     std::stable_sort(_lanes.begin(), _lanes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    for (NodeIndex node = 0; node < _document.size(); ++node)
-        if (const Node& it = _document[node]; it.row->role == Role::Definition && !it.used)
-            _findings.leftOut(it.row->element, it.place);
+    findCarriers();
+    tellUncarried();
 }
 
 void Links::findScopes() {
@@ -77,14 +80,18 @@ void Links::findScopes() {
 
 void Links::follow(NodeIndex node, const Value& value) {
     const NodeIndex meant = _document.find(value.text);
-    if (meant == kNoNode || !fits(value.slot, *_document[meant].row)) return tellDangling(node, value);
+    if (meant == kNoNode || !fits(value.slot, *_document[meant].row)) {
+        // What is called may well stand in another file.
+        if (value.slot != Slot::CalledElement) tellDangling(node, value);
+        return;
+    }
     Node& it = _document[meant];
     switch (value.slot) {
         case Slot::DefaultFlow:
             _defaults[static_cast<std::size_t>(meant)] = true;
             break;
         case Slot::ProcessRef:
-            joinPool(node, meant);
+            if (_document[node].row->role == Role::Participant) joinPool(node, meant);
             break;
         case Slot::LaneMember:
             _lanes.emplace_back(meant, node);
@@ -93,8 +100,73 @@ void Links::follow(NodeIndex node, const Value& value) {
             if (!isDrawnByReference(meant)) _standIns[static_cast<std::size_t>(meant)] = node;
             [[fallthrough]];
         default:
+            if (it.row->role == Role::Process) break;
             it.used = true;
+            if (_referrers[static_cast<std::size_t>(meant)] == kNoNode && value.slot != Slot::DataRef)
+                _referrers[static_cast<std::size_t>(meant)] = node;
     }
+}
+
+/// The element whose object or relation keeps what this one says of itself; none when it has one of its own, or when
+/// nothing is there to keep it.
+NodeIndex Links::carrierOf(NodeIndex node) const {
+    const Node& it = _document[node];
+    if (it.isInside) return meantBy(node);
+    if (it.row->role != Role::Definition) return kNoNode;
+    constexpr int kMostSteps = 8;  // definitions may refer to each other in a circle
+    NodeIndex at = node;
+    for (int step = 0; at != kNoNode && step < kMostSteps; ++step) {
+        const Role role = _document[at].row->role;
+        const bool isInEvent = role == Role::EventDefinition && _document[at].parent != kNoNode;
+        if (role != Role::Definition && role != Role::EventDefinition) return at;
+        at = isInEvent ? _document[at].parent : _referrers[static_cast<std::size_t>(at)];
+    }
+    return kNoNode;
+}
+
+void Links::findCarriers() {
+    for (NodeIndex node = 0; node < _document.size(); ++node) {
+        const Node& it = _document[node];
+        // A category is used where one of its values is.
+        const bool isValueOfCategory = it.used && it.row->role == Role::Definition && it.parent != kNoNode;
+        if (!isValueOfCategory || _document[it.parent].used) continue;
+        _document[it.parent].used = true;
+        _referrers[static_cast<std::size_t>(it.parent)] = node;
+    }
+    std::vector<NodeIndex> ofCollaborations(_document.nodes.size(), kNoNode);
+    for (NodeIndex node = _document.size(); node-- > 0;)
+        if (const Node& it = _document[node]; it.row->role == Role::Participant)
+            ofCollaborations[static_cast<std::size_t>(it.parent)] = node;
+    for (NodeIndex node = 0; node < _document.size(); ++node) {
+        const bool isCollaboration = _document[node].row->role == Role::Collaboration;
+        const NodeIndex carrier = isCollaboration ? ofCollaborations[static_cast<std::size_t>(node)] : carrierOf(node);
+        if (carrier != kNoNode) _carried.emplace_back(carrier, node);
+    }
+    std::sort(_carried.begin(), _carried.end());
+}
+
+void Links::tellUncarried() {
+    std::vector<bool> isCarried(_document.nodes.size(), false);
+    for (const auto& [carrier, node] : _carried) isCarried[static_cast<std::size_t>(node)] = true;
+    for (NodeIndex node = 0; node < _document.size(); ++node) {
+        const Node& it = _document[node];
+        const bool isBeside =
+            it.row->role == Role::Definition || (it.row->role == Role::EventDefinition && it.parent == kNoNode);
+        if (isBeside && !it.used) _findings.leftOut(it.row->element, it.id.empty() ? it.name : it.id, it.place);
+        if (it.row->role == Role::Collaboration && it.firstValue >= 0 && !isCarried[static_cast<std::size_t>(node)])
+            _findings.warn(
+                FindingKind::LostValue, it.place,
+                concat({wordsFor(it), ": its ", _document.values[static_cast<std::size_t>(it.firstValue)].key,
+                        " could not be kept, since it holds no pool"}));
+    }
+}
+
+std::vector<NodeIndex> Links::carriedBy(NodeIndex node) const {
+    std::vector<NodeIndex> carried;
+    for (auto at = std::lower_bound(_carried.begin(), _carried.end(), std::pair(node, NodeIndex{0}));
+         at != _carried.end() && at->first == node; ++at)
+        carried.push_back(at->second);
+    return carried;
 }
 
 void Links::tellDangling(NodeIndex node, const Value& value) {

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] bool isDefault(NodeIndex flow) const { return _defaults[static_cast<std::size_t>(flow)]; }
     /// The name of what a reference means, or the reference itself when it has none.
     [[nodiscard]] std::string nameMeantBy(std::string_view reference) const;
+    /// Elements without an object, whose details the object or relation of this element keeps, in the file's order.
+    [[nodiscard]] std::vector<NodeIndex> carriedBy(NodeIndex node) const;
     /// The process that each pool with one holds: participant and process.
     [[nodiscard]] const std::vector<std::pair<NodeIndex, NodeIndex>>& pools() const { return _pools; }
 
@@ -45,14 +47,19 @@ private:
     void tellDangling(NodeIndex node, const Value& value);
     void joinPool(NodeIndex participant, NodeIndex process);
     void joinByMessages(NodeIndex flow);
+    void findCarriers();
+    void tellUncarried();
+    [[nodiscard]] NodeIndex carrierOf(NodeIndex node) const;
     [[nodiscard]] std::string pathOf(NodeIndex lane) const;
 
     Document& _document;
     Findings& _findings;
     std::vector<NodeIndex> _scopes;
     std::vector<NodeIndex> _standIns;
+    std::vector<NodeIndex> _referrers;  // of definitions: the first element that refers to each
     std::vector<bool> _defaults;
-    std::vector<std::pair<NodeIndex, NodeIndex>> _lanes;  // element and lane, sorted by element
+    std::vector<std::pair<NodeIndex, NodeIndex>> _carried;  // carrier and element, sorted
+    std::vector<std::pair<NodeIndex, NodeIndex>> _lanes;    // element and lane, sorted by element
     std::vector<std::pair<NodeIndex, NodeIndex>> _pools;
     std::unordered_map<NodeIndex, NodeIndex> _collaborations;  // by process
 };

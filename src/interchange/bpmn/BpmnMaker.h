@@ -59,6 +59,7 @@ private:
     void make(NodeIndex node, QorIdentifier model);
     QorIdentifier makeNamed(QorIdentifier model, ObjectClass cls, std::string_view name, std::string& nameGiven);
     void setValues(NodeIndex node, std::string_view nameGiven);
+    void addItem(NodeIndex reference, NodeIndex item);
     void setCalled(NodeIndex node, std::string_view reference);
 
     const Document& _document;

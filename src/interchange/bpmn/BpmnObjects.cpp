@@ -74,19 +74,31 @@ void Objects::setValues(NodeIndex node, std::string_view nameGiven) {
     if (cls != it.row->cls) _values.add(Attribute::BpmnElement, it.row->element);
     _values.add(Attribute::Bounds, it.bounds);
     _values.add(Attribute::Lane, _links.lanesOf(node));
+    std::string_view trigger;
     if (isEvent(it.row->family)) {
         const std::vector<NodeIndex> triggers = _links.triggersOf(node);
-        if (!triggers.empty()) _values.add(Attribute::Trigger, triggerWord(_document, node, triggers));
+        trigger = triggerWord(_document, node, triggers);
+        if (!triggers.empty()) _values.add(Attribute::Trigger, trigger);
         _values.add(Attribute::TriggerDetail, triggerDetail(_document, _links, node, triggers));
     }
     setCalled(node, _document.valueOf(node, Slot::CalledElement));
     _values.addAllOf(_document, _links, node);
-    const NodeIndex item = _document.find(_document.valueOf(node, Slot::DataRef));
-    if (item != kNoNode && _links.meantBy(item) == node) _values.addAllOf(_document, _links, item);
+    for (const std::string_view flag : flagsNotShown(it, cls, trigger)) _values.addFurther(flag, "true");
+    addItem(node, _document.find(_document.valueOf(node, Slot::DataRef)));
+    _values.addCarried(_document, _links.carriedBy(node));
 
     _values.set(
         _target.builder, objectOf(node),
         [&](Attribute attribute) { return _target.library.attributeOf(cls, attribute); }, _findings, it);
+}
+
+/// What a data object or store says of itself, at the first reference that draws it.
+void Objects::addItem(NodeIndex reference, NodeIndex item) {
+    if (item == kNoNode || _links.meantBy(item) != reference) return;
+    const Node& it = _document[item];
+    const std::string_view name = _document[reference].name;
+    if (!it.name.empty() && !name.empty() && it.name != name) _values.addFurther(it.row->element, it.name);
+    _values.addAllOf(_document, _links, item);
 }
 
 /// A process of this file is referred to through its model; anything else keeps its name only.

@@ -88,7 +88,7 @@ private:
         if (sourceFits || targetFits) {
             const NodeIndex there = sourceFits ? ends.target : ends.source;
             std::string& text = _associated[sourceFits ? ends.source : ends.target];
-            text += (text.empty() ? "" : "\n") + nameFor(there);
+            text += (text.empty() ? "" : "\n") + nameFor(there) + detailsFor(node);
             return;
         }
         tellUnfit(node, concat({wordsFor(_document[ends.source]), " and ", wordsFor(_document[ends.target]),
@@ -118,14 +118,16 @@ private:
         Ends ends{endOf(node, _document.valueOf(node, Slot::SourceRef), "source"),
                   endOf(node, _document.valueOf(node, Slot::TargetRef), "target")};
         if (ends.source == kNoNode || ends.target == kNoNode) return ends;
-        ends = {_links.meantBy(ends.source), _links.meantBy(ends.target)};
-        if (ends.source == ends.target) {
-            _findings.warn(FindingKind::SelfFlow, _document[node].place,
-                           concat({wordsFor(_document[node]), " leads from ", wordsFor(_document[ends.source]),
-                                   " to itself; it is left out"}));
-            return {};
-        }
-        return ends;
+        return {_links.meantBy(ends.source), _links.meantBy(ends.target)};
+    }
+
+    /// An activity may well be done again; anything else has no reason to lead to itself.
+    void tellLoop(FlowClass cls, NodeIndex node, NodeIndex end) {
+        const Family family = _document[end].row->family;
+        const bool isActivity = family == Family::Activity || family == Family::SubProcess || family == Family::AdHoc;
+        if (cls == FlowClass::SequenceFlow && isActivity) return;
+        _findings.warn(FindingKind::SelfFlow, _document[node].place,
+                       concat({wordsFor(_document[node]), " leads from ", wordsFor(_document[end]), " to itself"}));
     }
 
     NodeIndex endOf(NodeIndex node, std::string_view reference, std::string_view which) {
@@ -168,13 +170,28 @@ private:
         return concat({it.row->element, " ", inQuotes(folded(it.name.empty() ? it.id : it.name, kMaxBorrowedBytes))});
     }
 
+    /// What an association without a relation says of itself: " (associationDirection One, documentation ...)".
+    [[nodiscard]] std::string detailsFor(NodeIndex node) const {
+        std::string details;
+        const auto add = [&details](std::string_view key, std::string_view text) {
+            details += concat({details.empty() ? " (" : ", ", key, " ", text});
+        };
+        if (!_document[node].name.empty()) add("name", _document[node].name);
+        _document.forEachValue(node, [&](const Value& value) {
+            if (value.slot != Slot::SourceRef && value.slot != Slot::TargetRef) add(value.key, value.text);
+        });
+        return details.empty() ? details : details + ")";
+    }
+
     void addWithValues(FlowClass cls, Ends ends, NodeIndex node) {
         const Node& it = _document[node];
         const QorIdentifier relation = add(cls, ends, it, it.id);
         if (relation < 1) return;
+        if (ends.source == ends.target) tellLoop(cls, node, ends.source);
         _values.add(Attribute::Label, it.name);
         if (_links.isDefault(node)) _values.add(Attribute::Default, "yes");
         _values.addAllOf(_document, _links, node);
+        _values.addCarried(_document, _links.carriedBy(node));
         _values.set(
             _target.builder, relation, [&](Attribute attribute) { return _target.library.attributeOf(cls, attribute); },
             _findings, it);

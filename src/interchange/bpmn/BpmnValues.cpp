@@ -32,6 +32,29 @@ Attribute attributeFor(Slot slot) {
     }
 }
 
+/// Whether the reference of an element is read elsewhere; where BPMN has no such reference it is a detail like others.
+bool isReadElsewhere(Slot slot, const ElementRow& row) {
+    switch (slot) {
+        case Slot::SourceRef:
+        case Slot::TargetRef:
+            return row.role == Role::SequenceFlow || row.role == Role::MessageFlow || row.role == Role::Association ||
+                   row.role == Role::DataInputAssociation || row.role == Role::DataOutputAssociation;
+        case Slot::AttachedTo:
+            return row.family == Family::BoundaryEvent;
+        case Slot::ProcessRef:
+            return row.role == Role::Participant;
+        case Slot::DataRef:
+            return row.role == Role::Data;
+        case Slot::EventDefinitionRef:
+            return row.family == Family::Event || row.family == Family::CatchEvent ||
+                   row.family == Family::ThrowEvent || row.family == Family::BoundaryEvent;
+        case Slot::LaneMember:
+            return row.role == Role::Lane;
+        default:
+            return slot == Slot::CalledElement || slot == Slot::DefaultFlow;
+    }
+}
+
 std::string_view separatorOf(Attribute attribute) {
     switch (attribute) {
         case Attribute::Documentation:
@@ -60,23 +83,16 @@ void Values::addFurther(std::string_view key, std::string_view text) {
 
 void Values::addAllOf(const Document& document, const Links& links, NodeIndex node) {
     document.forEachValue(node, [&](const Value& value) {
+        if (isReadElsewhere(value.slot, *document[node].row)) return;
         switch (value.slot) {
-            case Slot::SourceRef:
-            case Slot::TargetRef:
-            case Slot::AttachedTo:
-            case Slot::ProcessRef:
-            case Slot::CalledElement:
-            case Slot::DataRef:
-            case Slot::DefaultFlow:
-            case Slot::EventDefinitionRef:
-            case Slot::LaneMember:
-                return;  // relations and the like
             case Slot::MessageRef:
                 return add(Attribute::Message, links.nameMeantBy(value.text));
             case Slot::CategoryRef:
                 return add(Attribute::Category, links.nameMeantBy(value.text));
             case Slot::ResourceRef:
                 return add(Attribute::Performers, links.nameMeantBy(value.text));
+            case Slot::Performer:
+                return add(Attribute::Performers, value.text);
             case Slot::Collection:
                 return add(Attribute::Collection, value.text == "true" || value.text == "1" ? "yes" : "no");
             case Slot::Interrupting:
@@ -90,6 +106,19 @@ void Values::addAllOf(const Document& document, const Links& links, NodeIndex no
         else
             add(attribute, value.text);
     });
+}
+
+/// A definition's name stands where it is referred to, and is said again only to tell what further details belong to.
+void Values::addCarried(const Document& document, const std::vector<NodeIndex>& carried) {
+    for (const NodeIndex node : carried) {
+        const Node& it = document[node];
+        const bool isNamedElsewhere = it.row->role == Role::Definition || it.row->role == Role::Collaboration;
+        const std::string_view name = it.name.empty() && it.row->role == Role::ActivityData ? it.id : it.name;
+        if (!name.empty() && (it.firstValue >= 0 || !isNamedElsewhere)) addFurther(it.row->element, name);
+        document.forEachValue(node, [&](const Value& value) {
+            addFurther(concat({it.row->element, ".", value.key}), value.text);
+        });
+    }
 }
 
 void Values::tellLost(Findings& findings, const Node& node, Attribute attribute) {

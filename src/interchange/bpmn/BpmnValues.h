@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "embedded/QorRepositoryBuilder.h"
 #include "interchange/bpmn/BpmnDocument.h"
@@ -21,6 +22,9 @@ public:
     void addFurther(std::string_view key, std::string_view text);
     /// Everything that the element itself says, except the references that become relations.
     void addAllOf(const Document& document, const Links& links, NodeIndex node);
+
+    /// The details of elements that have no object of their own.
+    void addCarried(const Document& document, const std::vector<NodeIndex>& carried);
 
     /// Sets what was gathered, and forgets it. `attributeOf` gives the identifier that an attribute has here.
     template <class AttributeOf>

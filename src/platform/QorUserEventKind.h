@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Kinds of QorUserEvent that the administrator log writes down; it leaves out all others. "Value" is the event's
-/// value.
+/// Kinds of QorUserEvent. The administrator log writes them down; a host may raise others, which it leaves out. "Value"
+/// is the event's value.
 namespace QorUserEventKind {
 inline constexpr long Created = 2;
-inline constexpr long Deleted = 4;
+inline constexpr long Deleted = 4;             ///< the user's name is still answered while this is raised
 inline constexpr long PasswordSet = 5;         ///< value: not 0 when it must be changed at the next logon
 inline constexpr long Locked = 6;              ///< value: 0 when the user was unlocked
 inline constexpr long RightChanged = 8;        ///< value: QorUserRight; further value: QorUserRight::Withdrawn or other
@@ -26,13 +26,19 @@ inline constexpr long ManagerLeft = 22;        ///< value: number of the user ma
 namespace QorUserRight {
 inline constexpr long Administrator = 5010;
 inline constexpr long SubAdministrator = 5011;
+inline constexpr long Granted = 1;  ///< as further value
 inline constexpr long Withdrawn = 3;
 }  // namespace QorUserRight
 
-/// Kinds of QorUserGroupEvent that the administrator log writes down.
+/// Kinds of QorUserGroupEvent. The administrator log writes down who joined and left, and leaves out the others.
 namespace QorUserGroupEventKind {
+inline constexpr long Created = 1;
+inline constexpr long Deleted = 2;
+inline constexpr long Renamed = 3;
 inline constexpr long Joined = 4;
 inline constexpr long Left = 6;
+inline constexpr long Nested = 7;             ///< the group came into or out of another one
+inline constexpr long PermissionChanged = 8;  ///< on a model group
 }  // namespace QorUserGroupEventKind
 
 /// Entries of a user's profile.

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+// Whatever a BPMN file says is kept somewhere, or a warning names the element that said it.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "interchange/BpmnDesk.h"
+
+namespace {
+
+/// What must be found again stands in brackets. A process and a collaboration with a pool for it are around.
+struct Snippet {
+    const char* definitions;
+    const char* process;
+    const char* collaboration;
+};
+
+constexpr const char* kTypes[] = {
+    "userTask",
+    "receiveTask",
+    "callActivity",
+    "subProcess",
+    "transaction",
+    "adHocSubProcess",
+    "startEvent",
+    "endEvent",
+    "exclusiveGateway",
+    "complexGateway",
+    "dataObject",
+    "dataStoreReference",
+    "eventBasedGateway",
+    "intermediateThrowEvent",
+    "intermediateCatchEvent",
+    "textAnnotation",
+    "group",
+    "boundaryEvent",
+};
+
+const Snippet kSnippets[] = {
+    // What events, tasks, flows and groups refer to.
+    {"<message id='m' name='[1]' itemRef='[2]'><documentation>[3]</documentation></message>",
+     "<startEvent><messageEventDefinition messageRef='m'><documentation>[4]</documentation></messageEventDefinition>"
+     "</startEvent><endEvent><messageEventDefinition messageRef='m'/></endEvent>",
+     ""},
+    {"<error id='e' errorCode='[1]' name='[2]'><documentation>[3]</documentation></error>",
+     "<endEvent><errorEventDefinition errorRef='e'/></endEvent>", ""},
+    {"<escalation id='e' escalationCode='[1]'><documentation>[2]</documentation></escalation>",
+     "<endEvent><escalationEventDefinition id='x' escalationRef='e'/></endEvent>", ""},
+    {"<signal id='s' name='[1]' structureRef='[2]'><documentation>[3]</documentation></signal>"
+     "<signalEventDefinition id='d' signalRef='s'><documentation>[4]</documentation></signalEventDefinition>",
+     "<endEvent><eventDefinitionRef>d</eventDefinitionRef></endEvent>", ""},
+    {"<message id='m'><documentation>[1]</documentation></message>", "<sendTask messageRef='m'/>", ""},
+    {"<message id='m'><documentation>[1]</documentation></message>", "<task id='t'/>",
+     "<participant id='Q'/><messageFlow sourceRef='t' targetRef='Q' messageRef='m'>"
+     "<documentation>[2]</documentation></messageFlow>"},
+    {"<category id='c' name='[1]'><documentation>[2]</documentation><categoryValue id='k' value='[3]'>"
+     "<documentation>[4]</documentation></categoryValue></category>",
+     "<group categoryValueRef='k'/>", ""},
+    {"<category><categoryValue id='k' value='[1]'/></category>", "<task><categoryValueRef>k</categoryValueRef></task>",
+     ""},
+    {"<resource id='r' name='[1]'><documentation>[2]</documentation></resource>",
+     "<task><performer name='[3]'><resourceRef>r</resourceRef></performer></task>", ""},
+    {"<dataStore id='d' name='[1]' capacity='[2]' isUnlimited='false'><documentation>[3]</documentation></dataStore>",
+     "<dataStoreReference name='[4]' dataStoreRef='d'/><dataStoreReference name='[5]' dataStoreRef='d'/>", ""},
+    {"<globalUserTask id='g' name='[1]'><documentation>[2]</documentation></globalUserTask>",
+     "<callActivity calledElement='g'/>", ""},
+    // What nothing refers to.
+    {"<timerEventDefinition id='[1]'/><message id='[2]'/><globalTask id='[3]'/>", "", ""},
+    // Parts of activities and processes.
+    {"",
+     "<property name='[1]' itemSubjectRef='[2]'/><laneSet name='[3]'><lane><documentation>[4]</documentation></lane>"
+     "<documentation>[5]</documentation></laneSet>",
+     ""},
+    {"",
+     "<task><property id='[1]'/><ioSpecification><dataInput name='[2]' itemSubjectRef='[3]'/><dataOutput name='[4]'>"
+     "<documentation>[5]</documentation></dataOutput></ioSpecification></task>",
+     ""},
+    {"",
+     "<task><multiInstanceLoopCharacteristics><inputDataItem name='[1]'/><outputDataItem id='[2]'/>"
+     "<completionCondition>[3]</completionCondition></multiInstanceLoopCharacteristics></task>",
+     ""},
+    {"",
+     "<task><potentialOwner><resourceAssignmentExpression><formalExpression language='[1]'>[2]</formalExpression>"
+     "</resourceAssignmentExpression></potentialOwner></task>",
+     ""},
+    {"",
+     "<dataObject id='d' name='[1]'/><dataObjectReference dataObjectRef='d' name='[2]'/><task><dataInputAssociation>"
+     "<sourceRef>d</sourceRef><documentation>[3]</documentation><assignment><from>[4]</from><to>[5]</to></assignment>"
+     "</dataInputAssociation></task>",
+     ""},
+    {"", "<startEvent><dataOutput name='[1]'/></startEvent><transaction triggeredByEvent='true' name='[2]'/>", ""},
+    {"",
+     "<exclusiveGateway id='g'/><textAnnotation id='t'/><association name='[1]' associationDirection='[2]' "
+     "sourceRef='g' targetRef='t'><documentation>[3]</documentation></association>",
+     ""},
+    {"",
+     "<task isForCompensation='[1]' attachedToRef='[5]' sourceRef='[6]'/><startEvent parallelMultiple='[2]'/>[3]<task> "
+     "[4] </task>",
+     ""},
+    {"", "", "<documentation>[1]</documentation><textAnnotation><text>[2]</text></textAnnotation>"},
+};
+
+void expectAllKept(const Snippet& snippet) {
+    const std::string text = std::string(snippet.definitions) + "<process id='p'><task id='host'/>" + snippet.process +
+                             "</process><collaboration id='c'><participant id='P' processRef='p'/>" +
+                             snippet.collaboration + "</collaboration>";
+    BpmnDesk desk;
+    desk.readDefinitions(text);
+    const std::string everything = desk.everything();
+    for (std::size_t at = text.find('['); at != std::string::npos; at = text.find('[', at + 1)) {
+        const std::string mark = text.substr(at, text.find(']', at) + 1 - at);
+        EXPECT_NE(everything.find(mark), std::string::npos) << mark << " of " << text << "\n" << everything;
+    }
+}
+
+TEST(BpmnKept, WhateverIsSaidOutsideOfObjects) {
+    for (const Snippet& snippet : kSnippets) expectAllKept(snippet);
+}
+
+TEST(BpmnKept, WhateverElementsOfAllKindsSay) {
+    for (const std::string type : kTypes) {
+        const std::string process = "<" + type +
+                                    " id='x' name='[1]' attachedToRef='host' unheardOf='[2]'><documentation>"
+                                    "[3]</documentation><auditing id='[4]'/></" +
+                                    type + ">";
+        expectAllKept({"", process.c_str(), ""});
+    }
+}
+
+TEST(BpmnKept, ACollaborationWithoutPoolsTellsWhatIsLost) {
+    BpmnDesk desk;
+    desk.readDefinitions("<collaboration id='c'><documentation>x</documentation></collaboration><process id='p'/>");
+    EXPECT_NE(desk.everything().find("<collaboration> \"c\": its documentation could not be kept"), std::string::npos);
+}
+
+TEST(BpmnKept, DefinitionsThatReferToEachOtherInACircleEnd) {
+    BpmnDesk desk;
+    desk.readDefinitions(
+        "<message id='m' messageRef='n'/><message id='n' messageRef='m'/><process id='p'><task id='t'/></process>");
+    EXPECT_FALSE(desk.hasErrors());
+}
+
+}  // namespace
