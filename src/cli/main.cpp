@@ -233,8 +233,11 @@ void describeLogVerb(CLI::App& command, const LogVerb& verb, qor::cli::LogOption
     }
     command.add_option("FILE", options.repo.file, "The repository file")->required()->option_text(" ");
     if (name != "export") return;
-    CLI::Option* const lines = command.add_flag("--json-lines", options.jsonLines, "One JSON object a line; else CSV")->option_text(" ");
-    command.add_flag("--raw", options.raw, "Exactly what was logged, without care for spreadsheets")->excludes(lines)->option_text(" ");
+    CLI::Option* const lines =
+        command.add_flag("--json-lines", options.jsonLines, "One JSON object a line; else CSV")->option_text(" ");
+    command.add_flag("--raw", options.raw, "Exactly what was logged, without care for spreadsheets")
+        ->excludes(lines)
+        ->option_text(" ");
     command.add_option("TARGET", options.repo.target, "The file to write; - is standard output")
         ->required()
         ->option_text(" ");

@@ -138,9 +138,14 @@ QorRepositoryResult Vault::write(const FileChange& change) {
     return fail(std::move(result));
 }
 
+void Vault::lose(QorRepositoryStatus why) {
+    ++_lostWrites;
+    (void)fail(failure(why));
+}
+
 QorRepositoryResult Vault::writeOnce(const Seals& seals, const FileChange& change) {
-    _store->begin();
     SealHead head;
+    _store->begin();
     QorRepositoryStatus status = _store->readHead(head);
     // To go on behind an end that was forged would make it a true one.
     if (status == QorRepositoryStatus::Ok && !isEqual(head.mac, seals.macOf(head))) {

@@ -39,6 +39,9 @@ public:
     // One transaction with its seal: it is kept as a whole or not at all. What cannot be kept is counted.
     QorRepositoryResult write(const FileChange& change);
 
+    // Counts what could not be written for another reason.
+    void lose(QorRepositoryStatus why);
+
     [[nodiscard]] const QorRepositoryResult& problem() const { return _problem; }
     QorRepositoryResult fail(QorRepositoryResult result);
     // How many closings since the repository was opened could not be written.
