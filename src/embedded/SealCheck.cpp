@@ -41,13 +41,23 @@ SealCheck::SealCheck(FileStore& store, const Seals& seals, std::optional<SealDig
     : _store(store), _seals(seals), _sealKey(firstSealKey), _noted(noted), _chain(seals.beginning()) {}
 
 QorSealReport SealCheck::run() {
-    QorRepositoryStatus status = _store.beginReading();
-    if (status == QorRepositoryStatus::Ok) status = readAll();
-    _store.endReading();
-    _report.result = failure(status);
+    _report.result = failure(readAtOnce());
     _report.lostWrites = _head.lostWrites;
     if (_report.isSound()) _report.head = headText({_last, _chain});
     return std::move(_report);
+}
+
+QorRepositoryStatus SealCheck::readAtOnce() {
+    const QorRepositoryStatus status = _store.beginReading();
+    if (status != QorRepositoryStatus::Ok) return status;
+    struct End {
+        explicit End(FileStore& itsStore) : store(itsStore) {}
+        End(const End&) = delete;
+        End& operator=(const End&) = delete;
+        ~End() { store.endReading(); }
+        FileStore& store;
+    } const end(_store);
+    return readAll();
 }
 
 QorRepositoryStatus SealCheck::readAll() {

@@ -40,6 +40,8 @@ private:
     };
 
     [[nodiscard]] static Link linkOf(const FileEntry& entry);
+    // All of it as of one commit.
+    [[nodiscard]] QorRepositoryStatus readAtOnce();
     [[nodiscard]] QorRepositoryStatus readAll();
     // False when nothing further is wanted.
     [[nodiscard]] bool take(const FileEntry& entry);
