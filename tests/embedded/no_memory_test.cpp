@@ -9,6 +9,8 @@
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
+#include "platform/QorEncryption.h"
+#include "platform/QorFileManager.h"
 #include "platform/QorOwnedText.h"
 #include "support/FailingAllocations.h"
 #include "support/OnStores.h"
@@ -216,6 +218,37 @@ TEST(NoMemoryForReading, AnEditThatCouldNotBeFoldedInIsThereAtTheNextReading) {
         EXPECT_EQ(scene.from(scene.a), wanted);
     }
     EXPECT_GT(failures, 1);
+}
+
+// A line of the sealed log is kept as a whole or not at all; what failed once works the next time.
+TEST(NoMemoryForTheFileArea, LosesTheLineAndNothingElse) {
+    const TemporaryFolder folder;
+    Workshop w({.language = "en", .console = false, .user = "ada", .keyFile = folder.file("a.key")},
+               folder.file("a.qor"));
+    const SV::String name = "db:\\a name that is long enough to stand on the heap";
+    const std::string line(100, 'x');
+    std::size_t kept = 0;
+    const auto log = [&] {
+        QorOwnedText text;
+        const long handle = QorFileManager::fileOpenWrite(name, QorFileOpenMode::Append);
+        const bool isKept =
+            QorFileManager::fileWrite(handle, line.c_str(), line.size()) == static_cast<long>(line.size());
+        const bool isClosed = QorFileManager::fileClose(handle);
+        kept += isKept && isClosed ? 1 : 0;
+        auto& cipher = QorEncryption::Instance();
+        const auto code = cipher.Encrypt(QorEncryption::kStandardMode, line.c_str(), text.out(), -1);
+        QorOwnedText plain;
+        return isKept && isClosed && code == QorErrorCode::Ok &&
+               cipher.Decrypt(QorEncryption::kStandardMode, text.c_str(), plain.out()) == QorErrorCode::Ok &&
+               plain.view() == line && w.platform.fileArea().verify("", "").isSound();
+    };
+    const long failures = failing_allocations::failEach(log, [&](bool isDone, long number) {
+        EXPECT_EQ(isDone, number == 0) << number;
+        const QorSealReport report = w.platform.fileArea().verify("", "");
+        EXPECT_TRUE(report.isSound() || kept == 0) << number << ": " << report.result.text;
+        EXPECT_EQ(report.entries, kept == 0 ? 0 : static_cast<std::int64_t>(kept) + 1);
+    });
+    EXPECT_GT(failures, 10);
 }
 
 }  // namespace
