@@ -176,7 +176,7 @@ TEST(Naming, LeavesAClassOutWhoseRuleIsWrong) {
         {"A srcattr: \"Title\" B", "anamegen:116; ", "aParser.GetElemCount() != 1"},
         {" ", "anamegen:116; ", "aParser.GetElemCount() != 1", 0},
         {" NAMEGEN", "anamegen:125; ", "!aSrcAttrName.Len()", 2},
-        {"NAMEGEN srcattr: \"\" format: \"%m\"", "anamegen:125; ", "!aSrcAttrName.Len()", 9},
+        {"NAMEGEN srcattr: \"\" format: \"%m\"", "anamegen:125; ", "!aSrcAttrName.Len()"},
         {"NAMEGEN srcattr: \"Nothing\"", unknown + "; ", unknown, 9},
     };
     for (const auto& row : rows) {
