@@ -77,6 +77,11 @@ public:
                 modelGroup, _modelGroups[static_cast<std::size_t>(modelGroup)].c_str(), kLibrary, permission));
         return QorErrorCode::Ok;
     }
+    QorErrorCode modelGroupInfo(long modelGroup, SV::String& name, long& library) override {
+        name = SV::String(_modelGroups[static_cast<std::size_t>(modelGroup)]);
+        library = kLibrary;
+        return QorErrorCode::Ok;
+    }
     QorErrorCode subGroups(long, ISortedSet<long>& groups, bool) override {
         groups.removeAll();
         return QorErrorCode::Ok;
