@@ -60,8 +60,10 @@ private:
 
     void add(const QorClassInfo& cls, const char* attribute, QorKexPosition position, const SV::String& reason) {
         const QorIdentifier id = _workspace.reader().findAttribute(cls.id, attribute);
-        _errors.push_back({QorSeverity::Error, _workspace.libraryImporter().placeInText(cls.id, id, position),
-                           fmt::format("class {}, {}: {}", quoted(cls.name), attribute, printable(reason.view()))});
+        const QorImporter& importer = _workspace.libraryImporter();
+        _errors.push_back({QorSeverity::Error, importer.placeInText(cls.id, id, position),
+                           fmt::format("class {}, {}: {}", quoted(cls.name), attribute,
+                                       printable(importer.messageInFile(cls.id, id, reason.view())))});
     }
 
     Workspace& _workspace;

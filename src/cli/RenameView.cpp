@@ -38,7 +38,8 @@ void RenameView::addErrors(const QorNamePlan& plan, long model) {
         } else if (_toldClasses.insert(cls).second) {
             const QorIdentifier attribute =
                 workspace.reader().findAttribute(cls, QorNameGenerator::GetNameGenAttrName());
-            QorFilePlace place = workspace.libraryImporter().placeInText(cls, attribute, problem.position);
+            const QorImporter& importer = workspace.libraryImporter();
+            QorFilePlace place = importer.placeInText(cls, attribute, problem.position);
             std::string where;
             if (place.file.empty()) {
                 place.file = workspace.libraryPath();
@@ -47,7 +48,7 @@ void RenameView::addErrors(const QorNamePlan& plan, long model) {
             }
             _errors.push_back({QorSeverity::Error, std::move(place),
                                fmt::format("class {}: its objects are not named: {}{}", quoted(nameOf(cls)),
-                                           problem.text.view(), where)});
+                                           importer.messageInFile(cls, attribute, problem.text.view()), where)});
         }
     }
 }

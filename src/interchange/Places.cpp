@@ -31,25 +31,42 @@ Mark markInText(const TextPlace& place, std::uint32_t line, std::uint32_t column
     return place.first;
 }
 
-std::string messageInFile(std::string_view message, const TextPlace& place) {
-    // Nothing else that a parser says ends like this: names and texts end with a quotation mark.
-    constexpr std::string_view kLine = ", in line ";
+namespace {
+
+/// "line 2, column 1" at the beginning of the text: how many bytes that is, 0 when there is nothing of the kind.
+std::size_t readPosition(std::string_view text, QorKexPosition& position) {
+    constexpr std::string_view kLine = "line ";
     constexpr std::string_view kColumn = ", column ";
-    const std::size_t end = message.find_last_not_of('\n') + 1;
-    const std::size_t at = message.rfind(kLine);
-    if (at == std::string_view::npos) return std::string(message);
+    const char* const end = text.data() + text.size();
+    if (!text.starts_with(kLine)) return 0;
+    const auto line = std::from_chars(text.data() + kLine.size(), end, position.line);
+    if (line.ec != std::errc() || !std::string_view(line.ptr, end).starts_with(kColumn)) return 0;
+    const auto column = std::from_chars(line.ptr + kColumn.size(), end, position.column);
+    return column.ec == std::errc() ? static_cast<std::size_t>(column.ptr - text.data()) : 0;
+}
+
+bool showsLine(const TextPlace& place, std::uint32_t line) { return line == 1 ? place.exactOnFirst : place.lineByLine; }
+
+}  // namespace
+
+std::string messageInFile(std::string_view message, const TextPlace& place) {
     QorKexPosition position;
-    const char* const last = message.data() + end;
-    const auto line = std::from_chars(message.data() + at + kLine.size(), last, position.line);
-    const std::string_view rest(line.ptr, static_cast<std::size_t>(last - line.ptr));
-    if (line.ec != std::errc() || !rest.starts_with(kColumn)) return std::string(message);
-    const auto column = std::from_chars(line.ptr + kColumn.size(), last, position.column);
-    if (column.ec != std::errc() || column.ptr != last) return std::string(message);
-    const bool isShown = position.line == 1 ? place.exactOnFirst : place.lineByLine;
-    if (!isShown) return concat({message.substr(0, end), " of the text", message.substr(end)});
+    const std::size_t length = readPosition(message, position);
+    if (length != 0 && message.substr(length).starts_with(": ") && showsLine(place, position.line))
+        message.remove_prefix(length + 2);
+
+    // Nothing else that a parser says ends with a place: names and texts end with a quotation mark.
+    constexpr std::string_view kBefore = ", in ";
+    const std::string_view lines = message.substr(message.find_last_not_of('\n') + 1);
+    message.remove_suffix(lines.size());
+    const std::size_t at = message.rfind(kBefore);
+    if (at == std::string_view::npos) return concat({message, lines});
+    const std::string_view second = message.substr(at + kBefore.size());
+    if (second.empty() || readPosition(second, position) != second.size()) return concat({message, lines});
+    if (!showsLine(place, position.line)) return concat({message, " of the text", lines});
     const Mark mark = markInText(place, position.line, position.column);
-    return concat({message.substr(0, at), kLine, std::to_string(mark.line), kColumn, std::to_string(mark.column),
-                   message.substr(end)});
+    return concat({message.substr(0, at), kBefore, "line ", std::to_string(mark.line), ", column ",
+                   std::to_string(mark.column), lines});
 }
 
 std::uint32_t Places::beginFile(std::string name) {

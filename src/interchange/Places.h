@@ -27,8 +27,9 @@ struct TextPlace {
 /// the file does not show the text as it is.
 [[nodiscard]] Mark markInText(const TextPlace& place, std::uint32_t line, std::uint32_t column);
 
-/// A message about a keyword text, whose second place ("already has the key ..., in line 2, column 1") counts within
-/// the text, with that place in the file instead, as far as the file shows the text as it is.
+/// What a parser says about a keyword text, for people who see the place in the file beside it: without the place in
+/// the text in front ("line 3, column 1: "), and with the second place that it may end with ("already has the key ...,
+/// in line 2, column 1") told as the file's. Places stay as they are where the file does not show the text as it is.
 [[nodiscard]] std::string messageInFile(std::string_view message, const TextPlace& place);
 
 /// Where things were written: 16 bytes for an object or relation and its identifier in the file, lookups O(log n).

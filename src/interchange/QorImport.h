@@ -96,8 +96,9 @@ public:
     [[nodiscard]] std::string_view sourceIdOf(QorIdentifier thing) const;
     /// The place in the file of a place in a keyword text, itself the value of an attribute of a class or library.
     [[nodiscard]] QorFilePlace placeInText(QorIdentifier owner, QorIdentifier attribute, QorKexPosition position) const;
-    /// What a parser says about such a text, with the second place that it may name ("already has the key \"a\", in
-    /// line 2, column 1") told as the file's.
+    /// What a parser says about such a text, for people who see the place in the file beside it: without the place in
+    /// the text in front ("line 3, column 1: "), and with the second place that it may end with ("already has the key
+    /// \"a\", in line 2, column 1") told as the file's.
     [[nodiscard]] std::string messageInFile(QorIdentifier owner, QorIdentifier attribute,
                                             std::string_view message) const;
 

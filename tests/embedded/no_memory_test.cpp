@@ -9,6 +9,8 @@
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
+#include "platform/QorEncryption.h"
+#include "platform/QorFileManager.h"
 #include "platform/QorOwnedText.h"
 #include "support/FailingAllocations.h"
 #include "support/OnStores.h"
@@ -26,7 +28,7 @@ struct Scene {
         w.attribute("Table", "Cell", Type::Text);
         w.relationClass("then", "Node", "Node");
         title = w.attribute("Node", "Title", Type::Text);
-        w.attribute("Task", "Links", Type::InterReference);
+        links = w.attribute("Task", "Links", Type::InterReference);
         QorAttributeSpec rows;
         rows.name = "Rows";
         rows.type = Type::Record;
@@ -73,6 +75,7 @@ struct Scene {
     }
 
     static inline const QorEmbeddedOptions kOptions{.language = "en", .console = false, .user = "ada"};
+    const SV::String toB = "OBJECT \"b\" class: \"Task\" model: \"First\" type: \"Process\"";
     TemporaryFolder folder;
     Workshop w;
     QorCoreModelingManager& repository = w.repository();
@@ -95,8 +98,8 @@ struct Scene {
     std::string longName;  // nor this one
     std::string text;      // gets a block of its own in the repository
     int round = 0;
-    QorIdentifier task, table, title, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user, staff,
-        fresh, mortal;
+    QorIdentifier task, table, title, links, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user,
+        staff, fresh, mortal;
 };
 
 struct Operation {
@@ -129,6 +132,9 @@ const Operation kOperations[] = {
     {"relation", [](Scene& s) { return s.builder.addRelation(s.thenClass, s.a, s.b); }},
     {"value", [](Scene& s) { return s.builder.setValue(s.other(), s.title, s.text); }},
     {"other value", [](Scene& s) { return s.builder.setValue(s.a, s.title, s.text); }},
+    {"position", [](Scene& s) { return s.builder.setValue(s.other(), QorAttributeId::Graphic, "NODE x:1cm y:2.5cm w:3cm h:1cm index:1"); }},
+    {"reference", [](Scene& s) { return s.result(s.repository.setAttributeValueAsString(s.model, s.other(), s.links, s.toB.c_str(), true)); }},
+    {"save references", [](Scene& s) { QorCoreInterReferenceHandler handler(s.model, s.a, s.links); QorErrorCode code = QorErrorCode::Ok; if (!handler.initHandler(s.toB, code)) return s.result(code); handler.MarkAllAdded(); return s.result(handler._Save(s.model, s.other(), true)); }},
     {"row", [](Scene& s) { long row = -1; return s.result(s.repository.createRecordInstance(s.model, s.a, s.record, row, -1)); }},
     {"name", [](Scene& s) { return s.result(s.repository.RenameInstance(s.model, s.other(), s.longName.c_str(), true)); }},
     {"group", [](Scene& s) { return s.builder.addModelGroup(s.group, s.name); }},
@@ -218,6 +224,37 @@ TEST(NoMemoryForReading, AnEditThatCouldNotBeFoldedInIsThereAtTheNextReading) {
         EXPECT_EQ(scene.from(scene.a), wanted);
     }
     EXPECT_GT(failures, 1);
+}
+
+// A line of the sealed log is kept as a whole or not at all; what failed once works the next time.
+TEST(NoMemoryForTheFileArea, LosesTheLineAndNothingElse) {
+    const TemporaryFolder folder;
+    Workshop w({.language = "en", .console = false, .user = "ada", .keyFile = folder.file("a.key")},
+               folder.file("a.qor"));
+    const SV::String name = "db:\\a name that is long enough to stand on the heap";
+    const std::string line(100, 'x');
+    std::size_t kept = 0;
+    const auto log = [&] {
+        QorOwnedText text;
+        const long handle = QorFileManager::fileOpenWrite(name, QorFileOpenMode::Append);
+        const bool isKept =
+            QorFileManager::fileWrite(handle, line.c_str(), line.size()) == static_cast<long>(line.size());
+        const bool isClosed = QorFileManager::fileClose(handle);
+        kept += isKept && isClosed ? 1 : 0;
+        auto& cipher = QorEncryption::Instance();
+        const auto code = cipher.Encrypt(QorEncryption::kStandardMode, line.c_str(), text.out(), -1);
+        QorOwnedText plain;
+        return isKept && isClosed && code == QorErrorCode::Ok &&
+               cipher.Decrypt(QorEncryption::kStandardMode, text.c_str(), plain.out()) == QorErrorCode::Ok &&
+               plain.view() == line && w.platform.fileArea().verify("", "").isSound();
+    };
+    const long failures = failing_allocations::failEach(log, [&](bool isDone, long number) {
+        EXPECT_EQ(isDone, number == 0) << number;
+        const QorSealReport report = w.platform.fileArea().verify("", "");
+        EXPECT_TRUE(report.isSound() || kept == 0) << number << ": " << report.result.text;
+        EXPECT_EQ(report.entries, kept == 0 ? 0 : static_cast<std::int64_t>(kept) + 1);
+    });
+    EXPECT_GT(failures, 10);
 }
 
 }  // namespace
