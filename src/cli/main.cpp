@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/AdminArguments.h"
 #include "cli/CalendarCommand.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -88,6 +89,7 @@ struct Options {
     qor::cli::RenameOptions rename;
     qor::cli::ConvertOptions convert;
     qor::cli::TransferOptions transfer;
+    qor::cli::AdminOptions admin;
 };
 
 void addLanguage(CLI::App& command, std::string& language) {
@@ -497,9 +499,13 @@ void describe(CLI::App& app, Options& options) {
     CLI::App& rename = describeRename(app, options.rename);
     CLI::App& convert = describeConvert(app, options.convert);
     CLI::App& transfer = describeTransfer(app, options.transfer);
+    CLI::App& user = describeUsers(app, options.admin);
+    CLI::App& group = describeUserGroups(app, options.admin);
+    CLI::App& permission = describePermissions(app, options.admin);
+    CLI::App& access = describeAccess(app, options.admin);
 
     for (CLI::App* command : {&check, &library, &rules, &connect, &repo, &log, &calendar, &distribution, &sim,
-                              &hierarchy, &rename, &convert, &transfer})
+                              &hierarchy, &rename, &convert, &transfer, &user, &group, &permission, &access})
         command->group("Commands");
 }
 
@@ -583,6 +589,10 @@ Exit dispatch(const CLI::App& app, const Options& options, Console& console) {
     if (app.got_subcommand("rename")) return runRename(options.rename, console);
     if (app.got_subcommand("convert")) return runConvert(options.convert, console);
     if (app.got_subcommand("transfer")) return runTransfer(options.transfer, console);
+    if (app.got_subcommand("user")) return runUser(options.admin, console);
+    if (app.got_subcommand("group")) return runUserGroup(options.admin, console);
+    if (app.got_subcommand("permission")) return runPermission(options.admin, console);
+    if (app.got_subcommand("access")) return runAccess(options.admin, console);
     return options.rules.doctor ? runDoctor(options.rules, console) : runRules(options.rules, console);
 }
 
