@@ -3,8 +3,8 @@
 
 #include <fmt/format.h>
 
-#include "admin/QorAdminLogger.h"
 #include "cli/Diagnostics.h"
+#include "cli/LogSettings.h"
 #include "cli/Nearest.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/Text.h"
@@ -49,8 +49,9 @@ bool AdminSession::open(bool forWriting) {
         if (result.ok()) error(Qor_RepositoryStatusText(QorRepositoryStatus::ReadOnly), Exit::WriteFailed);
         return false;
     }
-    QorAdminLogger::Instance().StartLogging();  // writes what follows down, if the repository wants that
-    return true;
+    const QorRepositoryResult log = keepLog(_platform.fileArea());
+    if (!log.ok()) error(log.text, exitOf(log.status));
+    return log.ok();
 }
 
 // ---- Names ----
@@ -213,6 +214,7 @@ JsonWriter& AdminSession::beginJson() {
 }
 
 Exit AdminSession::end() {
+    if (const std::string lost = lostLines(_platform.fileArea()); !lost.empty()) error(lost, Exit::WriteFailed);
     if (isJson()) {
         if (!_json) {
             JsonWriter& json = beginJson();
