@@ -56,6 +56,9 @@ inline void describeActor(CLI::App& command, AdminOptions& options, const std::s
     command.add_option("--user", options.actor, "Act as this user; else as the operating system's")
         ->option_text("NAME")
         ->allow_extra_args(false);
+    command.add_option("--key-file", options.keyFile, "The key that the administrator log is enciphered with")
+        ->option_text("PATH")
+        ->allow_extra_args(false);
     command.add_flag("--json", options.json, "Write one JSON document, " + schema);
     command.add_option("--language", options.language, "Language of the messages: en or de")
         ->check(CLI::IsMember(std::vector<std::string>{"en", "de"}))

@@ -16,6 +16,7 @@ struct AdminOptions {
     std::string verb;     ///< of an access: empty
     std::string file;
     std::string actor;    ///< the current user; empty: the operating system's
+    std::string keyFile;  ///< of the administrator log; empty: the usual one
     std::string library;  ///< by name
     bool json = false;
     std::string language = "en";

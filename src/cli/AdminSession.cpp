@@ -23,7 +23,8 @@ AdminSession::AdminSession(const AdminOptions& itsOptions, Console& itsConsole)
     : options(itsOptions),
       console(itsConsole),
       _internalErrors(itsConsole),
-      _platform({.language = itsOptions.language, .console = false, .user = itsOptions.actor}),
+      _platform(
+          {.language = itsOptions.language, .console = false, .user = itsOptions.actor, .keyFile = itsOptions.keyFile}),
       _host(_platform.host()) {
     _host.windows = &_internalErrors.windows();
     _installation.emplace(_host);

@@ -99,15 +99,6 @@ inline constexpr const char* kRepoExamples =
     "A repository file holds method libraries and models; every command that reads libraries or\n"
     "models takes it, too, as FILE or, to name one of its libraries, as FILE#LIBRARY.\n";
 
-inline constexpr const char* kLogExamples =
-    "Examples:\n"
-    "  qor log start shop.qor\n"
-    "  qor log show --from 2026-03 --by ada shop.qor\n"
-    "  qor log export shop.qor log.csv\n"
-    "  qor log verify --verification-key - --head 1042-oPc... shop.qor\n\n"
-    "Every line is enciphered with a key file outside the repository and sealed to the one before.\n"
-    "verify ends with code 1 when somebody has tampered with it.\n";
-
 inline constexpr const char* kUserExamples =
     "Examples:\n"
     "  qor user add shop.qor ada --display \"Ada Lovelace\"\n"
@@ -135,6 +126,15 @@ inline constexpr const char* kAccessExamples =
     "Examples:\n"
     "  qor access shop.qor ada --why\n"
     "  qor access shop.qor --who Sales/Orders\n";
+
+inline constexpr const char* kLogExamples =
+    "Examples:\n"
+    "  qor log start shop.qor\n"
+    "  qor log show --from 2026-03 --by ada shop.qor\n"
+    "  qor log export shop.qor log.csv\n"
+    "  qor log verify --verification-key - --head 1042-oPc... shop.qor\n\n"
+    "Every line is enciphered with a key file outside the repository and sealed to the one before.\n"
+    "verify ends with code 1 when somebody has tampered with it.\n";
 
 inline constexpr const char* kConnectExamples =
     "Examples:\n"

@@ -504,8 +504,8 @@ void describe(CLI::App& app, Options& options) {
     CLI::App& permission = describePermissions(app, options.admin);
     CLI::App& access = describeAccess(app, options.admin);
 
-    for (CLI::App* command : {&check, &library, &rules, &connect, &repo, &log, &calendar, &distribution, &sim,
-                              &hierarchy, &rename, &convert, &transfer, &user, &group, &permission, &access})
+    for (CLI::App* command : {&check, &library, &rules, &connect, &repo, &calendar, &distribution, &sim, &hierarchy,
+                              &rename, &convert, &transfer, &log, &user, &group, &permission, &access})
         command->group("Commands");
 }
 
