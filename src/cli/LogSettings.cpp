@@ -4,6 +4,7 @@
 #include "admin/QorAdminLogger.h"
 #include "cli/Text.h"
 #include "platform/QorFileManager.h"
+#include "platform/QorHost.h"
 #include "platform/QorUserManager.h"
 #include "platform/QorWindows.h"
 
