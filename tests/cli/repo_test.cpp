@@ -212,13 +212,13 @@ TEST_F(CliRepoReferences, MayLeadToFilesThatComeLaterButNotNowhere) {
     const Outcome import = qor.run("repo import shop.qor One.yaml Three.yaml Two.yaml Four.yaml");
     EXPECT_EQ(import.exit, 3) << import.err;
     EXPECT_EQ(import.out, "One.yaml: 1 model\nTwo.yaml: 1 model\n") << "Three leads to Four, which is refused";
-    EXPECT_THAT(import.err, HasSubstr("Four.yaml:6:9: error: \"go\": \"Next\" names the model \"Nowhere\" of type "
+    EXPECT_THAT(import.err, HasSubstr("Four.yaml:7:9: error: \"go\": \"Next\" names the model \"Nowhere\" of type "
                                       "\"Process\", which does not exist"));
-    EXPECT_THAT(import.err, HasSubstr("Three.yaml:6:9: error: "));
+    EXPECT_THAT(import.err, HasSubstr("Three.yaml:7:9: error: "));
     EXPECT_THAT(info(), HasSubstr("library \"Steps\": 1 class, 2 models"));
     const Outcome kept = qor.run("repo import --keep shop.qor Four.yaml Three.yaml");
     EXPECT_EQ(kept.exit, 1) << kept.err;
-    EXPECT_THAT(kept.err, HasSubstr("Four.yaml:6:9: warning: "));
+    EXPECT_THAT(kept.err, HasSubstr("Four.yaml:7:9: warning: "));
     EXPECT_THAT(kept.err, Not(HasSubstr("Three.yaml"))) << "Four is there now";
     EXPECT_THAT(info(), HasSubstr("4 models"));
 }
