@@ -166,20 +166,6 @@ TEST(CalendarArithmetic, PreparedAnswersEqualThePlainWalkAndFollowChangesBehindT
     }
 }
 
-TEST(CalendarArithmetic, SumsOverAdjoiningSpansAddUp) {
-    std::mt19937_64 random(7);
-    for (int round = 0; round < 200; ++round) {
-        const auto made = randomCalendar(random, 7, 1, 0);
-        std::int64_t cuts[3];
-        for (auto& cut : cuts) cut = static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(100 * kDay));
-        std::sort(std::begin(cuts), std::end(cuts));
-        const auto whole = sum(*made, cuts[0], cuts[2]);
-        EXPECT_LE(whole.value, cuts[2] - cuts[0]) << textOf(*made);
-        EXPECT_EQ(whole.value, sum(*made, cuts[0], cuts[1]).value + sum(*made, cuts[1], cuts[2]).value)
-            << textOf(*made);
-    }
-}
-
 TEST(CalendarExpectation, IsWeightedByTheSecondsInsideTheRange) {
     const Language english;
     // Day 1: 3.5 for an hour, then 2 for three hours. Day 2 is empty.

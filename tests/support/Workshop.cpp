@@ -2,7 +2,6 @@
 #include "support/Workshop.h"
 
 #include <stdexcept>
-#include <string>
 
 #include "platform/QorAttributeIds.h"
 
