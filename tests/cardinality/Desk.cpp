@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cardinality/Desk.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "platform/QorHost.h"
@@ -28,6 +26,11 @@ const char* structure(unsigned short number) {
 }
 
 }  // namespace
+
+std::string quoted(std::string text) {
+    std::replace(text.begin(), text.end(), '\'', '"');
+    return text;
+}
 
 Desk::Desk() : _host(workshop.platform.host()) {
     _host.texts = this;
@@ -74,7 +77,7 @@ Desk& Desk::draw(std::string_view picture) {
 }
 
 Desk& Desk::rules(std::string_view cls, std::string_view text) {
-    handler.decryptKex(workshop.processes, (*this)[cls], std::string(text).c_str());
+    handler.decryptKex(workshop.processes, (*this)[cls], quoted(std::string(text)).c_str());
     return *this;
 }
 

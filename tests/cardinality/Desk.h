@@ -30,6 +30,9 @@ public:
     using QorCardinalityHandler::setChecked;
 };
 
+/// A rule text whose names stand in single quotes.
+[[nodiscard]] std::string quoted(std::string text);
+
 /// A workshop with a small library and one model, on which boxes are drawn and joined.
 ///
 /// Classes: Node (abstract), Task, Document and Special, which is a Task. Relation classes: "then" and "uses" between
@@ -47,7 +50,7 @@ public:
     Desk& objects(std::string_view letters);
     /// Joins objects: "a>b" then, "a=x" uses, "x~a" files. Adds those that are missing.
     Desk& draw(std::string_view picture);
-    /// Puts rules into the handler; what it says about the text is kept.
+    /// Puts rules, as `quoted`, into the handler; what it says about the text is kept.
     Desk& rules(std::string_view cls, std::string_view text);
     /// Names of things, by identifier, separated by blanks.
     template <class Identifiers>

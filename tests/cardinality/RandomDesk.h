@@ -38,13 +38,13 @@ private:
                                            4);
         for (const auto* relation : {"then", "uses", "files"}) {
             if (draw(1) == 0) continue;
-            text += std::string(" RELATION \"") + relation + "\"" +
+            text += std::string(" RELATION '") + relation + "'" +
                     keys({"max-outgoing", "max-incoming", "default-max-outgoing", "default-max-incoming",
                           "min-outgoing", "min-incoming", "default-min-outgoing", "default-min-incoming"},
                          5);
             for (const auto* cls : {"Node", "Task", "Document", "Special"}) {
-                text += std::string(" TO_CLASS \"") + cls + "\"" + keys({"max-outgoing", "min-outgoing"}, 5);
-                text += std::string(" FROM_CLASS \"") + cls + "\"" + keys({"max-incoming", "min-incoming"}, 5);
+                text += std::string(" TO_CLASS '") + cls + "'" + keys({"max-outgoing", "min-outgoing"}, 5);
+                text += std::string(" FROM_CLASS '") + cls + "'" + keys({"max-incoming", "min-incoming"}, 5);
             }
         }
         return text;

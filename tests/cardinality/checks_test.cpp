@@ -1,25 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 // The checks that end at the first breach: what they count, say and mark.
-#include <gtest/gtest.h>
-
 #include "cardinality/Desk.h"
 
 namespace {
 
 /// One class's rules, a drawing, and what the check of object "a" (a Task) makes of it.
 struct ObjectCase {
-    const char* cls;
-    const char* rules;
-    const char* drawing;
+    const char *cls, *rules, *drawing;
     const char* message;  ///< empty: all is well
-    const char* badObjects;
-    const char* badRelations;
+    const char *badObjects, *badRelations;
 };
 
 void expectObject(const ObjectCase& row) {
     SCOPED_TRACE(std::string(row.rules) + " / " + row.drawing);
     Desk desk;
-    desk.objects("abcxyz").draw(row.drawing).rules(row.cls, row.rules);
+    desk.objects("abcxyz").draw(row.drawing).rules(row.cls, std::string("CARDINALITIES ") + row.rules);
     ASSERT_EQ(desk.handler.getErrorText(), "");
     EXPECT_EQ(desk.handler.checkObject(desk["a"], true, true), *row.message == '\0' ? 1 : 0);
     EXPECT_EQ(desk.handler.getErrorText(), row.message);
@@ -32,72 +27,66 @@ void expectObject(const ObjectCase& row) {
 TEST(ObjectCheck, FindsTheFirstBrokenMaximum) {
     const ObjectCase rows[] = {
         // The class's own limits also stand for every relation class without a record, and are met there first.
-        {"Task", "CARDINALITIES max-outgoing: 2", "a>b a>c", "", "", ""},
-        {"Task", "CARDINALITIES max-outgoing: 1", "a>b a>c", "1965{1984<Task|a>,then,1}", "a b c", "a>b a>c"},
-        {"Task", "CARDINALITIES max-outgoing: 2", "a>b a>x a>y", "1964{ \"a\" 1981,then,2}", "a", "a>b a>x a>y"},
-        {"Task", "CARDINALITIES max-outgoing: 1", "a>b a=x", "1963{ \"a\",1981,1}", "a", "a>b a=x"},
-        {"Task", "CARDINALITIES max-incoming: 1", "b>a c=a", "1963{ \"a\",1982,1}", "a", "b>a c=a"},
-        {"Task", "CARDINALITIES max-incoming: 1", "b>a c>a", "1963{ \"a\",1982,1}", "a", "b>a c>a"},
-        {"Task", "CARDINALITIES max-relations: 2", "b>a a=x a=c", "1962{ \"a\",1980,2}", "", "b>a a=x a=c"},
-        {"Task", "CARDINALITIES max-outgoing: 65535", "a>b a>c", "", "", ""},
-        {"Task", "CARDINALITIES max-outgoing: -1", "a>b a>c", "", "", ""},
+        {"Task", "max-outgoing: 2", "a>b a>c", "", "", ""},
+        {"Task", "max-outgoing: 1", "a>b a>c", "1965{1984<Task|a>,then,1}", "a b c", "a>b a>c"},
+        {"Task", "max-outgoing: 2", "a>b a>x a>y", "1964{ \"a\" 1981,then,2}", "a", "a>b a>x a>y"},
+        {"Task", "max-outgoing: 1", "a>b a=x", "1963{ \"a\",1981,1}", "a", "a>b a=x"},
+        {"Task", "max-incoming: 1", "b>a c=a", "1963{ \"a\",1982,1}", "a", "b>a c=a"},
+        {"Task", "max-incoming: 1", "b>a c>a", "1963{ \"a\",1982,1}", "a", "b>a c>a"},
+        {"Task", "max-relations: 2", "b>a a=x a=c", "1962{ \"a\",1980,2}", "", "b>a a=x a=c"},
+        {"Task", "max-outgoing: 65535", "a>b a>c", "", "", ""},
+        {"Task", "max-outgoing: -1", "a>b a>c", "", "", ""},
         // A record takes their place, even with defaults.
-        {"Task", "CARDINALITIES max-outgoing: 2 RELATION \"then\" max-outgoing: 1", "a>b a=x a=y",
-         "1962{ \"a\",1981,2}", "a", "a>b a=x a=y"},
-        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a=x a=y a>b a>c", "1965{1984<Task|a>,then,1}",
-         "a b c", "a>b a>c"},
-        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1", "a>b a>x", "1965{ \"a\" 1981,then,1}", "a",
-         "a>b a>x"},
-        {"Task", "CARDINALITIES RELATION \"then\" max-incoming: 0", "b>a", "1964{1985<Task|a>,then,0}", "a b", "b>a"},
-        {"Task", "CARDINALITIES RELATION \"then\" max-incoming: 2", "b>a x>a y>a", "1964{ \"a\" 1982,then,2}", "a",
-         "b>a x>a y>a"},
+        {"Task", "max-outgoing: 2 RELATION 'then' max-outgoing: 1", "a>b a=x a=y", "1962{ \"a\",1981,2}", "a",
+         "a>b a=x a=y"},
+        {"Task", "RELATION 'then' max-outgoing: 1", "a=x a=y a>b a>c", "1965{1984<Task|a>,then,1}", "a b c", "a>b a>c"},
+        {"Task", "RELATION 'then' max-outgoing: 1", "a>b a>x", "1965{ \"a\" 1981,then,1}", "a", "a>b a>x"},
+        {"Task", "RELATION 'then' max-incoming: 0", "b>a", "1964{1985<Task|a>,then,0}", "a b", "b>a"},
+        {"Task", "RELATION 'then' max-incoming: 2", "b>a x>a y>a", "1964{ \"a\" 1982,then,2}", "a", "b>a x>a y>a"},
         // The default holds for classes without a target record, a target record for its class, whatever it holds.
-        {"Task", "CARDINALITIES RELATION \"then\" default-max-outgoing: 1 TO_CLASS \"Task\" max-outgoing: 3",
-         "a>b a>c a>x", "", "", ""},
-        {"Task", "CARDINALITIES RELATION \"then\" default-max-outgoing: 1 FROM_CLASS \"Task\" max-incoming: 3",
-         "a>b a>c a>x a>y", "1965{1984<Document|a>,then,1}", "a x y", "a>x a>y"},
-        {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" max-outgoing: 1", "a>x a>b a>y",
+        {"Task", "RELATION 'then' default-max-outgoing: 1 TO_CLASS 'Task' max-outgoing: 3", "a>b a>c a>x", "", "", ""},
+        {"Task", "RELATION 'then' default-max-outgoing: 1 FROM_CLASS 'Task' max-incoming: 3", "a>b a>c a>x a>y",
          "1965{1984<Document|a>,then,1}", "a x y", "a>x a>y"},
+        {"Task", "RELATION 'then' TO_CLASS 'Document' max-outgoing: 1", "a>x a>b a>y", "1965{1984<Document|a>,then,1}",
+         "a x y", "a>x a>y"},
         // The one met first at the lowest relation comes first.
-        {"Task", "CARDINALITIES RELATION \"uses\" max-outgoing: 0 RELATION \"then\" max-outgoing: 0", "a=x a>b",
+        {"Task", "RELATION 'uses' max-outgoing: 0 RELATION 'then' max-outgoing: 0", "a=x a>b",
          "1964{1984<Document|a>,uses,0}", "a x", "a=x"},
-        {"Task", "CARDINALITIES max-relations: 1 RELATION \"then\" max-incoming: 0", "b>a a=x a=y",
-         "1965{1984<Document|a>,uses,1}", "a x y", "a=x a=y"},
+        {"Task", "max-relations: 1 RELATION 'then' max-incoming: 0", "b>a a=x a=y", "1965{1984<Document|a>,uses,1}",
+         "a x y", "a=x a=y"},
         // Exactly the class counts, and every relation: parallel ones, and one with itself in both directions.
-        {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Task\" max-outgoing: 1", "a>b a>s", "", "", ""},
-        {"Task", "CARDINALITIES max-relations: 1", "a>a", "1963{ \"a\",1980,1}", "", "a>a"},
-        {"Task", "CARDINALITIES max-incoming: 0", "a>a", "1962{ \"a\",1982,0}", "a", "a>a"},
+        {"Task", "RELATION 'then' TO_CLASS 'Task' max-outgoing: 1", "a>b a>s", "", "", ""},
+        {"Task", "max-relations: 1", "a>a", "1963{ \"a\",1980,1}", "", "a>a"},
+        {"Task", "max-incoming: 0", "a>a", "1962{ \"a\",1982,0}", "a", "a>a"},
         // Rules of another class, also of the class above, are not the object's.
-        {"Document", "CARDINALITIES max-relations: 0", "a>x", "", "", ""},
-        {"Node", "CARDINALITIES max-relations: 0", "a>x", "", "", ""},
+        {"Document", "max-relations: 0", "a>x", "", "", ""},
+        {"Node", "max-relations: 0", "a>x", "", "", ""},
     };
     for (const auto& row : rows) expectObject(row);
 }
 
 TEST(ObjectCheck, FindsTheFirstBrokenMinimum) {
     const ObjectCase rows[] = {
-        {"Task", "CARDINALITIES min-outgoing: 2", "a>b b>a", "1971{ \"a\",1981,2}", "a", "a>b"},
-        {"Task", "CARDINALITIES min-incoming: 1", "a>b", "1972{ \"a\",1982,1}", "a", ""},
-        {"Task", "CARDINALITIES min-relations: 3", "a>b b>a", "1971{ \"a\",1980,3}", "a", "a>b b>a"},
-        {"Task", "CARDINALITIES min-relations: 2", "a>a", "", "", ""},
-        {"Task", "CARDINALITIES min-relations: -1", "a>a", "1971{ \"a\",1980,4294967295}", "a", "a>a"},
-        {"Task", "CARDINALITIES min-incoming: 1 RELATION \"then\" min-outgoing: 1", "a=x", "1974{ \"a\" 1981,then,1}",
-         "a", ""},
-        {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" min-outgoing: 2", "a>x a>b",
-         "1973{1984<Document|a>,then,2}", "a", "a>x"},
-        {"Task", "CARDINALITIES RELATION \"then\" FROM_CLASS \"Document\" min-incoming: 2", "x>a b>a",
-         "1973{1985<Document|a>,then,2}", "a", "x>a"},
-        // A default minimum works through the minimum of the relation class alone: no class is demanded by it.
-        {"Task", "CARDINALITIES RELATION \"then\" default-min-outgoing: 2", "a>x a>b", "", "", ""},
-        {"Task", "CARDINALITIES RELATION \"then\" default-min-outgoing: 2", "a>x", "1973{ \"a\" 1981,then,2}", "a",
+        {"Task", "min-outgoing: 2", "a>b b>a", "1971{ \"a\",1981,2}", "a", "a>b"},
+        {"Task", "min-incoming: 1", "a>b", "1972{ \"a\",1982,1}", "a", ""},
+        {"Task", "min-relations: 3", "a>b b>a", "1971{ \"a\",1980,3}", "a", "a>b b>a"},
+        {"Task", "min-relations: 2", "a>a", "", "", ""},
+        {"Task", "min-relations: -1", "a>a", "1971{ \"a\",1980,4294967295}", "a", "a>a"},
+        {"Task", "min-incoming: 1 RELATION 'then' min-outgoing: 1", "a=x", "1974{ \"a\" 1981,then,1}", "a", ""},
+        {"Task", "RELATION 'then' TO_CLASS 'Document' min-outgoing: 2", "a>x a>b", "1973{1984<Document|a>,then,2}", "a",
          "a>x"},
+        {"Task", "RELATION 'then' FROM_CLASS 'Document' min-incoming: 2", "x>a b>a", "1973{1985<Document|a>,then,2}",
+         "a", "x>a"},
+        // A default minimum works through the minimum of the relation class alone: no class is demanded by it.
+        {"Task", "RELATION 'then' default-min-outgoing: 2", "a>x a>b", "", "", ""},
+        {"Task", "RELATION 'then' default-min-outgoing: 2", "a>x", "1973{ \"a\" 1981,then,2}", "a", "a>x"},
         // Within a relation class: towards classes out, out, from classes in, in; then the next relation class.
-        {"Task", "CARDINALITIES RELATION \"then\" min-outgoing: 1 FROM_CLASS \"Task\" min-incoming: 1", "",
-         "1974{ \"a\" 1981,then,1}", "a", ""},
-        {"Task", "CARDINALITIES RELATION \"uses\" min-outgoing: 1 RELATION \"then\" min-incoming: 1", "",
-         "1974{ \"a\" 1982,then,1}", "a", ""},
+        {"Task", "RELATION 'then' min-outgoing: 1 FROM_CLASS 'Task' min-incoming: 1", "", "1974{ \"a\" 1981,then,1}",
+         "a", ""},
+        {"Task", "RELATION 'uses' min-outgoing: 1 RELATION 'then' min-incoming: 1", "", "1974{ \"a\" 1982,then,1}", "a",
+         ""},
         // A broken maximum leaves the minima alone.
-        {"Task", "CARDINALITIES max-outgoing: 0 min-incoming: 1", "a>b", "1964{1984<Task|a>,then,0}", "a b", "a>b"},
+        {"Task", "max-outgoing: 0 min-incoming: 1", "a>b", "1964{1984<Task|a>,then,0}", "a b", "a>b"},
     };
     for (const auto& row : rows) expectObject(row);
 }
@@ -127,10 +116,7 @@ TEST(ObjectCheck, TestsWhatItIsAskedFor) {
 
 TEST(ClassCheck, CountsObjectsWithThoseOfSubclasses) {
     const struct {
-        const char* rules;
-        const char* objects;
-        const char* message;
-        const char* bad;
+        const char *rules, *objects, *message, *bad;
     } rows[] = {
         {"min-objects: 1", "", "1970{Task,0,1}", ""},
         {"min-objects: 2", "ax", "1969{Task,1,2}", "a"},
@@ -168,7 +154,7 @@ TEST(ModelCheck, EndsAtTheFirstBreachOfTheLowestObject) {
 
 TEST(ModelCheck, SharesWhatItHasCheckedBetweenObjectsAndClasses) {
     // a has the Document that b lacks: only the first object that meets the class is held against its minimum.
-    const char* const needsDocument = "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" min-outgoing: 1";
+    const char* const needsDocument = "CARDINALITIES RELATION 'then' TO_CLASS 'Document' min-outgoing: 1";
     {
         Desk desk;
         desk.draw("a>x").objects("b").rules("Task", needsDocument);
@@ -185,14 +171,14 @@ TEST(ModelCheck, SharesWhatItHasCheckedBetweenObjectsAndClasses) {
     {  // One class named towards and from, or under two relation classes: only the first meeting counts.
         Desk desk;
         desk.draw("a>x").rules("Task",
-                               "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" max-outgoing: 5 FROM_CLASS "
-                               "\"Document\" min-incoming: 1 RELATION \"uses\" TO_CLASS \"Document\" min-outgoing: 1");
+                               "CARDINALITIES RELATION 'then' TO_CLASS 'Document' max-outgoing: 5 FROM_CLASS "
+                               "\"Document\" min-incoming: 1 RELATION 'uses' TO_CLASS 'Document' min-outgoing: 1");
         EXPECT_EQ(desk.handler.checkObject(desk["a"], true, true), 1);
     }
     {  // A class without a bound in a direction is not met there.
         Desk desk;
         desk.draw("a>x").rules("Task",
-                               "CARDINALITIES RELATION \"then\" FROM_CLASS \"Document\" min-incoming: 1 TO_CLASS "
+                               "CARDINALITIES RELATION 'then' FROM_CLASS 'Document' min-incoming: 1 TO_CLASS "
                                "\"Document\" max-outgoing: 65535");
         EXPECT_EQ(desk.handler.checkObject(desk["a"], true, true), 0);
     }
@@ -208,7 +194,7 @@ TEST(ModelCheck, SharesWhatItHasCheckedBetweenObjectsAndClasses) {
 
 TEST(ModelCheck, MarksTheRelationClassesAndRelationsThatItMeets) {
     Desk desk;
-    desk.draw("a>x a>b").rules("Task", "CARDINALITIES RELATION \"then\" max-incoming: 5");
+    desk.draw("a>x a>b").rules("Task", "CARDINALITIES RELATION 'then' max-incoming: 5");
     EXPECT_EQ(desk.handler.checkObject(desk["a"], true, true), 1);
     ISortedSet<long> met{desk["then"], desk["a>x"], desk["a>b"], desk["a"]};
     EXPECT_TRUE(desk.handler.areAlreadyChecked(met));
@@ -216,7 +202,7 @@ TEST(ModelCheck, MarksTheRelationClassesAndRelationsThatItMeets) {
     EXPECT_FALSE(desk.handler.areAlreadyChecked(met));
 
     // A breach of all relations of a class comes at the first of them; the later ones have not been met.
-    desk.rules("Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1");
+    desk.rules("Task", "CARDINALITIES RELATION 'then' max-outgoing: 1");
     EXPECT_EQ(desk.handler.checkObject(desk["a"], true, true), 0);
     EXPECT_TRUE(desk.handler.isAlreadyChecked(desk["a>x"]));
     EXPECT_FALSE(desk.handler.isAlreadyChecked(desk["a>b"]));
@@ -224,7 +210,7 @@ TEST(ModelCheck, MarksTheRelationClassesAndRelationsThatItMeets) {
 
 TEST(RelationCheck, FailsOnlyForABreachOfThisRelation) {
     Desk desk;
-    desk.draw("a>b a>c a=x y=b").rules("Task", "CARDINALITIES RELATION \"then\" max-outgoing: 1");
+    desk.draw("a>b a>c a=x y=b").rules("Task", "CARDINALITIES RELATION 'then' max-outgoing: 1");
     EXPECT_EQ(desk.handler.checkRelation(desk["a>b"], true, true), 0);
     EXPECT_EQ(desk.handler.checkRelation(desk["a=x"], true, true), 1) << "the source fails for other relations";
     EXPECT_TRUE(desk.handler.isError());
@@ -265,17 +251,16 @@ TEST(Activation, OffLetsEverythingPass) {
 
 TEST(RelationSlots, AreTheTighterLimitOfBothEnds) {
     const struct {
-        const char* task;
-        const char* document;
+        const char *task, *document;
         unsigned long slots;
     } rows[] = {
         {"", "", 65535},
         {"CARDINALITIES", "CARDINALITIES max-incoming: -1", 65535},
         {"CARDINALITIES max-outgoing: 4", "", 4},
         {"CARDINALITIES max-outgoing: 4", "CARDINALITIES max-incoming: 3", 3},
-        {"CARDINALITIES max-outgoing: 4 RELATION \"then\" max-outgoing: 7", "", 7},
-        {"CARDINALITIES RELATION \"then\" default-max-outgoing: 6 TO_CLASS \"Document\" max-outgoing: 9", "", 9},
-        {"", "CARDINALITIES RELATION \"then\" FROM_CLASS \"Task\" max-incoming: 0", 0},
+        {"CARDINALITIES max-outgoing: 4 RELATION 'then' max-outgoing: 7", "", 7},
+        {"CARDINALITIES RELATION 'then' default-max-outgoing: 6 TO_CLASS 'Document' max-outgoing: 9", "", 9},
+        {"", "CARDINALITIES RELATION 'then' FROM_CLASS 'Task' max-incoming: 0", 0},
     };
     for (const auto& row : rows) {
         Desk desk;
@@ -289,9 +274,7 @@ TEST(RelationSlots, AreTheTighterLimitOfBothEnds) {
 
 TEST(NewObject, IsAllowedWhileEveryMaximumHolds) {
     const struct {
-        const char* cls;
-        const char* rules;
-        const char* drawing;
+        const char *cls, *rules, *drawing;
         bool after;      ///< a new Special behind "a"
         bool before;     ///< a new Special before "a"
         bool inBetween;  ///< a new Special between the first two of the drawing
@@ -307,13 +290,13 @@ TEST(NewObject, IsAllowedWhileEveryMaximumHolds) {
         {"Task", "max-incoming: 1", "a>b c>a", true, false, true},
         {"Task", "max-relations: 2", "a>a", false, false, true},
         {"Task", "max-relations: 3", "a=a", true, true, false},
-        {"Task", "max-relations: 9 RELATION \"then\" max-outgoing: 1", "a>b", false, true, true},
-        {"Task", "RELATION \"then\" TO_CLASS \"Special\" max-outgoing: 1", "a>b a>s", false, true, false},
-        {"Task", "RELATION \"then\" TO_CLASS \"Special\" max-outgoing: 1", "a>s", false, true, true},
-        {"Task", "RELATION \"then\" FROM_CLASS \"Special\" max-incoming: 0", "a>b", true, false, false},
+        {"Task", "max-relations: 9 RELATION 'then' max-outgoing: 1", "a>b", false, true, true},
+        {"Task", "RELATION 'then' TO_CLASS 'Special' max-outgoing: 1", "a>b a>s", false, true, false},
+        {"Task", "RELATION 'then' TO_CLASS 'Special' max-outgoing: 1", "a>s", false, true, true},
+        {"Task", "RELATION 'then' FROM_CLASS 'Special' max-incoming: 0", "a>b", true, false, false},
         {"Special", "max-incoming: 0", "a>b", false, true, false},
         {"Special", "max-relations: 1", "a>b", true, true, false},
-        {"Special", "RELATION \"then\" TO_CLASS \"Task\" max-outgoing: 0", "a>b", true, false, false},
+        {"Special", "RELATION 'then' TO_CLASS 'Task' max-outgoing: 0", "a>b", true, false, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.rules) + " / " + row.drawing);
@@ -335,9 +318,7 @@ TEST(Steps, WriteMessagesAndMarks) {
     auto& handler = desk.handler;
     const struct {
         unsigned long message;
-        const char* subject;
-        const char* other;
-        const char* relationClass;
+        const char *subject, *other, *relationClass;
         unsigned long number;
         unsigned long direction;
         const char* text;

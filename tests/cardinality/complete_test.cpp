@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // The complete run: every breach, and never one that disagrees with the run that ends at the first.
-#include <gtest/gtest.h>
-
 #include "cardinality/Desk.h"
 #include "cardinality/QorCardinalityCompleteCheck.h"
 #include "cardinality/RandomDesk.h"
@@ -35,7 +33,7 @@ TEST(CompleteCheck, FindsEveryBreachAndNamesTheWrittenRule) {
     desk.draw("a>b a>x").objects("y");
     desk.rules("Task",
                "CARDINALITIES max-relations: 1 min-objects: 3 max-objects: 1 min-incoming: 1\n"
-               "RELATION \"uses\" TO_CLASS \"Document\" min-outgoing: 1");
+               "RELATION 'uses' TO_CLASS 'Document' min-outgoing: 1");
     desk.handler.setActivation(0);
     const std::vector<std::string> expected = {
         "a 1965{ \"a\" 1981,then,1} Task/max-relations/-/-/1 found 2 [a] [a>b a>x]",
@@ -71,16 +69,16 @@ TEST(CompleteCheck, CountsForEachKindOfLimitToTheLastRelation) {
         int broken;  ///< the limit lies this far from the count
     };
     constexpr Row rows[] = {
-        {"Task", "CARDINALITIES max-outgoing: ", -1},
-        {"Task", "CARDINALITIES min-relations: ", +1},
-        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: ", -1},
-        {"Task", "CARDINALITIES RELATION \"then\" min-outgoing: ", +1},
-        {"Task", "CARDINALITIES RELATION \"then\" default-max-outgoing: ", -1},
-        {"Task", "CARDINALITIES RELATION \"then\" max-outgoing: 9999 TO_CLASS \"Document\" max-outgoing: ", -1},
-        {"Task", "CARDINALITIES RELATION \"then\" TO_CLASS \"Document\" min-outgoing: ", +1},
-        {"Document", "CARDINALITIES RELATION \"then\" default-max-incoming: ", -1},
-        {"Document", "CARDINALITIES RELATION \"then\" FROM_CLASS \"Task\" max-incoming: ", -1},
-        {"Document", "CARDINALITIES RELATION \"then\" FROM_CLASS \"Task\" min-incoming: ", +1},
+        {"Task", "max-outgoing: ", -1},
+        {"Task", "min-relations: ", +1},
+        {"Task", "RELATION 'then' max-outgoing: ", -1},
+        {"Task", "RELATION 'then' min-outgoing: ", +1},
+        {"Task", "RELATION 'then' default-max-outgoing: ", -1},
+        {"Task", "RELATION 'then' max-outgoing: 9999 TO_CLASS 'Document' max-outgoing: ", -1},
+        {"Task", "RELATION 'then' TO_CLASS 'Document' min-outgoing: ", +1},
+        {"Document", "RELATION 'then' default-max-incoming: ", -1},
+        {"Document", "RELATION 'then' FROM_CLASS 'Task' max-incoming: ", -1},
+        {"Document", "RELATION 'then' FROM_CLASS 'Task' min-incoming: ", +1},
     };
     for (const auto& row : rows)
         for (const int count : {2, 16, 17, 300}) {
@@ -88,7 +86,7 @@ TEST(CompleteCheck, CountsForEachKindOfLimitToTheLastRelation) {
             for (int one = 0; one < count; ++one) desk.draw("a>x");
             for (const int limit : {count, count + row.broken}) {
                 desk.handler.Reset();
-                desk.rules(row.cls, row.rule + std::to_string(limit));
+                desk.rules(row.cls, std::string("CARDINALITIES ") + row.rule + std::to_string(limit));
                 EXPECT_EQ(allBreaches(desk).empty(), limit == count) << row.rule << limit;
             }
         }

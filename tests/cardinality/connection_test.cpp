@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Explanations before drawing: they agree with the questions of an editor, and with what a check finds after drawing.
-#include <gtest/gtest.h>
-
 #include "cardinality/Desk.h"
 #include "cardinality/QorCardinalityConnection.h"
 #include "cardinality/RandomDesk.h"
@@ -14,7 +12,7 @@ constexpr const char* kClasses[] = {"Task", "Document", "Special"};
 TEST(Connection, NamesPlaceCountAndRuleOfEachLimit) {
     Desk desk;
     desk.draw("a>b a>x").rules("Task", "CARDINALITIES max-outgoing: 2 max-relations: 9");
-    desk.rules("Document", "CARDINALITIES RELATION \"then\" max-incoming: 4 FROM_CLASS \"Task\" max-incoming: 3");
+    desk.rules("Document", "CARDINALITIES RELATION 'then' max-incoming: 4 FROM_CLASS 'Task' max-incoming: 3");
     const QorCardinalityConnection connection(desk.handler);
     const auto advice = connection.betweenObjects(desk["then"], desk["a"], desk["x"]);
     EXPECT_FALSE(advice.allowed);
@@ -24,8 +22,8 @@ TEST(Connection, NamesPlaceCountAndRuleOfEachLimit) {
                  std::to_string(limit.present) + "/" + std::to_string(limit.rule.limit) + " " +
                  std::to_string(limit.slots()) + "; ";
     EXPECT_EQ(found,
-              "0 max-outgoing 1/2 1; 0 max-outgoing 2/2 0; 0 max-outgoing 2/2 0; 0 max-relations 2/9 7; "
-              "1 max-incoming 1/3 2; 1 max-incoming 1/4 3; ");
+              "0 max-outgoing 1/2 1; 0 max-outgoing 2/2 0; 0 max-outgoing 2/2 0; 0 max-relations 2/9 7; 1 max-incoming "
+              "1/3 2; 1 max-incoming 1/4 3; ");
     EXPECT_EQ(connection.betweenObjects(desk["then"], desk["b"], desk["b"]).slots, 2U) << "b is joined once by now";
     EXPECT_FALSE(connection.betweenObjects(desk["then"], 99999, desk["b"]).allowed);
     desk.handler.setActivation(0);

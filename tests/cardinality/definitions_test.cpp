@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reading rule texts: what is stored, what is reported and where.
-#include <gtest/gtest.h>
-
 #include "cardinality/Desk.h"
 #include "platform/QorAttributeIds.h"
 
@@ -86,23 +84,23 @@ TEST(RelationKeys, AreReadInTheirOwnOrderAndMergeWithAnEarlierReading) {
         {"min-incoming: 3", "default-min-incoming: 2", &RelationRules::defaultMinIn, 2, "default-min-incoming"},
         {"min-incoming: -1", "", &RelationRules::minIn, 4294967295u, "min-incoming"},
     };
-    expectLimits("CARDINALITIES RELATION \"then\" ", rows, rulesOfThen);
+    expectLimits("CARDINALITIES RELATION 'then' ", rows, rulesOfThen);
 }
 
 TEST(TargetKeys, KeepTheTighterBoundAlsoAcrossReadings) {
     const LimitCase<TargetRules> rows[] = {
-        {"TO_CLASS \"Task\" max-outgoing: 5 TO_CLASS \"Task\" max-outgoing: 2", "", &TargetRules::maxToTarget, 2,
+        {"TO_CLASS 'Task' max-outgoing: 5 TO_CLASS 'Task' max-outgoing: 2", "", &TargetRules::maxToTarget, 2,
          "max-outgoing"},
-        {"TO_CLASS \"Task\" max-outgoing: 2", "TO_CLASS \"Task\" max-outgoing: 5", &TargetRules::maxToTarget, 2,
+        {"TO_CLASS 'Task' max-outgoing: 2", "TO_CLASS 'Task' max-outgoing: 5", &TargetRules::maxToTarget, 2,
          "max-outgoing"},
-        {"TO_CLASS \"Task\" min-outgoing: 3", "TO_CLASS \"Task\" min-outgoing: 1", &TargetRules::minToTarget, 3,
+        {"TO_CLASS 'Task' min-outgoing: 3", "TO_CLASS 'Task' min-outgoing: 1", &TargetRules::minToTarget, 3,
          "min-outgoing"},
-        {"TO_CLASS \"Task\" min-outgoing: 3", "", &TargetRules::maxToTarget, kNone, ""},
-        {"TO_CLASS \"Task\" min-outgoing: 3 FROM_CLASS \"Task\" max-incoming: 4", "", &TargetRules::maxFromSource, 4,
+        {"TO_CLASS 'Task' min-outgoing: 3", "", &TargetRules::maxToTarget, kNone, ""},
+        {"TO_CLASS 'Task' min-outgoing: 3 FROM_CLASS 'Task' max-incoming: 4", "", &TargetRules::maxFromSource, 4,
          "max-incoming"},
-        {"TO_CLASS \"Task\" max-outgoing: -1", "", &TargetRules::maxToTarget, kNone, ""},
+        {"TO_CLASS 'Task' max-outgoing: -1", "", &TargetRules::maxToTarget, kNone, ""},
     };
-    expectLimits("CARDINALITIES RELATION \"then\" ", rows, rulesOfThenTask);
+    expectLimits("CARDINALITIES RELATION 'then' ", rows, rulesOfThenTask);
 }
 
 /// The records that the handler holds: class{relation class:target,target ...}.
@@ -130,36 +128,36 @@ TEST(RuleText, StoresWhatItCanAndReportsTheRestWithItsPlace) {
     const struct {
         const char* text;
         int result;
-        const char* records;
-        const char* errors;
-        const char* places;
+        const char *records, *errors, *places;
     } rows[] = {
         {"", 1, "", "", ""},
         {"# nothing\n", 1, "", "", ""},
         {"CARDINALITIES", 1, "Document{}", "", ""},
-        {"RELATION \"then\" max-outgoing: 1", 0, "Document{}",
-         "1966{Cardinalities,Document,RELATION,\"CARDINALITIES\"}", "1:1 "},
-        {"CARDINALITIES RELATION \"then\"", 1, "Document{}", "", ""},
-        {"CARDINALITIES RELATION \"then\" TO_CLASS \"Task\" max-incoming: 1", 1, "Document{}", "", ""},
-        {"CARDINALITIES RELATION \"then\" FROM_CLASS \"Node\" max-incoming: 1", 1, "Document{then:Node,}", "", ""},
-        {"CARDINALITIES\nFOO max-outgoing: 1\nTO_CLASS \"Task\" max-outgoing: 1\nRELATION \"uses\" max-outgoing: 1", 0,
+        {"RELATION 'then' max-outgoing: 1", 0, "Document{}", "1966{Cardinalities,Document,RELATION,\"CARDINALITIES\"}",
+         "1:1 "},
+        {"CARDINALITIES RELATION 'then'", 1, "Document{}", "", ""},
+        {"CARDINALITIES RELATION 'then' TO_CLASS 'Task' max-incoming: 1", 1, "Document{}", "", ""},
+        {"CARDINALITIES RELATION 'then' FROM_CLASS 'Node' max-incoming: 1", 1, "Document{then:Node,}", "", ""},
+        {"CARDINALITIES\nFOO max-outgoing: 1\nTO_CLASS 'Task' max-outgoing: 1\nRELATION 'uses' max-outgoing: 1", 0,
          "Document{uses:}",
          "1966{Cardinalities,Document,FOO,\"RELATION\"}1966{Cardinalities,Document,TO_CLASS,\"RELATION\"}", "2:1 3:1 "},
-        {"CARDINALITIES\n RELATION \"than\" max-outgoing: 1 TO_CLASS \"Tusk\" max-outgoing: 1 FOO\n RELATION \"then\" "
+        {"CARDINALITIES\n RELATION 'than' max-outgoing: 1 TO_CLASS 'Tusk' max-outgoing: 1 FOO\n RELATION 'then' "
          "max-outgoing: 2",
          0, "Document{then:}", "1966{Cardinalities,Document,than,1986}", "2:2 "},
-        {"CARDINALITIES RELATION \"then\"\nTO_CLASS \"Tusk\" max-outgoing: 1\nTO_CLASS \"Task\" max-outgoing: 1", 0,
+        {"CARDINALITIES RELATION 'then'\nTO_CLASS 'Tusk' max-outgoing: 1\nTO_CLASS 'Task' max-outgoing: 1", 0,
          "Document{then:Task,}", "1966{Cardinalities,Document,Tusk,1987}", "2:1 "},
         {"CARDINALITIES RELATION\nRELATION", 0, "Document{}",
          "1966{Cardinalities,Document,,1986}1966{Cardinalities,Document,,1986}", "1:15 2:1 "},
-        {"CARDINALITIES RELATION \"files\"\nmax-outgoing: 1\nmax-incoming: 2\ndefault-min-incoming: 0", 0,
+        {"CARDINALITIES RELATION 'files'\nmax-outgoing: 1\nmax-incoming: 2\ndefault-min-incoming: 0", 0,
          "Document{files:}",
          "1975{Cardinalities,Document,max-incoming,files}1975{Cardinalities,Document,default-min-incoming,files}",
          "3:1 4:1 "},
     };
     for (const auto& row : rows) {
         Desk desk;
-        EXPECT_EQ(desk.handler.decryptKex(desk.workshop.processes, desk["Document"], row.text), row.result) << row.text;
+        EXPECT_EQ(desk.handler.decryptKex(desk.workshop.processes, desk["Document"], quoted(row.text).c_str()),
+                  row.result)
+            << row.text;
         EXPECT_EQ(records(desk), row.records) << row.text;
         EXPECT_EQ(desk.handler.getErrorText(), row.errors) << row.text;
         EXPECT_EQ(places(desk), row.places) << row.text;
@@ -219,8 +217,7 @@ TEST(Library, IsReadToItsEndAndTheSecondOneOnlyAfterACleanFirst) {
 TEST(AutomaticChecks, FollowTheLastElementOfTheLibrarysText) {
     const struct {
         const char* text;
-        bool beforeSave;
-        bool afterAction;
+        bool beforeSave, afterAction;
     } rows[] = {
         {"", false, false},
         {"CHECK_CARDINALITIES before-save: 1", true, false},
@@ -241,7 +238,7 @@ TEST(AutomaticChecks, FollowTheLastElementOfTheLibrarysText) {
 
 TEST(Handler, IsCopiedWithItsRules) {
     Desk desk;
-    desk.rules("Task", "CARDINALITIES max-objects: 0 RELATION \"then\" TO_CLASS \"Task\" max-outgoing: 1");
+    desk.rules("Task", "CARDINALITIES max-objects: 0 RELATION 'then' TO_CLASS 'Task' max-outgoing: 1");
     desk.objects("a");
     EXPECT_FALSE(desk.handler.checkClass(desk.model, desk["Task"], true, true));
 
@@ -287,7 +284,7 @@ TEST(Report, ListsDefaultsOnlyAndARelationWithoutTargets) {
         "minObjects: 0\nminTotal:   0\nminIn:      0\nminOut:     0\n\n";
     desk.rules("Task", "CARDINALITIES");
     EXPECT_EQ(reportOfTask(desk), ofClass + "=======\n\n");
-    desk.rules("Task", "CARDINALITIES RELATION \"then\" min-outgoing: 0");
+    desk.rules("Task", "CARDINALITIES RELATION 'then' min-outgoing: 0");
     EXPECT_EQ(reportOfTask(desk), ofClass +
                                       "Relation then:\nmaxIn:         65535\nmaxOut:        65535\n\n"
                                       "defaultMaxIn:  65535\ndefaultMaxOut: 65535\n\n"
@@ -299,8 +296,8 @@ TEST(Report, ListsAllRulesOfAClass) {
     Desk desk;
     desk.rules("Task",
                "CARDINALITIES max-relations: 9 max-incoming: 4 min-objects: 1 min-outgoing: 2\n"
-               "RELATION \"then\" max-outgoing: 3 min-incoming: 1\n"
-               "TO_CLASS \"Document\" max-outgoing: 2 FROM_CLASS \"Task\" min-incoming: 1");
+               "RELATION 'then' max-outgoing: 3 min-incoming: 1\n"
+               "TO_CLASS 'Document' max-outgoing: 2 FROM_CLASS 'Task' min-incoming: 1");
     std::string expected = R"(> Cardinalities for Task:
 maxObjects: 65535
 maxTotal:   9

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // A repository that fails, at every call once: an internal error, the failure value, and all is well the next time.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "cardinality/Desk.h"
@@ -37,11 +35,11 @@ void failEveryCall(Desk& desk, int well, std::initializer_list<std::string_view>
 
 constexpr const char* kRules =
     "CARDINALITIES max-relations: 9 max-objects: 9 min-incoming: 1\n"
-    "RELATION \"then\" max-outgoing: 2 TO_CLASS \"Task\" min-outgoing: 1";
+    "RELATION 'then' max-outgoing: 2 TO_CLASS 'Task' min-outgoing: 1";
 
 TEST(FailingRepository, MakesAReadingFail) {
     Desk desk;
-    desk.workshop.classText("Task", kRules);
+    desk.workshop.classText("Task", quoted(kRules));
     desk.workshop.classText("Document", "CARDINALITIES");
     desk.workshop.libraryText(desk.workshop.processes, QorAttributeId::AutomaticChecks,
                               "CHECK_CARDINALITIES before-save: 1");
@@ -58,8 +56,7 @@ TEST(FailingRepository, MakesAReadingFail) {
 
 TEST(FailingRepository, TurnsDirectionsIntoImpossibleOnesAndNamesIntoUnknownOnes) {
     const struct {
-        const char* operation;
-        const char* error;
+        const char *operation, *error;
         std::size_t internalErrors;
     } rows[] = {
         {"getAllFromRelationsRecursive", "1975{Cardinalities,Task,max-outgoing,then}", 1},
@@ -105,7 +102,7 @@ TEST(FailingRepository, MakesEveryCheckFail) {
 
 TEST(FailingRepository, DoesNotHideABreachWhoseNamesItRefuses) {
     Desk desk;
-    desk.draw("a>b").rules("Task", "CARDINALITIES RELATION \"then\" max-outgoing: 0");
+    desk.draw("a>b").rules("Task", "CARDINALITIES RELATION 'then' max-outgoing: 0");
     const auto judge = [&](const std::string& operation, int result) {
         EXPECT_EQ(result, 0);
         const bool isName =

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Breaches that are kept while a model is edited: always those of a run over the whole model.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "cardinality/QorCardinalityRecheck.h"

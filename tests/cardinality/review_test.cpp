@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // What an author of rules most likely did not mean.
-#include <gtest/gtest.h>
-
 #include "cardinality/QorCardinalityTextReview.h"
 
 namespace {
@@ -22,22 +20,20 @@ std::string brief(const std::vector<QorCardinalityTextRemark>& remarks) {
 }
 
 struct Row {
-    const char* text;
-    const char* remarks;
+    const char *text, *remarks;
 };
 
 TEST(TextReview, FindsWhatTheReadingPassesOverInSilence) {
     const Row classTexts[] = {
         {"CARDINALITIES max-objects: 1 max-relations: 2 max-incoming: 3 max-outgoing: 4 min-objects: 5 min-relations: "
-         "6 "
-         "min-incoming: 7 min-outgoing: -1 RELATION \"r\" max-outgoing: 1 max-incoming: 2 default-max-outgoing: 3 "
+         "6 min-incoming: 7 min-outgoing: -1 RELATION \"r\" max-outgoing: 1 max-incoming: 2 default-max-outgoing: 3 "
          "default-max-incoming: 4 min-outgoing: 5 min-incoming: 6 default-min-outgoing: 7 default-min-incoming: 8 "
          "TO_CLASS \"k\" max-outgoing: 1 min-outgoing: 2 FROM_CLASS \"k\" max-incoming: 3 min-incoming: 4",
          ""},
         {"CARDINALITIES max-outgonig: 1", "15 key CARDINALITIES.max-outgonig (8)"},
         {"CARDINALITIES max-objects: many min-objects: \"1\" max-incoming: 00:000:00:00:01 min-incoming: 2cm",
-         "15 no number CARDINALITIES.max-objects; 33 no number CARDINALITIES.min-objects; "
-         "50 no number CARDINALITIES.max-incoming; 80 no number CARDINALITIES.min-incoming"},
+         "15 no number CARDINALITIES.max-objects; 33 no number CARDINALITIES.min-objects; 50 no number "
+         "CARDINALITIES.max-incoming; 80 no number CARDINALITIES.min-incoming"},
         {"CARDINALITIES max-relations", "15 no value CARDINALITIES.max-relations"},
         {"CARDINALITIES RELATION \"r\" max-objects: 1 TO_CLASS \"k\" max-incoming: 1 FROM_CLASS \"k\" min-incoming",
          "28 key RELATION.max-objects (8); 56 key TO_CLASS.max-incoming (2); 87 no value FROM_CLASS.min-incoming"},

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the checks count and mark with, against the standard containers.
-#include <gtest/gtest.h>
-
-#include <map>
 #include <random>
-#include <set>
 
 #include "cardinality/EndGroups.h"
 #include "cardinality/IdentifierMarks.h"

@@ -1,28 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/CommandRunner.h"
 #include "cli/samples.h"
 
 namespace {
 
-using qor::test::CommandRunner;
+using qor::test::Call;
 using qor::test::Outcome;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
-class CliCheck : public testing::Test {
-protected:
-    CliCheck() {
-        qor.write("workshop.yaml", qor::test::kWorkshop);
-        qor.write("orders.yaml", qor::test::kOrders);
-        qor.write("clean.yaml", qor::test::kClean);
-        qor.write("order.bpmn", qor::test::kBpmn);
-    }
-
-    CommandRunner qor;
-};
+using CliCheck = qor::test::OnSamples;
 
 int occurrences(std::string_view text, std::string_view part) {
     int count = 0;
@@ -48,21 +36,13 @@ TEST_F(CliCheck, NamesModelObjectPlaceRuleAndCountAndEndsWithASummary) {
              "\n2 files, 3 models, 5 objects, 2 relations: 5 breaches (shown as 3) in ",
          })
         EXPECT_THAT(outcome.out, HasSubstr(part));
-}
-
-TEST_F(CliCheck, ShowsRecordsOfOneObjectAndOneWrittenKeyOnce) {
-    const Outcome outcome = qor.run("check --model Orders orders.yaml");
-    EXPECT_EQ(occurrences(outcome.out, "rule max-outgoing: 1"), 1);
+    EXPECT_EQ(occurrences(outcome.out, "rule max-outgoing: 1"), 1) << "of one object and one written key";
     EXPECT_EQ(occurrences(outcome.out, "\"Check\" (id t1)"), 1);
 }
 
 TEST_F(CliCheck, FirstShowsOneBreachPerModel) {
-    const Outcome outcome = qor.run("check --first orders.yaml");
-    EXPECT_EQ(outcome.exit, 1);
-    EXPECT_THAT(outcome.out,
-                HasSubstr("rule max-outgoing: 1, in the text of class \"Task\" (workshop.yaml:9:9); found 2\n"));
-    EXPECT_THAT(outcome.out, Not(HasSubstr("Shelf")));
-    EXPECT_THAT(outcome.out, HasSubstr(": 2 breaches in "));
+    qor.expect("check ", {{"--first orders.yaml", 1, "(workshop.yaml:9:9); found 2\n ... : 2 breaches in "}});
+    EXPECT_THAT(qor.run("check --first orders.yaml").out, Not(HasSubstr("Shelf")));
 }
 
 TEST_F(CliCheck, EachWayOfCallingEndsWithItsCode) {
@@ -71,53 +51,36 @@ TEST_F(CliCheck, EachWayOfCallingEndsWithItsCode) {
               "      cardinalities: |\n        CARDINALITIES\n        RELATION \"gone\"\n"
               "  model_types:\n    - {name: Process, classes: [Task]}\n");
     qor.write("bare.yaml", "format: qor.model/1\nmodels: []\n");
-    struct Row {
-        const char *arguments, *before;
-        int exit;
-        const char *out, *err;
-    };
-    constexpr Row rows[] = {
-        {"check clean.yaml", "", 0, "no breaches", ""},
-        {"check --quiet clean.yaml", "", 0, "", ""},
-        {"check --quiet orders.yaml", "", 1, "Shelf", ""},
-        {"check --model Clean orders.yaml clean.yaml", "", 0, "2 files, 1 model,", ""},
-        {"check --model Claen clean.yaml orders.yaml", "", 2, "", "no model is named \"Claen\"; did you mean Clean?"},
-        {"check --library workshop.yaml clean.yaml", "", 0, "no breaches", ""},
-        {"check --library gone.yaml clean.yaml orders.yaml", "", 3, "",
+    const std::vector<Call> calls = {
+        {"check clean.yaml", 0, "no breaches"},
+        {"check --quiet clean.yaml", 0},
+        {"check --quiet orders.yaml", 1, "Shelf"},
+        {"check --model Clean orders.yaml clean.yaml", 0, "2 files, 1 model,"},
+        {"check --model Claen clean.yaml orders.yaml", 2, "", "no model is named \"Claen\"; did you mean Clean?"},
+        {"check --library workshop.yaml clean.yaml", 0, "no breaches"},
+        {"check --library gone.yaml clean.yaml orders.yaml", 3, "",
          "orders.yaml: error: not checked because of the errors in its library \"gone.yaml\", told with "
          "\"clean.yaml\""},
-        {"check --library gone.yaml orders.yaml", "", 3, "",
+        {"check --library gone.yaml orders.yaml", 3, "",
          "gone.yaml: error: there is no such file\norders.yaml: error: not checked because of the errors in its "
-         "library "
-         "\"gone.yaml\"\n"},
-        {"check ''", "", 3, "", "the name is empty"},
-        {"check --library clean.yaml clean.yaml", "", 3, "", "clean.yaml: error: this is not a method library"},
-        {"check workshop.yaml", "", 0, "1 file, 0 models",
-         "workshop.yaml: warning: holds a method library and no models"},
-        {"check --quiet workshop.yaml", "", 0, "", ""},
-        {"check --library bent.yaml clean.yaml", "", 3, "model \"Clean\"", "bent.yaml:8:9: error: "},
-        {"check bent.yaml", "", 3, "", "bent.yaml:8:9: error: "},
-        {"check gone.yaml orders.yaml", "", 3, "Shelf", "gone.yaml: error: "},
-        {"check -", "cat clean.yaml |", 0, "-: model \"Clean\"", ""},
-        {"check - -", "cat order.bpmn |", 1, "-:7:5: End event \"Lost\" (id lost)", ""},
-        {"check order.bpmn", "", 1, "order.bpmn:7:5: End event \"Lost\" (id lost)", ""},
-        {"check --language de order.bpmn", "", 1, "Lost", ""},
-        {"check order.bpmn", "QOR_LIBRARIES=/nowhere", 3, "", "set QOR_LIBRARIES to the folder that holds bpmn.yaml"},
-        {"check --library bpmn order.bpmn", "", 1, "Lost", ""},
-        {"check clean.yaml >/dev/full", "", 5, "", "No space left on device"},
-        {"check --json clean.yaml >/dev/full", "", 5, "", "No space left on device"},
+         "library \"gone.yaml\"\n"},
+        {"check ''", 3, "", "the name is empty"},
+        {"check --library clean.yaml clean.yaml", 3, "", "clean.yaml: error: this is not a method library"},
+        {"check workshop.yaml", 0, "1 file, 0 models", "workshop.yaml: warning: holds a method library and no models"},
+        {"check --quiet workshop.yaml", 0},
+        {"check --library bent.yaml clean.yaml", 3, "model \"Clean\"", "bent.yaml:8:9: error: "},
+        {"check bent.yaml", 3, "", "bent.yaml:8:9: error: "},
+        {"check gone.yaml orders.yaml", 3, "Shelf", "gone.yaml: error: "},
+        {"check -", 0, "-: model \"Clean\"", "", "cat clean.yaml |"},
+        {"check - -", 1, "-:7:5: End event \"Lost\" (id lost)", "", "cat order.bpmn |"},
+        {"check order.bpmn", 1, "order.bpmn:7:5: End event \"Lost\" (id lost)"},
+        {"check --language de order.bpmn", 1, "Lost"},
+        {"check order.bpmn", 3, "", "set QOR_LIBRARIES to the folder that holds bpmn.yaml", "QOR_LIBRARIES=/nowhere"},
+        {"check --library bpmn order.bpmn", 1, "Lost"},
+        {"check clean.yaml >/dev/full", 5, "", "No space left on device"},
+        {"check --json clean.yaml >/dev/full", 5, "", "No space left on device"},
     };
-    for (const Row& row : rows) {
-        const Outcome outcome = qor.run(row.arguments, row.before);
-        EXPECT_EQ(outcome.exit, row.exit) << row.arguments;
-        EXPECT_THAT(outcome.out, *row.out == '\0' && outcome.exit == 0
-                                     ? testing::Matcher<std::string>(IsEmpty())
-                                     : testing::Matcher<std::string>(HasSubstr(row.out)))
-            << row.arguments;
-        EXPECT_THAT(outcome.err, *row.err == '\0' ? testing::Matcher<std::string>(IsEmpty())
-                                                  : testing::Matcher<std::string>(HasSubstr(row.err)))
-            << row.arguments;
-    }
+    qor.expect("", calls);
 }
 
 TEST_F(CliCheck, LibrariesOfTheSameNameInTwoFilesDoNotMeet) {
@@ -147,9 +110,10 @@ TEST_F(CliCheck, HostileNamesDoNotReachTheTerminal) {
 }
 
 TEST_F(CliCheck, ColourComesOnlyWhenItIsForced) {
-    EXPECT_THAT(qor.run("check orders.yaml").out, Not(HasSubstr("\x1B")));
-    EXPECT_THAT(qor.run("check orders.yaml", "CLICOLOR_FORCE=1").out, HasSubstr("\x1B[1m"));
-    EXPECT_THAT(qor.run("check orders.yaml", "CLICOLOR_FORCE=1 NO_COLOR=1").out, Not(HasSubstr("\x1B")));
+    for (const char* plain : {"", "CLICOLOR_FORCE=1 NO_COLOR=1", "CLICOLOR_FORCE=0 TERM=xterm"})
+        EXPECT_THAT(qor.run("check orders.yaml", plain).out, Not(HasSubstr("\x1B"))) << plain;
+    for (const char* coloured : {"CLICOLOR_FORCE=1", "CLICOLOR_FORCE=1 TERM=dumb"})
+        EXPECT_THAT(qor.run("check orders.yaml", coloured).out, HasSubstr("\x1B[1m")) << coloured;
 }
 
 TEST_F(CliCheck, AReaderThatGoesAwayIsNoReasonToComplain) {

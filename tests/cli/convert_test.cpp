@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <unistd.h>
 
-#include <fstream>
-
 #include "cli/CommandRunner.h"
 
 namespace {
+
+using qor::test::Outcome;
+using testing::AllOf;
+using testing::HasSubstr;
 
 constexpr std::string_view kLibrary = R"(format: qor.library/1
 name: Shop
@@ -65,50 +67,40 @@ protected:
     }
     [[nodiscard]] std::string exported() const {
         EXPECT_EQ(runner.run("repo export shop.qor out").exit, 0);
-        const auto text = runner.run("--version > /dev/null; cat out/*", "");
-        (void)runner.run("--version > /dev/null; rm -r out");
-        return text.out;
+        const std::string text = runner.content("out/Shop.yaml") + runner.content("out/Shop.models.yaml");
+        std::filesystem::remove_all(runner.folder() / "in" / "out");
+        return text;
     }
     qor::test::CommandRunner runner;
 };
 
 TEST_F(OnRepository, ConvertsAsPlanned) {
     const std::string before = exported();
-    const auto dry = runner.run("convert shop.qor Look --to Decision --dry-run");
-    EXPECT_EQ(dry.exit, 0) << dry.out << dry.err;
-    EXPECT_NE(dry.out.find("\"Costs\" -> \"Costs\" carried, 1 value"), std::string::npos) << dry.out;
-    EXPECT_NE(dry.out.find("\"Doubled\" -> \"Sum\" cast, 1 value"), std::string::npos) << dry.out;
-    EXPECT_NE(dry.out.find("\"Info\" dropped, 1 value"), std::string::npos) << dry.out;
+    const char* const plan =
+        "\"Costs\" -> \"Costs\" carried, 1 value ... \"Doubled\" -> \"Sum\" cast, 1 value ... \"Info\" dropped, 1 "
+        "value";
+    runner.expect("convert ", {{"shop.qor Look --to Decision --dry-run", 0, plan}});
     EXPECT_EQ(exported(), before);
 
     EXPECT_EQ(runner.run("convert shop.qor Look --to Decision").exit, 0);
     const std::string after = exported();
-    EXPECT_NE(after.find("class: Decision"), std::string::npos) << after;
-    EXPECT_NE(after.find("Sum: \"5\""), std::string::npos) << after;
-    EXPECT_NE(runner.run("convert shop.qor Look --to Task").out.find("__Conversion__"), std::string::npos);
+    EXPECT_THAT(after, AllOf(HasSubstr("class: Decision"), HasSubstr("Sum: \"5\"")));
+    EXPECT_THAT(runner.run("convert shop.qor Look --to Task").out, HasSubstr("__Conversion__"));
 }
 
 TEST_F(OnRepository, ConvertsAllOrNothing) {
     const std::string before = exported();
-    const struct {
-        const char* arguments;
-        int exit;
-        const char* says;
-    } rows[] = {
+    const std::vector<qor::test::Call> calls = {
         {"shop.qor Look Listen --to Decision", 1, "\"only\""},
         {"shop.qor Look --to Task", 1, "do not name the target class"},
-        {"shop.qor Look Nobody --to Decision", 2, "there is no object \"Nobody\""},
-        {"shop.qor Look --to Nothing", 2, "there is no class \"Nothing\""},
-        {"shop.qor Look --to Decision --model Tuesday", 2, "there is no model \"Tuesday\""},
-        {"none.qor Look --to Decision", 3, "none.qor"},
-        {"model.yaml Look --to Decision", 3, "model.yaml"},
-        {"shop.qor Look", 2, "--to"},
+        {"shop.qor Look Nobody --to Decision", 2, "", "there is no object \"Nobody\""},
+        {"shop.qor Look --to Nothing", 2, "", "there is no class \"Nothing\""},
+        {"shop.qor Look --to Decision --model Tuesday", 2, "", "there is no model \"Tuesday\""},
+        {"none.qor Look --to Decision", 3, "", "none.qor"},
+        {"model.yaml Look --to Decision", 3, "", "model.yaml"},
+        {"shop.qor Look", 2, "", "--to"},
     };
-    for (const auto& row : rows) {
-        const auto outcome = runner.run(std::string("convert ") + row.arguments);
-        EXPECT_EQ(outcome.exit, row.exit) << row.arguments << outcome.out << outcome.err;
-        EXPECT_NE((outcome.out + outcome.err).find(row.says), std::string::npos) << outcome.out << outcome.err;
-    }
+    runner.expect("convert ", calls);
     EXPECT_EQ(exported(), before);
 }
 
@@ -124,76 +116,61 @@ models:
       - {class: Task, name: Two}
 )");
     ASSERT_EQ(runner.run("repo import shop.qor --library Shop second.yaml").exit, 0);
-    const auto refused = runner.run("convert shop.qor --model Tuesday One Two --to Decision");
-    EXPECT_EQ(refused.exit, 1);
-    EXPECT_NE(refused.out.find("max-objects"), std::string::npos) << refused.out;
-    EXPECT_NE(refused.out.find("nothing changed"), std::string::npos) << refused.out;
-    const auto kept = runner.run("convert shop.qor --model Tuesday One Two --to Decision --keep --json");
-    EXPECT_EQ(kept.exit, 0);
-    EXPECT_NE(kept.out.find("\"converted\": true"), std::string::npos) << kept.out;
+    const std::vector<qor::test::Call> calls = {
+        {"", 1, "max-objects ... nothing changed"},
+        {" --keep --json", 0, "\"converted\": true"},
+    };
+    runner.expect("convert shop.qor --model Tuesday One Two --to Decision", calls);
 }
 
 TEST_F(OnRepository, TransfersAttributes) {
     const std::string before = exported();
-    const auto dry = runner.run("transfer shop.qor --from Look --to Listen Feel --attributes Costs,Info --dry-run");
-    EXPECT_EQ(dry.exit, 0) << dry.out << dry.err;
-    EXPECT_NE(dry.out.find("4 values to be changed, nothing written"), std::string::npos) << dry.out;
+    const std::vector<qor::test::Call> calls = {
+        {"Look --to Listen Feel --attributes Costs,Info --dry-run", 0, "4 values to be changed, nothing written"},
+        {"Look --to Look --to Feel --attributes Info --all", 1},
+        {"Look --to Feel --attributes Price", 2, "", "no attribute \"Price\""},
+    };
+    runner.expect("transfer shop.qor --from ", calls);
     EXPECT_EQ(exported(), before);
-    EXPECT_EQ(runner.run("transfer shop.qor --from Look --to Look --to Feel --attributes Info --all").exit, 1);
-    EXPECT_EQ(exported(), before);
-    const auto unknown = runner.run("transfer shop.qor --from Look --to Feel --attributes Price");
-    EXPECT_EQ(unknown.exit, 2);
-    EXPECT_NE(unknown.err.find("no attribute \"Price\""), std::string::npos) << unknown.err;
     EXPECT_EQ(runner.run("transfer shop.qor --from Look --to Look --to Feel --attributes Info,size").exit, 1);
     const std::string after = exported();
     EXPECT_NE(after.find("Info: seen", after.find("name: Feel")), std::string::npos) << after;
 }
 
 TEST_F(OnRepository, LeavesARepositoryThatTakesNoChangeAsItIs) {
-    const auto path = runner.folder() / "in" / "shop.qor";
-    const auto content = [&] {
-        std::ifstream file(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+    const std::string before = runner.content("shop.qor");
+    const auto expectRefusals = [&](int exit, const char* says, const std::function<Outcome(std::string)>& run) {
+        for (const char* command :
+             {"convert shop.qor Look --to Decision", "transfer shop.qor --from Look --to Feel --attributes Info"}) {
+            const Outcome outcome = run(command);
+            EXPECT_EQ(outcome.exit, exit) << command << outcome.out << outcome.err;
+            EXPECT_THAT(outcome.err, HasSubstr(says)) << command;
+            EXPECT_EQ(runner.content("shop.qor"), before) << command;
+        }
     };
-    runner.write("hold.py",
-                 "import sqlite3, subprocess, sys\n"
-                 "repository = sqlite3.connect('shop.qor', isolation_level=None)\n"
-                 "repository.execute('BEGIN IMMEDIATE')\n"
-                 "sys.exit(subprocess.call(sys.argv[1:]))\n");
-    const std::string before = content();
-    for (const std::string command :
-         {"convert shop.qor Look --to Decision", "transfer shop.qor --from Look --to Feel --attributes Info"}) {
-        const auto locked = runner.run(command, "python3 hold.py");
-        EXPECT_EQ(locked.exit, 4) << command << locked.out << locked.err;
-        EXPECT_EQ(content(), before) << command;
-    }
+    expectRefusals(4, "", [&](const std::string& command) { return runner.runWhileHeld(command, "shop.qor"); });
     using std::filesystem::perms;
     for (const auto& folder : {runner.folder(), runner.folder() / "in"})
         std::filesystem::permissions(folder, perms::all);
-    std::filesystem::permissions(path, perms::owner_read | perms::group_read | perms::others_read);
+    std::filesystem::permissions(runner.folder() / "in/shop.qor",
+                                 perms::owner_read | perms::group_read | perms::others_read);
     // Nothing is read-only for the superuser.
-    const std::string reader = geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
-    for (const std::string command :
-         {"convert shop.qor Look --to Decision", "transfer shop.qor --from Look --to Feel --attributes Info"}) {
-        const auto refused = runner.run(command, reader);
-        EXPECT_EQ(refused.exit, 5) << command << refused.out << refused.err;
-        EXPECT_NE(refused.err.find("can only be read"), std::string::npos) << refused.err;
-        EXPECT_EQ(content(), before) << command;
-    }
+    const char* const reader = geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
+    expectRefusals(5, "can only be read", [&](const std::string& command) { return runner.run(command, reader); });
 }
 
 TEST_F(OnRepository, LibraryCheckTellsErrorsAtTheirPlaces) {
-    EXPECT_EQ(runner.run("library check library.yaml").exit, 0);
     std::string wrong(kLibrary);
     wrong.replace(wrong.find("ATTR \"Costs\""), 12, "ATTR \"Price\"");
     runner.write("wrong.yaml", wrong);
-    const auto outcome = runner.run("library check wrong.yaml");
-    EXPECT_EQ(outcome.exit, 1);
-    EXPECT_NE(outcome.out.find("wrong.yaml:18:11: error: class \"Task\", __Conversion__: "), std::string::npos)
-        << outcome.out;
-    EXPECT_EQ(runner.run("library check none.yaml").exit, 3);
-    EXPECT_EQ(runner.run("library").exit, 2);
-    EXPECT_EQ(runner.run("library library.yaml").exit, 0);
+    EXPECT_THAT(runner.run("library check wrong.yaml").out,
+                HasSubstr("wrong.yaml:18:11: error: class \"Task\", __Conversion__: "));
+    for (const auto& [arguments, exit] : {std::pair("check library.yaml", 0),
+                                          {"check wrong.yaml", 1},
+                                          {"check none.yaml", 3},
+                                          {"", 2},
+                                          {"library.yaml", 0}})
+        EXPECT_EQ(runner.run(std::string("library ") + arguments).exit, exit) << arguments;
 }
 
 }  // namespace

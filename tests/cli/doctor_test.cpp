@@ -1,20 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <nlohmann/json.hpp>
 
-#include "cli/CommandRunner.h"
 #include "cli/samples.h"
 
 namespace {
 
-using qor::test::CommandRunner;
+using qor::test::Call;
 using qor::test::Outcome;
-using testing::HasSubstr;
 
-class CliDoctor : public testing::Test {
-protected:
+struct CliDoctor : qor::test::OnSamples {
     CliDoctor() {
-        qor.write("workshop.yaml", qor::test::kWorkshop);
-        qor.write("orders.yaml", qor::test::kOrders);
         std::string changed(qor::test::kWorkshop);
         changed.replace(changed.find("max-outgoing: 1"), 15, "max-outgoing: 0\n        min-outgoing: 1");
         changed.replace(changed.find("min-objects: 1"), 14, "min-objects: 0");
@@ -23,28 +18,21 @@ protected:
         slip.replace(slip.find("min-objects: 1"), 14, "min-object: 1");
         qor.write("slip.yaml", slip);
     }
-    CommandRunner qor;
 };
 
 TEST_F(CliDoctor, TellsContradictionsIdleRulesAndTheImpactOfAChange) {
-    struct Row {
-        const char* arguments;
-        int exit;
-        const char *out, *err;
-    };
-    constexpr Row rows[] = {
-        {"workshop.yaml", 0, "The rules contradict neither each other nor the library.\n", ""},
+    const std::vector<Call> calls = {
+        {"workshop.yaml", 0, "The rules contradict neither each other nor the library.\n"},
         {"changed.yaml", 1,
          "changed.yaml:10:9: error: min-outgoing: 1 in the text of class \"Task\" cannot be kept together with "
          "max-outgoing: 0 in the text of class \"Task\"\n",
          ""},
-        {"bpmn", 0, "contradict neither", ""},
-        {"slip.yaml", 0, "slip.yaml:8:9: warning: ", ""},
-        {"order-handling", 0, "", ""},
+        {"bpmn", 0, "contradict neither"},
+        {"slip.yaml", 0, "slip.yaml:8:9: warning: "},
+        {"order-handling", 0, "contradict neither"},
         {"changed.yaml --models orders.yaml --against workshop.yaml", 1,
          "class \"Task\": max-outgoing 1 to 0: nothing changes\nclass \"Task\": min-objects 1 to 0: no longer 1 model, "
-         "1 "
-         "object\nclass \"Task\": min-outgoing none to 1: 1 model, 2 objects\n",
+         "1 object\nclass \"Task\": min-outgoing none to 1: 1 model, 2 objects\n",
          ""},
         {"workshop.yaml --models orders.yaml gone.yaml", 3, "", "gone.yaml: error: "},
         {"workshop.yaml --models workshop.yaml", 3, "", "workshop.yaml: error: holds a method library and no models"},
@@ -53,12 +41,7 @@ TEST_F(CliDoctor, TellsContradictionsIdleRulesAndTheImpactOfAChange) {
         {"workshop.yaml --against changed.yaml", 2, "", "--against requires --models"},
         {"workshop.yaml --class Task", 2, "", "--doctor"},
     };
-    for (const Row& row : rows) {
-        const Outcome outcome = qor.run(std::string("rules --doctor ") + row.arguments);
-        EXPECT_EQ(outcome.exit, row.exit) << row.arguments << outcome.err;
-        EXPECT_THAT(outcome.out, HasSubstr(row.out)) << row.arguments;
-        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.arguments;
-    }
+    qor.expect("rules --doctor ", calls);
 }
 
 TEST_F(CliDoctor, IsADocument) {

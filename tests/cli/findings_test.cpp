@@ -2,43 +2,22 @@
 // What is reported of a check, as what, and in which form.
 #include <expat.h>
 
-#include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
-#include <set>
-#include <sstream>
 
-#include "cli/CommandRunner.h"
 #include "cli/samples.h"
 
 namespace {
 
 using nlohmann::json;
-using qor::test::CommandRunner;
 using qor::test::Outcome;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-class CliFindings : public testing::Test {
-protected:
-    CliFindings() {
-        qor.write("workshop.yaml", qor::test::kWorkshop);
-        qor.write("orders.yaml", qor::test::kOrders);
-        qor.write("clean.yaml", qor::test::kClean);
-        qor.write("order.bpmn", qor::test::kBpmn);
-    }
-    [[nodiscard]] std::string file(const std::string& name) const {
-        std::ifstream stream(qor.folder() / "in" / name, std::ios::binary);
-        std::ostringstream content;
-        content << stream.rdbuf();
-        return content.str();
-    }
+struct CliFindings : qor::test::OnSamples {
     void settings(std::string_view text) {
         qor.write("qor-check.yaml", "format: qor.check-settings/1\n" + std::string(text));
     }
-
-    CommandRunner qor;
 };
 
 TEST_F(CliFindings, SettingsBaselineAndLimitsDecideWhatIsShownAndHowItEnds) {
@@ -75,10 +54,7 @@ TEST_F(CliFindings, SettingsBaselineAndLimitsDecideWhatIsShownAndHowItEnds) {
     qor.write("none.yaml", "format: qor.check-settings/1\n");
     for (const Row& row : rows) {
         settings(row.settings);
-        const Outcome outcome = qor.run(std::string("check ") + row.arguments);
-        EXPECT_EQ(outcome.exit, row.exit) << row.settings << row.arguments;
-        EXPECT_THAT(outcome.out, HasSubstr(row.out)) << row.settings;
-        EXPECT_EQ(outcome.err, "") << row.settings;
+        qor.expect("check ", {{row.arguments, row.exit, row.out}});
     }
 }
 
@@ -98,18 +74,13 @@ TEST_F(CliFindings, FaultsOfSettingsAndBaselinesHaveTheirPlaces) {
     };
     for (const Row& row : rows) {
         settings(row.text);
-        const Outcome outcome = qor.run("check orders.yaml clean.yaml");
-        EXPECT_EQ(outcome.exit, 3) << row.text;
-        EXPECT_THAT(outcome.err, HasSubstr(row.error));
-        EXPECT_THAT(outcome.out, HasSubstr(": 5 breaches")) << "checked all the same, told once";
+        // Checked all the same, told once.
+        qor.expect("check ", {{"orders.yaml clean.yaml", 3, ": 5 breaches", row.error}});
     }
     settings("");
     qor.write("bad.json", R"({"format": "qor.check-baseline/1", "entries": [{"file": "x", "count": -1}]})");
-    for (const char* baseline : {"bad.json", "gone.json", "orders.yaml"}) {
-        const Outcome outcome = qor.run(std::string("check --baseline ") + baseline + " orders.yaml");
-        EXPECT_EQ(outcome.exit, 3);
-        EXPECT_THAT(outcome.err, AllOf(HasSubstr(baseline), HasSubstr(": error: ")));
-    }
+    for (const std::string baseline : {"bad.json", "gone.json", "orders.yaml"})
+        qor.expect("check --baseline ", {{baseline + " orders.yaml", 3, "", baseline + " ... : error: "}});
 }
 
 TEST_F(CliFindings, ABaselineHidesWhatIsKnownAndNamesWhatIsGone) {
@@ -141,7 +112,7 @@ TEST_F(CliFindings, FilesComeWholeOrNotAtAll) {
     EXPECT_THAT(qor.run("check --junit gone/report.xml orders.yaml").err,
                 HasSubstr("gone/report.xml: error: cannot be"));
     EXPECT_EQ(qor.run("check --junit report.xml clean.yaml").exit, 0);
-    EXPECT_THAT(file("report.xml"), HasSubstr("<testcase classname=\"clean.yaml/Clean\" name=\"all rules\"/>"));
+    EXPECT_THAT(qor.content("report.xml"), HasSubstr("<testcase classname=\"clean.yaml/Clean\" name=\"all rules\"/>"));
     EXPECT_EQ(qor.run("check --sarif - --junit - clean.yaml").exit, 2);
     EXPECT_EQ(qor.run("check --sarif - --json clean.yaml").exit, 2);
     EXPECT_THAT(qor.run("check --junit - clean.yaml").out, testing::StartsWith("<?xml"));
@@ -157,9 +128,9 @@ TEST_F(CliFindings, AFileIsReplacedThroughALinkAndKeepsWhatItWasWhenNothingCanBe
     fs::create_symlink("real.xml", folder / "link.xml");
     EXPECT_EQ(qor.run("check --junit link.xml clean.yaml").exit, 0);
     EXPECT_TRUE(fs::is_symlink(folder / "link.xml"));
-    EXPECT_THAT(file("real.xml"), testing::StartsWith("<?xml"));
+    EXPECT_THAT(qor.content("real.xml"), testing::StartsWith("<?xml"));
     EXPECT_EQ(qor.run("check --write-baseline orders.yaml/known.json orders.yaml").exit, 5);
-    EXPECT_EQ(file("orders.yaml"), qor::test::kOrders);
+    EXPECT_EQ(qor.content("orders.yaml"), qor::test::kOrders);
     EXPECT_EQ(qor.run("check --junit /dev/stdout --quiet clean.yaml | grep -c testsuite").out, "4\n");
 }
 
@@ -167,14 +138,12 @@ TEST_F(CliFindings, JunitHasACaseForEachObjectAndFailsOnlyForErrors) {
     settings("rules:\n  - {class: Store, severity: warning}\n");
     qor.write("bad.yaml", "format: qor.model/1\nlibrary: workshop.yaml\nmodels: [\n");
     const std::string xml = qor.run("check --junit - orders.yaml clean.yaml bad.yaml").out;
-    for (const char* part : {
-             "<testsuite name=\"orders.yaml\" tests=\"3\" failures=\"2\" errors=\"0\" skipped=\"0\">",
-             "name=\"Task &quot;Check&quot; (id t1)\"><failure message=\"Too many relations",
-             "name=\"Store &quot;Shelf&quot;\"><system-out>orders.yaml:10:9: Too few incoming",
-             "name=\"class &quot;Task&quot;\"><failure message=\"Too few objects",
-             "<testsuite name=\"clean.yaml\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\">",
-             "<testsuite name=\"bad.yaml\" tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\">",
-         })
+    for (const char* part : {"<testsuite name=\"orders.yaml\" tests=\"3\" failures=\"2\" errors=\"0\" skipped=\"0\">",
+                             "name=\"Task &quot;Check&quot; (id t1)\"><failure message=\"Too many relations",
+                             "name=\"Store &quot;Shelf&quot;\"><system-out>orders.yaml:10:9: Too few incoming",
+                             "name=\"class &quot;Task&quot;\"><failure message=\"Too few objects",
+                             "<testsuite name=\"clean.yaml\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\">",
+                             "<testsuite name=\"bad.yaml\" tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\">"})
         EXPECT_THAT(xml, HasSubstr(part));
 }
 
@@ -250,7 +219,7 @@ TEST_F(CliFindings, SarifNamesRuleObjectAndPlace) {
     settings("rules:\n  - {class: Store, severity: warning}\nobjects:\n  - {object: lost, reason: \"a draft\"}\n");
     qor.write("bad one.yaml", "format: qor.model/1\nlibrary: workshop.yaml\nmodels: [\n");
     EXPECT_EQ(qor.run("check --max-breaches 1 --sarif o.sarif orders.yaml order.bpmn 'bad one.yaml'").exit, 3);
-    const json document = json::parse(file("o.sarif"));
+    const json document = json::parse(qor.content("o.sarif"));
     expectSarif(document, "");
     EXPECT_EQ(document["version"], "2.1.0");
     const json& run = document["runs"][0];
@@ -275,7 +244,7 @@ TEST_F(CliFindings, SarifCountsColumnsInCharacters) {
               "format: qor.model/1\nlibrary: workshop.yaml\nmodels:\n  - name: W\n    type: Process\n"
               "    objects: [{class: Task, name: \"Prüfen €\"}, {class: Store, name: Lager}]\n");
     EXPECT_EQ(qor.run("check --sarif w.sarif wide.yaml").exit, 1);
-    const json result = json::parse(file("w.sarif"))["runs"][0]["results"][0];
+    const json result = json::parse(qor.content("w.sarif"))["runs"][0]["results"][0];
     EXPECT_EQ(result["locations"][0]["physicalLocation"]["region"]["startColumn"], 48);
 }
 
@@ -296,9 +265,9 @@ TEST_F(CliFindings, NamesDoNotBreakAnyOutput) {
               "      - {class: Store, name: \"</failure>'\\\"\\uFFFE [x](http://e) \\\\ {0}%s\"}\n");
     EXPECT_EQ(qor.run("check --sarif e.sarif --junit e.xml --write-baseline e.json evil.yaml").exit, 0);
     for (const char* name : {"e.sarif", "e.xml", "e.json"})
-        EXPECT_THAT(file(name), AllOf(HasSubstr("failure"), Not(HasSubstr("\u202E")))) << name;
-    EXPECT_EQ(parsedXml(file("e.xml")), "");
-    const json sarif = json::parse(file("e.sarif"));
+        EXPECT_THAT(qor.content(name), AllOf(HasSubstr("failure"), Not(HasSubstr("\u202E")))) << name;
+    EXPECT_EQ(parsedXml(qor.content("e.xml")), "");
+    const json sarif = json::parse(qor.content("e.sarif"));
     expectSarif(sarif, "");
     EXPECT_THAT(sarif["runs"][0]["results"][0]["message"]["text"].get<std::string>(), HasSubstr("\\[x\\](http://e)"));
     EXPECT_EQ(qor.run("check --baseline e.json evil.yaml").exit, 0) << "known by its very name";

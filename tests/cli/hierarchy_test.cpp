@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // `qor hierarchy` and `qor rename`: what is shown, where, and how they end.
 #include <nlohmann/json.hpp>
-#include <tuple>
 
 #include "cli/CommandRunner.h"
 
 namespace {
 
 using nlohmann::ordered_json;
+using qor::test::Call;
 using qor::test::CommandRunner;
 using qor::test::Outcome;
 using testing::HasSubstr;
@@ -25,20 +25,19 @@ std::string process(const std::string& id, const std::string& name, const std::v
 }
 
 /// A folder "in" with files that call each other, one of them in a folder below.
-struct Calls {
-    CommandRunner qor;
-    Calls() {
+struct CliHierarchy : testing::Test {
+    CliHierarchy() {
         std::filesystem::create_directory(qor.folder() / "in" / "below");
         qor.write("a.bpmn", bpmn(process("order", "Order", {"x:ship", "bill", "nobody"})));
         qor.write("below/b.bpmn", bpmn(process("ship", "Ship", {"order"}) + process("bill", "Bill", {})));
         qor.write("notes.txt", "nothing to read");
         qor.write("odd.json", "{}");
     }
+    CommandRunner qor;
 };
 
-TEST(CliHierarchy, FollowsCallsBetweenTheFilesOfAFolder) {
-    const Calls calls;
-    const Outcome outcome = calls.qor.run("hierarchy .");
+TEST_F(CliHierarchy, FollowsCallsBetweenTheFilesOfAFolder) {
+    const Outcome outcome = qor.run("hierarchy .");
     EXPECT_EQ(outcome.exit, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.out,
@@ -49,29 +48,23 @@ TEST(CliHierarchy, FollowsCallsBetweenTheFilesOfAFolder) {
               "circle: \"Order\" (BPMN diagram) -> \"Ship\" (BPMN diagram) -> \"Order\" (BPMN diagram)\n");
 }
 
-TEST(CliHierarchy, ShowsUsesAndWhatIsBroken) {
-    const Calls calls;
-    const std::pair<const char*, const char*> rows[] = {
-        {"--where-used --model Bill",
+TEST_F(CliHierarchy, ShowsUsesAndWhatIsBroken) {
+    const std::vector<Call> calls = {
+        {"--where-used --model Bill", 0,
          "\"Bill\" (BPMN diagram) is used once\n    \"Order\" (BPMN diagram): Called process  ./a.bpmn\n"},
-        {"--broken",
+        {"--broken", 1,
          "./a.bpmn:5:1: error: model \"Order\": object \"To nobody\": calls \"nobody\", which is no process"},
-        {"--broken", "3 references in 3 models; 1 lead nowhere or to several objects\n"},
-        {"--max-elements 2", "\"Order\" (BPMN diagram)  ./a.bpmn and 1 not shown\n"},
-        {"--xml - --model Ship", "\" name=\"Ship\" type=\"BPMN diagram\">\n  <model id=\""},
-        {"--svg - --model Ship", ">Order (BPMN diagram)</text>"},
+        {"--broken", 1, "3 references in 3 models; 1 lead nowhere or to several objects\n"},
+        {"--max-elements 2", 0, "\"Order\" (BPMN diagram)  ./a.bpmn and 1 not shown\n"},
+        {"--xml - --model Ship", 0, "\" name=\"Ship\" type=\"BPMN diagram\">\n  <model id=\""},
+        {"--svg - --model Ship", 0, ">Order (BPMN diagram)</text>"},
     };
-    for (const auto& [arguments, expected] : rows) {
-        const Outcome outcome = calls.qor.run(std::string("hierarchy . ") + arguments);
-        EXPECT_EQ(outcome.exit, std::string_view(arguments) == "--broken" ? 1 : 0) << arguments;
-        EXPECT_THAT(outcome.out, HasSubstr(expected)) << arguments;
-    }
+    qor.expect("hierarchy . ", calls);
 }
 
-TEST(CliHierarchy, TakesTheProcessReadLastAndSaysSo) {
-    const Calls calls;
-    calls.qor.write("below/c.bpmn", bpmn(process("ship", "Ship anew", {})));
-    const Outcome outcome = calls.qor.run("hierarchy . --model Order");
+TEST_F(CliHierarchy, TakesTheProcessReadLastAndSaysSo) {
+    qor.write("below/c.bpmn", bpmn(process("ship", "Ship anew", {})));
+    const Outcome outcome = qor.run("hierarchy . --model Order");
     EXPECT_EQ(outcome.exit, 0);
     EXPECT_THAT(outcome.err,
                 HasSubstr("./a.bpmn:3:1: warning: calls \"x:ship\", which 2 processes are called; the one in "
@@ -80,9 +73,8 @@ TEST(CliHierarchy, TakesTheProcessReadLastAndSaysSo) {
     EXPECT_THAT(outcome.out, Not(HasSubstr("\"Ship\"")));
 }
 
-TEST(CliHierarchy, WritesDocuments) {
-    const Calls calls;
-    const Outcome outcome = calls.qor.run("hierarchy . --json --where-used --broken");
+TEST_F(CliHierarchy, WritesDocuments) {
+    const Outcome outcome = qor.run("hierarchy . --json --where-used --broken");
     EXPECT_EQ(outcome.exit, 1);
     const auto json = ordered_json::parse(outcome.out);
     EXPECT_EQ(json["schema"], "qor.hierarchy/1");
@@ -93,34 +85,29 @@ TEST(CliHierarchy, WritesDocuments) {
     EXPECT_EQ(json["uses"][0]["attribute"], "Called process");
     EXPECT_EQ(json["broken"][0]["called"], "nobody");
 
-    const auto file = calls.qor.folder() / "in" / "tree.xml";
-    EXPECT_EQ(calls.qor.run("hierarchy . --model Bill --xml tree.xml").out, "");
+    const auto file = qor.folder() / "in" / "tree.xml";
+    EXPECT_EQ(qor.run("hierarchy . --model Bill --xml tree.xml").out, "");
     EXPECT_GT(std::filesystem::file_size(file), 40U);
-    const Outcome failed = calls.qor.run("hierarchy . --model Bill --xml nowhere/tree.xml");
+    const Outcome failed = qor.run("hierarchy . --model Bill --xml nowhere/tree.xml");
     EXPECT_EQ(failed.exit, 5);
     EXPECT_THAT(failed.err, HasSubstr("nowhere/tree.xml: cannot be written: No such file or directory"));
 }
 
-TEST(CliHierarchy, ExplainsWrongUseAndBadInput) {
-    const Calls calls;
-    calls.qor.write("broken.bpmn", "<definitions");
-    std::filesystem::create_directory(calls.qor.folder() / "in" / "empty");
-    const std::tuple<const char*, int, const char*> rows[] = {
-        {"a.bpmn --model Odrer", 2, "no model is named \"Odrer\"; did you mean Order?"},
-        {"below --xml -", 2, "there are 2 trees; choose one with --model"},
-        {"a.bpmn --xml - --json", 2, "only one of these can go to standard output"},
-        {"a.bpmn --max-elements 0", 2, "--max-elements"},
-        {"nosuch.bpmn", 3, "nosuch.bpmn: error: there is no such file"},
-        {"empty", 3, "empty: error: the folder holds no file with models"},
-        {"odd.json", 3, "odd.json"},
-        {"a.bpmn broken.bpmn", 3, "broken.bpmn:1"},
-        {"--library nosuch a.bpmn", 3, "nosuch"},
+TEST_F(CliHierarchy, ExplainsWrongUseAndBadInput) {
+    qor.write("broken.bpmn", "<definitions");
+    std::filesystem::create_directory(qor.folder() / "in" / "empty");
+    const std::vector<Call> calls = {
+        {"a.bpmn --model Odrer", 2, "", "no model is named \"Odrer\"; did you mean Order?"},
+        {"below --xml -", 2, "", "there are 2 trees; choose one with --model"},
+        {"a.bpmn --xml - --json", 2, "", "only one of these can go to standard output"},
+        {"a.bpmn --max-elements 0", 2, "", "--max-elements"},
+        {"nosuch.bpmn", 3, "", "nosuch.bpmn: error: there is no such file"},
+        {"empty", 3, "", "empty: error: the folder holds no file with models"},
+        {"odd.json", 3, "", "odd.json"},
+        {"a.bpmn broken.bpmn", 3, "", "broken.bpmn:1"},
+        {"--library nosuch a.bpmn", 3, "", "nosuch"},
     };
-    for (const auto& [arguments, exit, complaint] : rows) {
-        const Outcome outcome = calls.qor.run(std::string("hierarchy ") + arguments);
-        EXPECT_EQ(outcome.exit, exit) << arguments;
-        EXPECT_THAT(outcome.err, HasSubstr(complaint)) << arguments;
-    }
+    qor.expect("hierarchy ", calls);
 }
 
 /// The lines without the names of files, which differ.
@@ -136,28 +123,26 @@ std::string withoutFiles(const std::string& text) {
     return kept;
 }
 
-TEST(CliHierarchy, ShowsARepositoryAsTheFilesThatItWasMadeOf) {
-    const Calls calls;
-    ASSERT_EQ(calls.qor.run("repo init shop.qor").exit, 0);
-    const Outcome imported = calls.qor.run("repo import --keep shop.qor a.bpmn below/b.bpmn");
+TEST_F(CliHierarchy, ShowsARepositoryAsTheFilesThatItWasMadeOf) {
+    ASSERT_EQ(qor.run("repo init shop.qor").exit, 0);
+    const Outcome imported = qor.run("repo import --keep shop.qor a.bpmn below/b.bpmn");
     ASSERT_EQ(imported.exit, 1) << "breaches of rules are told: " << imported.err;
     for (const std::string arguments :
          {"", " --broken", " --where-used --model Bill", " --model Ship --max-elements 2"}) {
-        const Outcome files = calls.qor.run("hierarchy ." + arguments);
+        const Outcome files = qor.run("hierarchy ." + arguments);
         for (const std::string repository : {"shop.qor", "shop.qor#BPMN"}) {
-            const Outcome outcome = calls.qor.run("hierarchy " + repository + arguments);
+            const Outcome outcome = qor.run("hierarchy " + repository + arguments);
             EXPECT_EQ(outcome.exit, files.exit) << outcome.err;
             EXPECT_EQ(withoutFiles(outcome.out), withoutFiles(files.out)) << repository << arguments;
         }
     }
-    const Outcome other = calls.qor.run("hierarchy shop.qor#Nothing");
+    const Outcome other = qor.run("hierarchy shop.qor#Nothing");
     EXPECT_EQ(other.exit, 3);
     EXPECT_THAT(other.err, HasSubstr("shop.qor: error: holds no library named \"Nothing\""));
-    EXPECT_EQ(calls.qor.run("hierarchy shop.qor a.bpmn").exit, 3) << "the library is another one";
+    EXPECT_EQ(qor.run("hierarchy shop.qor a.bpmn").exit, 3) << "the library is another one";
 }
 
-TEST(CliHierarchy, NamesTheObjectThatHoldsABrokenReferenceInARow) {
-    const CommandRunner qor;
+TEST_F(CliHierarchy, NamesTheObjectThatHoldsABrokenReferenceInARow) {
     qor.write("rows.yaml", R"(format: qor.library/1
 name: Rows
 business_process:
@@ -285,24 +270,16 @@ TEST(CliRename, NamesTheObjectsOfARepositoryOnce) {
 TEST(CliRename, ChangesNothingWhenSomethingIsInTheWay) {
     const CommandRunner qor;
     makeRepository(qor, kLibrary);
-    qor.write("hold.py",
-              "import sqlite3, subprocess, sys\n"
-              "repository = sqlite3.connect('shop.qor', isolation_level=None)\n"
-              "repository.execute('BEGIN IMMEDIATE')\n"
-              "sys.exit(subprocess.call(sys.argv[1:]))\n");
     qor.write("damaged.qor", std::string("SQLite format 3\0 and no more", 29));
-    const std::tuple<const char*, const char*, int> rows[] = {
-        {"rename shop.qor", "python3 hold.py", 4},
-        {"rename --model Mnoday shop.qor", "", 2},
-        {"rename shop.qor day.yaml", "", 2},
-        {"rename --library Other shop.qor", "", 3},
-        {"rename damaged.qor", "", 3},
-    };
-    for (const auto& [arguments, before, exit] : rows) {
-        const Outcome outcome = qor.run(arguments, before);
-        EXPECT_EQ(outcome.exit, exit) << arguments << outcome.err;
-        EXPECT_EQ(outcome.out, "") << arguments;
-        EXPECT_NE(outcome.err, "") << arguments;
+    const std::pair<Outcome, int> outcomes[] = {{qor.runWhileHeld("rename shop.qor", "shop.qor"), 4},
+                                                {qor.run("rename --model Mnoday shop.qor"), 2},
+                                                {qor.run("rename shop.qor day.yaml"), 2},
+                                                {qor.run("rename --library Other shop.qor"), 3},
+                                                {qor.run("rename damaged.qor"), 3}};
+    for (const auto& [outcome, exit] : outcomes) {
+        EXPECT_EQ(outcome.exit, exit) << outcome.err;
+        EXPECT_EQ(outcome.out, "") << outcome.err;
+        EXPECT_NE(outcome.err, "");
     }
     EXPECT_THAT(qor.run("rename --dry-run shop.qor").out, HasSubstr("2 new names in 2 models"));
 }

@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <nlohmann/json.hpp>
 
-#include "cli/CommandRunner.h"
 #include "cli/samples.h"
 
 namespace {
 
 using nlohmann::ordered_json;
-using qor::test::CommandRunner;
 using qor::test::Outcome;
 
-class CliJson : public testing::Test {
-protected:
-    CliJson() {
-        qor.write("workshop.yaml", qor::test::kWorkshop);
-        qor.write("orders.yaml", qor::test::kOrders);
-        qor.write("order.bpmn", qor::test::kBpmn);
-    }
+struct CliJson : qor::test::OnSamples {
     /// Null when the output is no JSON.
     ordered_json json(const std::string& arguments) {
         const Outcome outcome = qor.run(arguments);
@@ -25,8 +17,6 @@ protected:
         EXPECT_FALSE(document.is_discarded()) << outcome.out;
         return document.is_discarded() ? ordered_json() : document;
     }
-
-    CommandRunner qor;
 };
 
 std::string keysOf(const ordered_json& object) {

@@ -1,74 +1,51 @@
 // SPDX-License-Identifier: Apache-2.0
 // qor repo, and repository files where other commands take text files.
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <sstream>
-
-#include "cli/CommandRunner.h"
 #include "cli/samples.h"
 #include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorCoreModelingManager.h"
 
 namespace {
 
-using qor::test::CommandRunner;
-using qor::test::kBpmn;
+using qor::test::Call;
 using qor::test::kClean;
-using qor::test::kOrders;
 using qor::test::kWorkshop;
 using qor::test::Outcome;
 using testing::HasSubstr;
 using testing::Not;
 
-struct CliRepo : testing::Test {
-    CliRepo() {
-        qor.write("workshop.yaml", kWorkshop);
-        qor.write("orders.yaml", kOrders);
-        qor.write("clean.yaml", kClean);
-        qor.write("order.bpmn", kBpmn);
-        EXPECT_EQ(qor.run("repo init shop.qor").exit, 0);
-    }
-    [[nodiscard]] std::string content(const std::string& file) const {
-        std::ifstream in(qor.folder() / "in" / file, std::ios::binary);
-        EXPECT_TRUE(in) << file;
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+struct CliRepo : qor::test::OnSamples {
+    CliRepo() { EXPECT_EQ(qor.run("repo init shop.qor").exit, 0); }
     [[nodiscard]] std::string info() const { return qor.run("repo info shop.qor").out; }
-
-    CommandRunner qor;
 };
 
 TEST_F(CliRepo, TakesInTextFilesAndGivesTheSameTextsBack) {
-    const Outcome import = qor.run("repo import --keep shop.qor orders.yaml clean.yaml order.bpmn");
-    EXPECT_EQ(import.exit, 1) << import.err;
-    EXPECT_THAT(import.err, HasSubstr("order.bpmn:7:5: warning: model \"Order\": Too few"))
-        << "the library wants checks";
-    EXPECT_THAT(import.out, HasSubstr("orders.yaml: 2 models"));
-    EXPECT_THAT(info(), HasSubstr("library \"Workshop\": 2 classes, 3 models, 5 objects, 2 relations"));
-    EXPECT_EQ(qor.run("repo verify shop.qor").exit, 0);
-
-    ASSERT_EQ(qor.run("repo export shop.qor first").exit, 0);
-    ASSERT_EQ(qor.run("repo init again.qor").exit, 0);
-    const Outcome back = qor.run("repo import --keep again.qor first/Workshop.yaml first/*.models.yaml");
-    ASSERT_EQ(back.exit, 1) << back.err;
-    ASSERT_EQ(qor.run("repo export again.qor second").exit, 0);
+    const std::vector<Call> calls = {
+        // The shipped library wants checks.
+        {"import --keep shop.qor orders.yaml clean.yaml order.bpmn", 1, "orders.yaml: 2 models",
+         "order.bpmn:7:5: warning: model \"Order\": Too few"},
+        {"info shop.qor", 0, "library \"Workshop\": 2 classes, 3 models, 5 objects, 2 relations"},
+        {"verify shop.qor", 0, "everything"},
+        {"export shop.qor first", 0, "first"},
+        {"init again.qor", 0, "again.qor"},
+        {"import --keep again.qor first/Workshop.yaml first/*.models.yaml", 1, "", "warning: "},
+        {"export again.qor second", 0, "second"},
+    };
+    qor.expect("repo ", calls);
     for (const char* file : {"Workshop.yaml", "Workshop.models.yaml", "BPMN.yaml", "BPMN.models.yaml"})
-        EXPECT_EQ(content(std::string("first/") + file), content(std::string("second/") + file)) << file;
+        EXPECT_EQ(qor.content(std::string("first/") + file), qor.content(std::string("second/") + file)) << file;
     EXPECT_FALSE(std::filesystem::exists(qor.folder() / "in" / "shop.qor-wal")) << "reading leaves nothing behind";
 }
 
 TEST_F(CliRepo, TakesAllOfAFileOrNothing) {
     qor.write("broken.yaml", std::string(kClean) + "      - {class: Takk, name: Lost}\n");
-    const Outcome import = qor.run("repo import shop.qor workshop.yaml broken.yaml workshop.yaml");
-    EXPECT_EQ(import.exit, 3);
-    EXPECT_THAT(import.err, HasSubstr("broken.yaml:8:"));
-    EXPECT_THAT(import.err, HasSubstr("workshop.yaml:2:7: error:"));
-    EXPECT_THAT(info(), HasSubstr("2 classes, 0 models"));
-    EXPECT_EQ(qor.run("repo import shop.qor clean.yaml missing.yaml").exit, 3);
-    EXPECT_THAT(info(), HasSubstr("1 model,"));
+    const std::vector<Call> calls = {
+        {"import shop.qor workshop.yaml broken.yaml workshop.yaml", 3, "",
+         "broken.yaml:8: ... workshop.yaml:2:7: error:"},
+        {"info shop.qor", 0, "2 classes, 0 models"},
+        {"import shop.qor clean.yaml missing.yaml", 3, "", "missing.yaml"},
+        {"info shop.qor", 0, "1 model,"},
+    };
+    qor.expect("repo ", calls);
 }
 
 TEST_F(CliRepo, ChecksModelsBeforeTheyAreSavedWhenTheLibraryWantsThat) {
@@ -76,66 +53,54 @@ TEST_F(CliRepo, ChecksModelsBeforeTheyAreSavedWhenTheLibraryWantsThat) {
     strict.replace(strict.find("  classes:"), 0,
                    "  texts:\n    automatic_checks: 'CHECK_CARDINALITIES before-save: 1'\n");
     qor.write("workshop.yaml", strict);
-    const Outcome refused = qor.run("repo import shop.qor orders.yaml clean.yaml");
-    EXPECT_EQ(refused.exit, 1);
-    EXPECT_THAT(refused.err, HasSubstr("orders.yaml:7:9: error: model \"Orders\": Too many relations"));
-    EXPECT_THAT(info(), HasSubstr("1 model,")) << "the clean one";
-    const Outcome kept = qor.run("repo import --keep shop.qor orders.yaml");
-    EXPECT_EQ(kept.exit, 1);
-    EXPECT_THAT(kept.err, HasSubstr("warning: model \"Orders\""));
-    EXPECT_THAT(info(), HasSubstr("3 models,"));
+    const std::vector<Call> calls = {
+        {"import shop.qor orders.yaml clean.yaml", 1, "",
+         "orders.yaml:7:9: error: model \"Orders\": Too many relations"},
+        {"info shop.qor", 0, "1 model,"},  // the clean one
+        {"import --keep shop.qor orders.yaml", 1, "", "warning: model \"Orders\""},
+        {"info shop.qor", 0, "3 models,"},
+    };
+    qor.expect("repo ", calls);
 }
 
 TEST_F(CliRepo, IsReadByEveryOtherCommand) {
     ASSERT_EQ(qor.run("repo import --keep shop.qor orders.yaml order.bpmn").exit, 1);
-    const Outcome check = qor.run("check --library Workshop shop.qor");
-    EXPECT_EQ(check.exit, 1) << check.err;
-    EXPECT_THAT(check.out, HasSubstr("\"Check\""));
-    EXPECT_EQ(qor.run("check 'shop.qor#BPMN'").exit, 1);
-    const Outcome library = qor.run("library 'shop.qor#Workshop'");
-    EXPECT_EQ(library.exit, 0);
-    EXPECT_THAT(library.out, HasSubstr("Task"));
-    EXPECT_THAT(qor.run("rules 'shop.qor#Workshop'").out, HasSubstr("maxOut:     1"));
-    EXPECT_EQ(qor.run("check --library 'shop.qor#BPMN' order.bpmn").exit, 1) << "text models, a kept library";
-    for (const char* command : {"library shop.qor", "check shop.qor", "rules 'shop.qor#None'"}) {
-        const Outcome outcome = qor.run(command);
-        EXPECT_EQ(outcome.exit, 3) << command;
-        EXPECT_THAT(outcome.err, HasSubstr("shop.qor: error: holds ")) << command;
-    }
+    const std::vector<Call> calls = {
+        {"check --library Workshop shop.qor", 1, "\"Check\""},
+        {"check 'shop.qor#BPMN'", 1, "Lost"},
+        {"library 'shop.qor#Workshop'", 0, "Task"},
+        {"rules 'shop.qor#Workshop'", 0, "maxOut:     1"},
+        {"check --library 'shop.qor#BPMN' order.bpmn", 1, "Lost"},  // text models, a kept library
+        {"library shop.qor", 3, "", "shop.qor: error: holds "},
+        {"check shop.qor", 3, "", "shop.qor: error: holds "},
+        {"rules 'shop.qor#None'", 3, "", "shop.qor: error: holds "},
+    };
+    qor.expect("", calls);
 }
 
 TEST_F(CliRepo, TellsWhatIsWrongWithAFileByItsExitCode) {
-    struct Row {
-        const char* command;
-        int exit;
-        const char* err;
-    };
     qor.write("text.qor", "no repository");
-    constexpr Row kRows[] = {
-        {"repo init shop.qor", 5, "shop.qor: error: there is a file of that name already"},
-        {"repo info none.qor", 3, "there is no such file"},
-        {"repo info none/a.qor", 3, "there is no such folder"},
-        {"repo info .", 3, "is a folder"},
-        {"repo info text.qor", 3, "is not a repository"},
-        {"repo backup shop.qor none/b.qor", 5, "there is no such folder"},
-        {"repo export shop.qor text.qor/x", 5, "cannot be made"},
-        {"repo export --library None shop.qor out", 2, "holds no library named"},
-        {"repo import shop.qor order.txt", 3, "order.txt"},
-        {"repo import --library None shop.qor clean.yaml", 3, "holds no library named"},
-        {"repo verfy shop.qor", 2, "did you mean verify?"},
-        {"repo import shop.qor", 2, "required"},
+    const std::vector<Call> calls = {
+        {"init shop.qor", 5, "", "shop.qor: error: there is a file of that name already"},
+        {"info none.qor", 3, "", "there is no such file"},
+        {"info none/a.qor", 3, "", "there is no such folder"},
+        {"info .", 3, "", "is a folder"},
+        {"info text.qor", 3, "", "is not a repository"},
+        {"backup shop.qor none/b.qor", 5, "", "there is no such folder"},
+        {"export shop.qor text.qor/x", 5, "", "cannot be made"},
+        {"export --library None shop.qor out", 2, "", "holds no library named"},
+        {"import shop.qor order.txt", 3, "", "order.txt"},
+        {"import --library None shop.qor clean.yaml", 3, "", "holds no library named"},
+        {"verfy shop.qor", 2, "", "did you mean verify?"},
+        {"import shop.qor", 2, "", "required"},
     };
-    for (const Row& row : kRows) {
-        const Outcome outcome = qor.run(row.command);
-        EXPECT_EQ(outcome.exit, row.exit) << row.command;
-        EXPECT_THAT(outcome.err, HasSubstr(row.err)) << row.command;
-    }
+    qor.expect("repo ", calls);
 }
 
 TEST_F(CliRepo, NamesWhatIsDamagedAndReadsTheRest) {
     ASSERT_EQ(qor.run("repo import shop.qor orders.yaml").exit, 0);
     ASSERT_EQ(qor.run("repo backup shop.qor copy.qor").exit, 0);
-    std::string bytes = content("shop.qor");
+    std::string bytes = qor.content("shop.qor");
     for (std::size_t at = bytes.find("Shelf"); at != std::string::npos; at = bytes.find("Shelf", at)) bytes[at] = 'X';
     qor.write("shop.qor", bytes);
     const Outcome verify = qor.run("repo verify shop.qor");
@@ -149,18 +114,15 @@ TEST_F(CliRepo, NamesWhatIsDamagedAndReadsTheRest) {
 }
 
 TEST_F(CliRepo, WritesDocumentsForPrograms) {
-    const Outcome import = qor.run("repo import --json shop.qor orders.yaml missing.yaml");
-    EXPECT_EQ(import.exit, 3);
-    EXPECT_THAT(import.out, HasSubstr("\"schema\": \"qor.repo.import/1\""));
-    EXPECT_THAT(import.out, HasSubstr("\"models\": [\"Orders\", \"Idle\"]"));
-    EXPECT_THAT(import.out, HasSubstr("\"file\": \"missing.yaml\""));
-    EXPECT_EQ(import.err, "");
+    qor.expect(
+        "repo import --json ",
+        {{"shop.qor orders.yaml missing.yaml", 3,
+          "\"schema\": \"qor.repo.import/1\" ... \"models\": [\"Orders\", \"Idle\"] ... \"file\": \"missing.yaml\""}});
     for (const char* verb : {"info", "verify", "backup", "export", "init"}) {
         const std::string name = verb;
         const std::string target = name == "backup" ? " b.qor" : name == "export" ? " out" : "";
-        const Outcome outcome = qor.run("repo " + name + " --json shop.qor" + target);
-        EXPECT_EQ(outcome.exit, name == "init" ? 5 : 0);
-        EXPECT_THAT(outcome.out, HasSubstr("\"schema\": \"qor.repo." + name + "/1\""));
+        qor.expect("repo ", {{name + " --json shop.qor" + target, name == "init" ? 5 : 0,
+                              "\"schema\": \"qor.repo." + name + "/1\""}});
     }
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 #include <string_view>
 
+#include "cli/CommandRunner.h"
+
 namespace qor::test {
 
 /// A limit of a class, one of a relation class, and one on the number of objects.
@@ -66,5 +68,16 @@ inline constexpr std::string_view kBpmn = R"(<?xml version="1.0" encoding="UTF-8
   </process>
 </definitions>
 )";
+
+/// Tests in a folder with all of these.
+struct OnSamples : testing::Test {
+    OnSamples() {
+        qor.write("workshop.yaml", kWorkshop);
+        qor.write("orders.yaml", kOrders);
+        qor.write("clean.yaml", kClean);
+        qor.write("order.bpmn", kBpmn);
+    }
+    CommandRunner qor;
+};
 
 }  // namespace qor::test

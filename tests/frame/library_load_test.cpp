@@ -1,14 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Loading and discarding a library, watched from the platform's side: which calls come in which order, and what is
 // shown.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <map>
-#include <memory>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "frame/QorLibLoad.h"
 #include "frame/QorLibLoadManWatcher.h"

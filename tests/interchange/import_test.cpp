@@ -28,7 +28,7 @@ constexpr std::string_view kModel = "format: qor.model/1\nlibrary: ../small.yaml
 TEST_F(Import, SaysWhatCannotBeRead) {
     fs::create_symlink(file("circle"), file("circle"));
     const struct {
-        std::string path, expected;
+        std::string place, expected;
     } kCases[] = {
         {file("nothing"), "0:0 there is no such file"},
         {file("models"), "0:0 this is a folder"},
@@ -43,20 +43,20 @@ TEST_F(Import, SaysWhatCannotBeRead) {
                                            6)),
          "1:5 a zero byte"},
     };
-    for (const auto& [path, expected] : kCases) {
-        const QorImportResult result = files.importer.readFile(path, QorNoIdentifier);
+    for (const auto& [place, expected] : kCases) {
+        const QorImportResult result = files.importer.readFile(place, QorNoIdentifier);
         expectDiagnostics(result.diagnostics, expected);
         EXPECT_EQ(result.kind, QorFileKind::Unknown);
-        EXPECT_EQ(result.diagnostics.at(0).place.file, path);
-        EXPECT_EQ(files.importer.kindOf(path), QorFileKind::Unknown) << path;
+        EXPECT_EQ(result.diagnostics.at(0).place.file, place);
+        EXPECT_EQ(files.importer.kindOf(place), QorFileKind::Unknown) << place;
     }
 }
 
 TEST_F(Import, RefusesAHugeFileUnread) {
     for (const std::string_view beginning : {"format: qor.model/1\n", "{\"format\": \"qor.model/1\",\n"}) {
-        const std::string path = write("huge", beginning);
-        fs::resize_file(path, std::uintmax_t{2} << 40);  // a sparse file
-        expectDiagnostics(files.importer.readFile(path, QorNoIdentifier).diagnostics, "0:0 larger than 512 MiB");
+        const std::string huge = write("huge", beginning);
+        fs::resize_file(huge, std::uintmax_t{2} << 40);  // a sparse file
+        expectDiagnostics(files.importer.readFile(huge, QorNoIdentifier).diagnostics, "0:0 larger than 512 MiB");
     }
 }
 

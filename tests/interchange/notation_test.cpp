@@ -42,18 +42,12 @@ const Fault kFaults[] = {
     {"format: \"\\uD800\"\n", "1:12 the escape stands for no character"},
     {"format: qor.library/1\nname: \"a\\0b\"\n", "2:7 zero byte"},
     {"format: qor.library/1\nname: a\0b\n"s, "2:8 a zero byte"},
-    {"format: qor.library/1\nname: Gr\xFC\xDF"
-     "e\n",
-     "2:9 the byte 0xfc is not UTF-8"},
+    {"format: qor.library/1\nname: Gr\xFC\xDF\n", "2:9 the byte 0xfc is not UTF-8"},
     {"format: \xC0\xAF\n", "1:9 the byte 0xc0 is not UTF-8"},
     {"format: \xED\xA0\x80\n", "1:9 the byte 0xed is not UTF-8"},
     {"format: a\xE2\x82", "1:10 the byte 0xe2 is not UTF-8"},
-    {"\xFF\xFE"
-     "f\0o\0"s,
-     "1:1 UTF-16"},
-    {"format: a\xE2\x80\xA8"
-     "b\n",
-     "1:10 U+2028"},
+    {"\xFF\xFEn\0o\0"s, "1:1 UTF-16"},
+    {"format: a\xE2\x80\xA8\n", "1:10 U+2028"},
     {"format: a\x1B[31m\n", "1:10 the character U+001B"},
     {"format: a\rname: b\n", "1:10 a carriage return"},
     {"format: a\xEF\xBB\xBF\n", "1:10 the character U+FEFF"},

@@ -1,10 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "platform/QorEventListener.h"
 #include "platform/QorHost.h"
 #include "platform/QorLibraryHandlers.h"

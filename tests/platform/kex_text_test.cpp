@@ -1,9 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
 #include "platform/QorKexParser.h"
 
 using namespace std::string_literals;
@@ -64,17 +59,12 @@ TEST(KexText, WhatIsAbsentOrOfAnotherKindReadsAsNothing) {
 TEST(KexText, ErrorsStandAtTheFirstByteOfWhatIsWrong) {
     const struct {
         std::string text;
-        const char* position;
-        const char* says;
+        const char *position, *says;
     } cases[] = {
         {"k: 1", "1:1", "before any element"},
         {"\"x\"", "1:1", "a string stands only"},
-        {"\xEF\xBB\xBF"s
-         "A",
-         "1:1", "0xEF"},
-        {"A\n  gr\xC3\xB6\xC3\x9F"
-         "e: 1",
-         "2:5", "0xC3"},
+        {"\xEF\xBB\xBFK", "1:1", "0xEF"},
+        {"A\n  größe: 1", "2:5", "0xC3"},
         {"A k: \"x\"\0 B"s, "1:9", "zero byte"},
         {"A # a\0 B"s, "1:6", "zero byte"},
         {"A \x01", "1:3", "0x01"},

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include <cstdint>
 #include <optional>
-#include <string>
 
 #include "platform/QorKexParser.h"
 

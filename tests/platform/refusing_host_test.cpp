@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What everybody meets who calls the platform without a host, or with a host that overrides nothing: every operation
 // answers with a refusal and with its outputs at "none".
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <string>
 
 #include "platform/QorCoreModManUpdater.h"
 #include "platform/QorCoreModelingManager.h"

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <random>
-#include <set>
-#include <string>
 
 #include "platform/ISortedSet.h"
 #include "platform/QorAccess.h"
@@ -44,8 +40,7 @@ TEST(SortedSet, AgreesWithStdSetUnderAnyMixOfOperations) {
 
 TEST(Message, FillsEachPlaceholderOnceLongestFirstAndNeverLooksAtWhatItPutIn) {
     const struct {
-        const char* pattern;
-        const char* expected;
+        const char *pattern, *expected;
     } cases[] = {
         {"%s1 and %s2", "%s2 and two"}, {"%s", "%s1"},      {"%s %s", "%s1 %s"},
         {"%s2 %s2 %s", "two %s2 %s1"},  {"100 %", "100 %"}, {"", ""},

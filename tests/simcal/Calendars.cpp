@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "embedded/MessageTable.h"
 #include "platform/QorTimeFunctions.h"

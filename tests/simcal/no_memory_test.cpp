@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every allocation of every operation fails once: the operation says so, throws nothing, changes no result and works
 // the next time.
-#include <functional>
-
 #include "platform/QorRandomGenerator.h"
 #include "simcal/Calendars.h"
 #include "simcal/QorCalendarAlgebra.h"

@@ -153,7 +153,7 @@ TEST(WorkingTime, AddingAndSummingAreInverseAndAgreeWithTheCalendarsSums) {
     }
 }
 
-TEST(CalendarAlgebra, UnionAndDifferenceHoldWhatTheirNamesSay) {
+TEST(CalendarAlgebra, IntersectionUnionAndDifferenceHoldWhatTheirNamesSay) {
     std::mt19937_64 random(13);
     for (int round = 0; round < 200; ++round) {
         const auto a = randomCalendar(random, 5);
@@ -168,10 +168,12 @@ TEST(CalendarAlgebra, UnionAndDifferenceHoldWhatTheirNamesSay) {
         EXPECT_EQ(equal, 1) << textOf(*a) << " and " << textOf(*b) << " give " << textOf(again);
         for (int i = 0; i < 50; ++i) {
             const auto instant = static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(5 * kDay));
-            const auto in = [instant](const QorCalendar& calendar) {
-                std::int64_t left = 0;
-                return calendar.howLongUntilEndOfInterval(instant, left) == Code::Ok;
+            const auto left = [instant](const QorCalendar& calendar) {  // 0: outside
+                std::int64_t seconds = 0;
+                return calendar.howLongUntilEndOfInterval(instant, seconds) == Code::Ok ? seconds : 0;
             };
+            const auto in = [&left](const QorCalendar& calendar) { return left(calendar) > 0; };
+            ASSERT_EQ(left(both), std::min(left(*a), left(*b))) << instant;
             ASSERT_EQ(in(either), in(*a) || in(*b)) << instant;
             ASSERT_EQ(in(rest), in(*a) && !in(*b)) << instant;
         }

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/ContractCalls.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreMM_AttributeProfiles.h"
 #include "platform/QorCoreModelGroupManager.h"

@@ -2,7 +2,6 @@
 #include "support/Picture.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorCoreBulkView.h"

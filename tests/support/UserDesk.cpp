@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/UserDesk.h"
 
-#include <memory>
-
 using enum QorErrorCode;
 
 UserDesk::UserDesk() {

@@ -2,7 +2,6 @@
 #include "support/Workshop.h"
 
 #include <stdexcept>
-#include <string>
 
 #include "embedded/QorShownWindows.h"
 #include "platform/QorAttributeIds.h"
