@@ -88,8 +88,8 @@ public:
     // ---- The way back, and the repository file (UserDirectoryStored.cpp) ----
 
     void takeBack(const Step& step) noexcept;
-    // After the steps were kept: gives up what they replaced.
-    void bury() noexcept;
+    // After the steps were kept: gives up what they replaced. O(users) when a user or group went.
+    void bury(bool didGo) noexcept;
     [[nodiscard]] bool adopt(const StoredRow& row);
     // Whether names are unique and no group lies in itself. O(groups).
     [[nodiscard]] bool areSound() const;
