@@ -238,7 +238,7 @@ struct LogRun {
     /// Behind the others that were put aside; the next line begins a new log.
     void rotate() const {
         if (!mayAdminister()) return;
-        if (!QorFileManager::fileExists(logFile({}))) return error("nothing was logged yet", Exit::BadInput);
+        if (!QorFileManager::fileExists(logFile({}))) return error("there is no log to put aside", Exit::BadInput);
         int number = 1;
         while (QorFileManager::fileExists(logFile(std::to_string(number)))) ++number;
         if (!tell(area().rename(logFile({}), logFile(std::to_string(number))))) return;

@@ -85,6 +85,10 @@ std::unique_ptr<SqliteStore> SqliteStore::open(const std::string& path, QorRepos
                                                QorRepositoryResult& result, SqliteMigrations migrations) {
     std::unique_ptr<SqliteStore> store(new SqliteStore(path, migrations));
     result = store->openAs(access);
+    if (result.status == QorRepositoryStatus::NoRoom) {  // for the index of the log, which reading needs as well
+        store->_reserve.drop();
+        result = store->openAs(access);
+    }
     if (!result.ok()) return nullptr;
     if (!store->_isReadOnly) store->_reserve.lay();
     return store;
