@@ -13,6 +13,7 @@
 #include "admin/QorAllModelStructure.h"
 #include "admin/QorModelGroupReach.h"
 #include "admin/QorModelGroupRights.h"
+#include "embedded/QorEmbeddedPlatform.h"
 #include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorHost.h"
 #include "platform/QorUserManager.h"
@@ -77,6 +78,11 @@ public:
                 modelGroup, _modelGroups[static_cast<std::size_t>(modelGroup)].c_str(), kLibrary, permission));
         return QorErrorCode::Ok;
     }
+    QorErrorCode modelGroupInfo(long modelGroup, SV::String& name, long& library) override {
+        name = SV::String(_modelGroups[static_cast<std::size_t>(modelGroup)]);
+        library = kLibrary;
+        return QorErrorCode::Ok;
+    }
     QorErrorCode subGroups(long, ISortedSet<long>& groups, bool) override {
         groups.removeAll();
         return QorErrorCode::Ok;
@@ -105,9 +111,10 @@ void compare(benchmark::State& state, const auto& pass, const auto& work, const 
     state.counters["x_pass"] = working / passing;
 }
 
-void passOverEntries(long groups) {
+/// Groups have the identifiers from `first` on.
+void passOverEntries(long groups, long first = 0) {
     long sum = 0;
-    for (long group = 0; group < groups; ++group) {
+    for (long group = first; group < first + groups; ++group) {
         QorAccModelgroupContainer entries;
         (void)QorUserManager::allUmansGetModelGroupsAccessibleByUserGroup(QorUserGroupID(group), entries);
         for (const auto& entry : entries) sum += entry->getModelGroupID() + entry->getPermission();
@@ -145,28 +152,88 @@ void mergedRightsOfUser(benchmark::State& state) {
 }
 BENCHMARK(mergedRightsOfUser)->UseManualTime()->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
+void passOverMemberships() {
+    long sum = 0;
+    ISortedSet<QorUserID> users;
+    (void)QorUserManager::getAllUserIDs(users);
+    ISortedSet<QorUserGroupID> groups;
+    for (const auto& user : users) {
+        (void)QorDBAdministration::getUsergroups(user, groups);
+        for (const auto& group : groups) sum += group.value();
+    }
+    benchmark::DoNotOptimize(sum);
+}
+
 /// N users in five groups each; one group for 500 users, with 20 entries, which are read too.
 void whoCanReach(benchmark::State& state) {
     const Host host(state.range(0), 5, state.range(0) / 500, 20);
     QorModelGroupReach reach;
     compare(
-        state,
-        [&] {
-            long sum = 0;
-            ISortedSet<QorUserID> users;
-            (void)QorUserManager::getAllUserIDs(users);
-            ISortedSet<QorUserGroupID> groups;
-            for (const auto& user : users) {
-                (void)QorDBAdministration::getUsergroups(user, groups);
-                for (const auto& group : groups) sum += group.value();
-            }
-            benchmark::DoNotOptimize(sum);
-        },
+        state, passOverMemberships,
         [&] {
             if (reach.read(101) != QorErrorCode::Ok || reach.users().empty()) state.SkipWithError("nobody");
         },
         [] {});
 }
 BENCHMARK(whoCanReach)->UseManualTime()->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+/// The embedded platform with users, groups that each have as many entries, and memberships.
+class EmbeddedHost {
+public:
+    EmbeddedHost(long users, long groupsOfUser, long groups, long entriesOfGroup) : _installation(_platform.host()) {
+        auto& administration = _platform.userAdministration();
+        const auto library = _platform.builder().addApplicationLibrary("Works", {}, {}).id;
+        _platform.setCurrentUser("user 0");
+        for (long entry = 0; entry < entriesOfGroup; ++entry)
+            modelGroup = _platform.builder().addModelGroup(library, "Model group " + std::to_string(entry)).id;
+        for (long group = 0; group < groups; ++group) {
+            const auto id = administration.addUserGroup("Group " + std::to_string(group)).id;
+            if (group == 0) firstGroup = id;
+            for (long entry = 0; entry < entriesOfGroup; ++entry)
+                (void)administration.setPermission(id, modelGroup - static_cast<QorIdentifier>(entry), 2);
+        }
+        for (long number = 0; number < users; ++number) {
+            user = administration.addUser("user " + std::to_string(number)).id;
+            (void)administration.setAllowedLibrary(user, library);
+            for (long i = 0; i < groupsOfUser; ++i)
+                (void)administration.join(user, firstGroup + static_cast<QorIdentifier>((number * 31 + i) % groups));
+        }
+    }
+    QorIdentifier firstGroup = QorNoIdentifier;
+    QorIdentifier modelGroup = QorNoIdentifier;  // the last one
+    QorIdentifier user = QorNoIdentifier;        // the last one
+
+private:
+    QorEmbeddedPlatform _platform;
+    QorHostInstallation _installation;
+};
+
+void accessOfEmbeddedUser(benchmark::State& state) {
+    const long groups = state.range(0);
+    const EmbeddedHost host(10, groups, groups, 100);
+    QorAccModelgroupContainer container;
+    compare(
+        state, [&] { passOverEntries(groups, host.firstGroup); },
+        [&] {
+            if (QorAllModelStructure::Instance().GetModelGroupsOfUser(QorUserID(host.user), container) !=
+                    QorErrorCode::Ok ||
+                container.numberOfElements() != static_cast<unsigned long>(groups) * 100)
+                state.SkipWithError("wrong access");
+        },
+        [&] { container.removeAll(); });
+}
+BENCHMARK(accessOfEmbeddedUser)->UseManualTime()->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+void whoCanReachEmbedded(benchmark::State& state) {
+    const EmbeddedHost host(state.range(0), 5, state.range(0) / 500, 20);
+    QorModelGroupReach reach;
+    compare(
+        state, passOverMemberships,
+        [&] {
+            if (reach.read(host.modelGroup) != QorErrorCode::Ok || reach.users().empty()) state.SkipWithError("nobody");
+        },
+        [] {});
+}
+BENCHMARK(whoCanReachEmbedded)->UseManualTime()->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -64,7 +64,6 @@ QorErrorCode PermissionTable::readTree(const ISortedSet<long>& chosen) {
 }
 
 QorErrorCode PermissionTable::readPermissions() {
-    _modelGroupNames.resize(_modelGroups.size());
     _permissions.resize(_modelGroups.size() * _userGroups.size(), QorModelGroupPermission::None);
     for (std::size_t index = 0; index < _userGroups.size(); ++index) {
         SV::String& name = _userGroupNames.emplace_back();
@@ -81,7 +80,6 @@ QorErrorCode PermissionTable::readPermissions() {
 void PermissionTable::take(const QorAccModelgroup& entry, std::size_t userGroup) {
     const auto modelGroup = indexOf(entry.getModelGroupID());
     if (!modelGroup) return;
-    if (_modelGroupNames[*modelGroup].IsEmpty()) _modelGroupNames[*modelGroup] = entry.getName();
     std::int32_t& permission = _permissions[slot({*modelGroup, userGroup})];
     permission = std::max(permission, permissionOf(entry));
 }
@@ -93,7 +91,11 @@ std::optional<std::size_t> PermissionTable::indexOf(const QorUserGroupID& userGr
 }
 
 SV::String PermissionTable::nameOfModelGroup(std::size_t index) const {
-    return nameOrNumber(_modelGroupNames[index], _modelGroups[index]);
+    SV::String name;
+    long library = -1;
+    // Without a name it has its identifier.
+    (void)QorCoreModelGroupManager::GetModelGroupInfo(_modelGroups[index], name, library);
+    return nameOrNumber(name, _modelGroups[index]);
 }
 
 SV::String PermissionTable::nameOfUserGroup(std::size_t index) const {

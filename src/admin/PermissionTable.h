@@ -53,7 +53,7 @@ public:
     [[nodiscard]] const std::vector<Chosen>& chosen() const { return _chosen; }
     [[nodiscard]] bool isChosen(std::size_t modelGroup) const { return _isChosen[modelGroup]; }
 
-    /// The name, as far as an entry tells it; else the identifier, as "#n".
+    /// The name, or the identifier as "#n" when the host has none.
     [[nodiscard]] SV::String nameOfModelGroup(std::size_t index) const;
     [[nodiscard]] SV::String nameOfUserGroup(std::size_t index) const;
 
@@ -63,7 +63,6 @@ private:
     void take(const QorAccModelgroup& entry, std::size_t userGroup);
 
     std::vector<long> _modelGroups;
-    std::vector<SV::String> _modelGroupNames;
     std::vector<QorUserGroupID> _userGroups;
     std::vector<SV::String> _userGroupNames;
     std::vector<Chosen> _chosen;

@@ -33,8 +33,6 @@ public:
         return code == QorErrorCode::Ok ? &_lists[number] : nullptr;
     }
 
-    SV::String name;
-
 private:
     QorErrorCode read(const QorUserGroupID& userGroup, List& list) {
         QorAccModelgroupContainer accessible;
@@ -42,7 +40,6 @@ private:
         if (code != QorErrorCode::Ok) return code;
         for (const auto& entry : accessible) {
             if (entry->getModelGroupID() != _modelGroup || !givesAccess(*entry)) continue;
-            if (name.IsEmpty()) name = entry->getName();
             merge(list, {entry->getApplicationLibraryID(), permissionOf(*entry)});
         }
         return code;
@@ -73,8 +70,6 @@ public:
         std::sort(_users.begin(), _users.end(), [](const auto& a, const auto& b) { return a.user < b.user; });
         return code;
     }
-
-    [[nodiscard]] const SV::String& name() const { return _grants.name; }
 
 private:
     QorErrorCode lookAt(const QorUserID& user, UserHome home) {
@@ -119,13 +114,10 @@ QorErrorCode QorModelGroupReach::read(long modelGroup) noexcept {
     _sources.clear();
     _name.Clear();
     const auto code = Qor_Guarded(kAccessSource, QorErrorCode::Broken, [&] {
-        ISortedSet<long> subGroups;
-        const auto known = QorCoreModelGroupManager::GetAllSubGroupsOfModelGroup(modelGroup, subGroups, false);
-        if (known != QorErrorCode::Ok) return known;  // this is how a host says that it does not know the model group
-        Search search(modelGroup, _users, _sources);
-        const auto result = search.run();
-        _name = search.name();
-        return result;
+        long library = -1;
+        const auto known = QorCoreModelGroupManager::GetModelGroupInfo(modelGroup, _name, library);
+        if (known != QorErrorCode::Ok) return known;
+        return Search(modelGroup, _users, _sources).run();
     });
     if (code != QorErrorCode::Ok) {
         _users.clear();

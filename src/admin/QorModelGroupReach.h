@@ -37,7 +37,7 @@ public:
     [[nodiscard]] const std::vector<QorReachingUser>& users() const { return _users; }
     /// The user groups that a user reaches the model group through, in ascending order. Valid until the next `read`.
     [[nodiscard]] std::span<const QorPermissionSource> sources(const QorReachingUser& user) const noexcept;
-    /// Of the model group; empty when no user group that was looked at may reach it.
+    /// Of the model group.
     [[nodiscard]] const SV::String& name() const { return _name; }
 
 private:

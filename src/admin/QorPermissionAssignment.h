@@ -31,7 +31,7 @@ struct QorPermissionChange {
     QorUserGroupID userGroup;
     std::int32_t before = 0;  ///< values of QorModelGroupPermission
     std::int32_t after = 0;
-    SV::String modelGroupName;  ///< "#n" for a model group whose name no permission on it tells
+    SV::String modelGroupName;  ///< "#n" for a group that the host has no name for
     SV::String userGroupName;
 
     [[nodiscard]] bool isRise() const { return after > before; }

@@ -11,6 +11,7 @@
 #include "admin/UserLookup.h"
 #include "admin/grants.h"
 #include "admin/internalErrors.h"
+#include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorGuard.h"
 #include "platform/QorUserManager.h"
 
@@ -24,12 +25,17 @@ public:
     explicit Impact(const std::vector<QorPermissionChange>& changes) {
         for (const auto& change : changes) {
             const auto [place, isNew] = _places.try_emplace(change.modelGroup, _modelGroups.size());
-            if (isNew) _modelGroups.push_back({change.modelGroup, std::nullopt, 0, 0});
+            if (isNew) _modelGroups.push_back({change.modelGroup, -1, 0, 0});
             _changesOfGroup[change.userGroup.value()].push_back({place->second, std::nullopt, 0, change.after});
         }
     }
 
     QorErrorCode run(std::vector<QorUserRightChange>& found) {
+        for (ModelGroup& it : _modelGroups) {
+            SV::String name;
+            const auto known = QorCoreModelGroupManager::GetModelGroupInfo(it.identifier, name, it.library);
+            if (known != QorErrorCode::Ok) return known;
+        }
         const auto code = eachUser([this](const QorUserID& user, UserHome home) { return lookAt(user, home); });
         if (code != QorErrorCode::Ok) return code;
         for (const auto& member : _members)
@@ -43,7 +49,7 @@ public:
 private:
     struct ModelGroup {
         long identifier;
-        std::optional<long> library;  // as soon as an entry tells it
+        long library;
         // Of the user who is judged.
         std::int32_t before;
         std::int32_t after;
@@ -51,7 +57,7 @@ private:
     /// What a user group may do with one of the model groups.
     struct Cell {
         std::size_t modelGroup;
-        std::optional<long> library;
+        std::optional<long> library;  // as an entry tells it; else that of the model group
         std::int32_t before;
         std::int32_t after;
     };
@@ -88,7 +94,6 @@ private:
         for (const auto& entry : accessible) {
             const auto place = _places.find(entry->getModelGroupID());
             if (place == _places.end()) continue;
-            _modelGroups[place->second].library = entry->getApplicationLibraryID();
             const std::int32_t permission = permissionOf(*entry);
             group.cells.push_back({place->second, entry->getApplicationLibraryID(), permission, permission});
         }
@@ -127,8 +132,7 @@ private:
         for (const std::size_t number : member.groups)
             for (const auto& cell : _groups[number].cells) {
                 ModelGroup& modelGroup = _modelGroups[cell.modelGroup];
-                const auto library = cell.library ? cell.library : modelGroup.library;
-                if (library.value_or(allowed) != allowed) continue;
+                if (cell.library.value_or(modelGroup.library) != allowed) continue;
                 modelGroup.before = std::max(modelGroup.before, cell.before);
                 modelGroup.after = std::max(modelGroup.after, cell.after);
                 _touched.push_back(cell.modelGroup);

@@ -27,8 +27,7 @@ public:
     QorRightImpact& operator=(const QorRightImpact&) = delete;
     ~QorRightImpact();
 
-    /// For changes that are not carried out yet (QorPermissionAssignment::changes). A model group that nobody can reach
-    /// so far is taken for one of every user's application library, since nothing tells whose it is. Codes as those of
+    /// For changes that are not carried out yet (QorPermissionAssignment::changes). Codes as those of
     /// QorModelGroupReach::read; nothing is listed after a failure. O(users, memberships, entries of each user group
     /// once).
     QorErrorCode read(const std::vector<QorPermissionChange>& changes) noexcept;

@@ -99,6 +99,43 @@ inline constexpr const char* kRepoExamples =
     "A repository file holds method libraries and models; every command that reads libraries or\n"
     "models takes it, too, as FILE or, to name one of its libraries, as FILE#LIBRARY.\n";
 
+inline constexpr const char* kUserExamples =
+    "Examples:\n"
+    "  qor user add shop.qor ada --display \"Ada Lovelace\"\n"
+    "  qor user add shop.qor --user ada bob cyd --group Staff\n"
+    "  qor user join shop.qor --user ada bob Bosses\n"
+    "  qor user grant shop.qor --user ada bob sub-administrator\n"
+    "  qor user list shop.qor\n\n"
+    "Only administrators and sub-administrators change users; while there are none, everybody.\n";
+
+inline constexpr const char* kUserGroupExamples =
+    "Examples:\n"
+    "  qor group add shop.qor Staff Bosses\n"
+    "  qor group join shop.qor Bosses Staff\n"
+    "  qor group list shop.qor Staff\n\n"
+    "Who is in a group that lies in others counts as one of their users, too.\n";
+
+inline constexpr const char* kPermissionExamples =
+    "Examples:\n"
+    "  qor permission grant shop.qor Staff read Sales Sales/Orders\n"
+    "  qor permission set shop.qor Sales --to Staff read --sub-groups adapted --dry-run\n"
+    "  qor permission list shop.qor\n\n"
+    "A model group is named by its way from the top, or by its name alone where no other has it.\n";
+
+inline constexpr const char* kAccessExamples =
+    "Examples:\n"
+    "  qor access shop.qor ada --why\n"
+    "  qor access shop.qor --who Sales/Orders\n";
+
+inline constexpr const char* kLogExamples =
+    "Examples:\n"
+    "  qor log start shop.qor\n"
+    "  qor log show --from 2026-03 --by ada shop.qor\n"
+    "  qor log export shop.qor log.csv\n"
+    "  qor log verify --verification-key - --head 1042-oPc... shop.qor\n\n"
+    "Every line is enciphered with a key file outside the repository and sealed to the one before.\n"
+    "verify ends with code 1 when somebody has tampered with it.\n";
+
 inline constexpr const char* kConnectExamples =
     "Examples:\n"
     "  qor may-connect bpmn \"Sequence flow\" Task \"End event\"\n"

@@ -10,6 +10,7 @@ namespace qor::cli {
 class Console;
 
 struct RepoOptions {
+    std::string family = "repo";  ///< of commands, as in "qor.repo.info/1"
     std::string verb;
     std::string file;
     std::vector<std::string> inputs;  ///< of an import
@@ -18,6 +19,8 @@ struct RepoOptions {
     bool keep = false;                ///< models that break rules are imported all the same
     bool json = false;
     std::string language = "en";
+    std::string user;     ///< empty: the operating system's
+    std::string keyFile;  ///< empty: the usual place
 };
 
 [[nodiscard]] Exit runRepo(const RepoOptions& options, Console& console);

@@ -11,9 +11,11 @@ namespace qor::cli {
 
 namespace {
 
-QorEmbeddedOptions platformOptions(const std::string& language) {
+QorEmbeddedOptions platformOptions(const RepoOptions& given) {
     QorEmbeddedOptions options;
-    options.language = language;
+    options.language = given.language;
+    options.user = given.user;
+    options.keyFile = given.keyFile;
     return options;
 }
 
@@ -23,7 +25,7 @@ RepoSession::RepoSession(const RepoOptions& itsOptions, Console& itsConsole)
     : options(itsOptions),
       console(itsConsole),
       _internalErrors(itsConsole),
-      _platform(platformOptions(itsOptions.language)),
+      _platform(platformOptions(itsOptions)),
       _host(_platform.host()) {
     _host.windows = &_internalErrors.windows();
     _installation.emplace(_host);
@@ -65,7 +67,7 @@ JsonWriter& RepoSession::beginJson() {
     console.setMode(OutputMode::Document);
     _json.emplace([this](std::string_view text) { console.out(text); });
     return _json->beginObject()
-        .field("schema", std::string_view("qor.repo." + options.verb + "/1"))
+        .field("schema", std::string_view("qor." + options.family + "." + options.verb + "/1"))
         .field("file", std::string_view(options.file));
 }
 

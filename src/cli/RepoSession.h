@@ -38,6 +38,7 @@ public:
     [[nodiscard]] bool isNews(const std::string& text) const;
     void error(const std::string& file, std::string text, Exit exit);
     void endAtLeast(Exit exit) { _exit = worse(_exit, exit); }
+    [[nodiscard]] Exit exit() const { return _exit; }
 
     /// Begins the document "qor.repo.VERB/1" in which results are written with --json.
     JsonWriter& beginJson();

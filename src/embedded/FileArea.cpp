@@ -115,7 +115,7 @@ long FileArea::openInArea(const std::string& name, QorFileOpenMode mode) {
     }
     if (store->isReadOnly() || _vault.seals(true) == nullptr) return -1;
     const auto kind = mode == QorFileOpenMode::Append ? FileEntryKind::Appended : FileEntryKind::Replaced;
-    return keep(Writing{repository, name, kind, {}});
+    return keep(Writing{repository, name, kind, {}, true});
 }
 
 long FileArea::readFrom(Reading& reading, char* buffer, unsigned long size) {
@@ -152,7 +152,9 @@ long FileArea::write(long handle, const char* bytes, unsigned long size) {
     auto* const writing = std::get_if<Writing>(&found->second);
     if (writing == nullptr) return -1;
     const std::size_t taken = std::min<std::size_t>(size, kMostAtOnce - writing->content.size());
+    const bool wasWhole = std::exchange(writing->isWhole, false);  // in case there is no memory for it
     writing->content.append(bytes, taken);
+    writing->isWhole = wasWhole && taken == size;
     return static_cast<long>(taken);
 }
 
@@ -164,8 +166,12 @@ bool FileArea::close(long handle) {
     if (auto* const file = std::get_if<OrdinaryFile>(&open)) return file->close();
     const auto* const writing = std::get_if<Writing>(&open);
     if (writing == nullptr) return true;
-    return storeOf(writing->repository) != nullptr &&
-           _vault.write({writing->kind, writing->name, writing->content}).ok();
+    // Half of a line is none.
+    if (!writing->isWhole || storeOf(writing->repository) == nullptr) {
+        _vault.lose(writing->isWhole ? QorRepositoryStatus::NotOpen : QorRepositoryStatus::NoMemory);
+        return false;
+    }
+    return _vault.write({writing->kind, writing->name, writing->content}).ok();
 }
 
 }  // namespace qor::embedded

@@ -44,6 +44,7 @@ private:
         std::string name;
         FileEntryKind kind;
         std::string content;
+        bool isWhole = true;  // nothing that was written was refused
     };
     using Handle = std::variant<Reading, Writing, OrdinaryFile>;
 

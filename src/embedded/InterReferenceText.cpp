@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/InterReferenceText.h"
 
-#include "platform/QorKexParser.h"
+#include <new>
+
+#include "embedded/KeywordText.h"
 
 namespace qor::embedded {
 
@@ -13,34 +15,43 @@ constexpr std::string_view kType = "type";
 constexpr std::string_view kClass = "class";
 constexpr std::string_view kModelKey = "model";
 
+std::string_view textOf(std::optional<std::string_view> text) { return text.value_or(std::string_view()); }
+
 std::optional<QorInterModRefTarget> currentReference(const QorKexParser& parser, bool toModels) {
     if (parser.GetCurElemNameView() != (toModels ? kModel : kObject)) return std::nullopt;
+    const std::string_view own = textOf(parser.GetStrView());
+    const std::string_view model = toModels ? own : textOf(parser.GetStrView(kModelKey));
+    const std::string_view type = textOf(parser.GetStrView(kType));
+    const std::string_view cls = textOf(parser.GetStrView(kClass));
+    if (own.empty() || model.empty() || type.empty() || (!toModels && cls.empty())) return std::nullopt;
     QorInterModRefTarget target;
-    target.modelTypeName = parser.GetStrValue(kType);
-    if (toModels) {
-        target.modelName = parser.GetStrValue();
-    } else {
-        target.objectName = parser.GetStrValue();
-        target.className = parser.GetStrValue(kClass);
-        target.modelName = parser.GetStrValue(kModelKey);
-        if (target.objectName.IsEmpty() || target.className.IsEmpty()) return std::nullopt;
-    }
-    if (target.modelName.IsEmpty() || target.modelTypeName.IsEmpty()) return std::nullopt;
+    target.modelTypeName = SV::String(type);
+    target.modelName = SV::String(model);
+    if (toModels) return target;
+    target.objectName = SV::String(own);
+    target.className = SV::String(cls);
     return target;
+}
+
+// Only a lack of memory makes a text without quotes.
+std::string quoted(const SV::String& value) {
+    const SV::String text = QorKexParser::GetKexTextOfStrValue(value.view());
+    if (text.IsEmpty()) throw std::bad_alloc();
+    return std::string(text.view());
 }
 
 void appendKey(std::string& text, std::string_view key, const SV::String& value) {
     text += ' ';
     text += key;
     text += ": ";
-    text += QorKexParser::GetKexTextOfStrValue(value.view()).view();
+    text += quoted(value);
 }
 
 }  // namespace
 
 std::optional<std::vector<QorInterModRefTarget>> parseReferences(std::string_view text, bool toModels) {
     QorKexParser parser{SV::String(text), SV::String()};
-    if (parser.Parse() != 0) return std::nullopt;
+    if (!parsed(parser)) return std::nullopt;
     std::vector<QorInterModRefTarget> targets;
     targets.reserve(parser.GetElemCount());
     for (unsigned long element = 0; parser.SetCurElemIndex(element); ++element) {
@@ -57,8 +68,7 @@ std::string textOfReferences(const std::vector<QorInterModRefTarget>& targets, b
         if (!text.empty()) text += '\n';
         text += toModels ? kModel : kObject;
         text += ' ';
-        text +=
-            QorKexParser::GetKexTextOfStrValue(toModels ? target.modelName.view() : target.objectName.view()).view();
+        text += quoted(toModels ? target.modelName : target.objectName);
         if (!toModels) {
             appendKey(text, kClass, target.className);
             appendKey(text, kModelKey, target.modelName);

@@ -14,7 +14,8 @@
 namespace qor::embedded {
 
 // The references in the text, without their attribute; nothing when the text is not of the form above, leaves a name
-// empty, or holds an element other than MODEL (`toModels`) or OBJECT (otherwise). A target need not exist.
+// empty, or holds an element other than MODEL (`toModels`) or OBJECT (otherwise). A target need not exist. Without
+// memory std::bad_alloc is thrown.
 [[nodiscard]] std::optional<std::vector<QorInterModRefTarget>> parseReferences(std::string_view text, bool toModels);
 
 // The inverse: one line for each reference. A name without a text makes a text that does not parse.

@@ -12,7 +12,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "embedded/Base64.h"
+#include "embedded/ByteText.h"
 #include "embedded/store/RepositoryStore.h"
 
 namespace qor::embedded {

@@ -5,6 +5,7 @@
 #include "embedded/InterReferenceText.h"
 #include "embedded/ModelingManager.h"
 #include "embedded/References.h"
+#include "embedded/TargetCheck.h"
 #include "embedded/ValueCheck.h"
 #include "platform/QorAttributeIds.h"
 
@@ -59,6 +60,9 @@ QorErrorCode ModelingManager::getAttributeValueAsNewChar(long identifier, long a
 QorErrorCode ModelingManager::writeValue(QorIdentifier model, QorIdentifier instance, QorIdentifier attribute,
                                          std::string_view text, bool raiseEvent) {
     if (model == QorNoIdentifier || _repository.models().modelOf(instance) != model) return QorErrorCode::NotFound;
+    if (const AttributeRow* const row = _repository.attributeOf(instance, attribute);
+        row != nullptr && !_targets.mayBeSet(instance, *row, text))
+        return QorErrorCode::ValueRefused;
     const QorBuildResult result =
         _repository.change([&] { return _repository.setInstanceValue(instance, attribute, text); });
     if (!result.ok()) return codeOf(result.error);
@@ -113,25 +117,6 @@ QorErrorCode ModelingManager::setAttributeValue(long model, long identifier, lon
 
 // ---- Attribute profiles ----
 
-// A profile is an object of the profile class or of one below it: of the object's own model, else of the first model
-// that has one.
-QorIdentifier ModelingManager::findProfile(QorIdentifier object, QorIdentifier cls, std::string_view name) const {
-    const ModelStore& models = _repository.models();
-    std::vector<QorIdentifier> classes = _repository.meta().descendants(cls);
-    classes.insert(classes.begin(), cls);
-    QorIdentifier found = QorNoIdentifier;
-    const auto search = [&](QorIdentifier model) {
-        for (auto at = classes.begin(); found == QorNoIdentifier && at != classes.end(); ++at)
-            found = models.findObject(model, *at, name);
-    };
-    search(models.modelOf(object));
-    if (found == QorNoIdentifier)
-        _repository.meta()
-            .library(_repository.applicationLibraryOf(object))
-            ->models.forEach(_repository.things(), search);
-    return found;
-}
-
 QorErrorCode ModelingManager::getAttributeIDFromAttrProfAttributeName(long object, const char* referenceAttribute,
                                                                       const char* profileAttribute, long& profile,
                                                                       long& attribute) {
@@ -145,7 +130,7 @@ QorErrorCode ModelingManager::getAttributeIDFromAttrProfAttributeName(long objec
             return QorErrorCode::NotFound;
         const std::optional<std::string_view> name = _repository.value(id, *reference, true);
         if (!name || name->empty()) return QorErrorCode::NoProfileReferenced;
-        const QorIdentifier found = findProfile(id, reference->target, *name);
+        const QorIdentifier found = findProfile(_repository, id, reference->target, *name);
         const QorIdentifier its =
             meta.findAttribute(_repository.models().classOfInstance(found), textOrEmpty(profileAttribute));
         if (its == QorNoIdentifier) return QorErrorCode::NotFound;
@@ -212,7 +197,7 @@ QorErrorCode ModelingManager::getInterRefsOfSourceModel(long model, QorSourceInt
         bool complete = true;
         forEachReferenceInModel(_repository, id, [&](const AttributeRow& attribute, std::string_view text) {
             auto targets = parseReferences(text, attribute.refersToModels);
-            if (!targets) complete = false;  // what is stored is well formed, so memory ran out
+            if (!targets) complete = false;  // what is stored was well formed
             for (QorInterModRefTarget& target : targets.value_or(std::vector<QorInterModRefTarget>())) {
                 target.attribute = attribute.id;
                 found.add(std::move(target));

@@ -6,6 +6,7 @@
 #include "embedded/Announcements.h"
 #include "embedded/LibrarySession.h"
 #include "embedded/Repository.h"
+#include "embedded/TargetCheck.h"
 #include "embedded/UnitsOfWork.h"
 #include "embedded/Users.h"
 #include "platform/QorCoreModelingManager.h"
@@ -110,7 +111,6 @@ private:
     QorErrorCode writeValue(QorIdentifier model, QorIdentifier instance, QorIdentifier attribute, std::string_view text,
                             bool raiseEvent);
     void announceValue(QorIdentifier model, QorIdentifier instance, const AttributeRow& attribute) const;
-    [[nodiscard]] QorIdentifier findProfile(QorIdentifier object, QorIdentifier cls, std::string_view name) const;
     [[nodiscard]] bool isRecordOf(QorIdentifier owner, QorIdentifier attribute) const;
 
     QorErrorCode giveRelations(long object, Adjacency::Direction direction, ISortedSet<long>& relations);
@@ -126,6 +126,7 @@ private:
     LibrarySession& _session;
     Users& _users;
     Announcements& _announcements;
+    TargetCheck _targets{_repository};
     UnitsOfWork _units{_repository, _announcements};
 };
 

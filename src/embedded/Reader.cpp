@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/Reader.h"
 
+#include "embedded/TargetCheck.h"
+
 #include "platform/QorGuard.h"
 
 namespace qor::embedded {
@@ -202,6 +204,10 @@ std::string_view Reader::valueOf(QorIdentifier instance, QorIdentifier attribute
 
 bool Reader::hasValue(QorIdentifier instance, QorIdentifier attribute) const {
     return own(instance, attribute).has_value();
+}
+
+std::vector<QorMissingTarget> Reader::missingTargets(QorIdentifier model) const {
+    return listed([&] { return missingTargetsIn(_repository, model); });
 }
 
 std::vector<QorIdentifier> Reader::recordRows(QorIdentifier instance, QorIdentifier attribute) const {

@@ -41,6 +41,7 @@ public:
     [[nodiscard]] QorRelationInfo relationInfo(QorIdentifier relation) const override;
     [[nodiscard]] std::string_view valueOf(QorIdentifier instance, QorIdentifier attribute) const override;
     [[nodiscard]] bool hasValue(QorIdentifier instance, QorIdentifier attribute) const override;
+    [[nodiscard]] std::vector<QorMissingTarget> missingTargets(QorIdentifier model) const override;
     [[nodiscard]] std::vector<QorIdentifier> recordRows(QorIdentifier instance, QorIdentifier attribute) const override;
 
     [[nodiscard]] std::vector<QorModelGroupInfo> modelGroupsOf(QorIdentifier applicationLibrary) const override;

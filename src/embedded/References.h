@@ -16,6 +16,12 @@ void forEachReference(const Repository& repository, QorIdentifier instance, cons
 // The same for everything in a model: objects by identifier, then relations.
 void forEachReferenceInModel(const Repository& repository, QorIdentifier model, const TakeReferences& take);
 
+// Takes one attribute value that names other things, with the object or relation that has it, in itself or in a row.
+using TakeNamingValue =
+    std::function<void(QorIdentifier instance, const AttributeRow& attribute, std::string_view text)>;
+// For every value in a model that holds references or names an attribute profile.
+void forEachNamingValue(const Repository& repository, QorIdentifier model, const TakeNamingValue& take);
+
 [[nodiscard]] bool holdsReferences(const Repository& repository, QorIdentifier instance);
 
 }  // namespace qor::embedded

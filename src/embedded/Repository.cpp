@@ -4,6 +4,7 @@
 #include <new>
 #include <string>
 
+#include "embedded/KeywordText.h"
 #include "platform/QorAttributeIds.h"
 
 namespace qor::embedded {
@@ -14,6 +15,13 @@ namespace {
 bool isName(QorIdentifier attribute) {
     return attribute == QorAttributeId::ClassName || attribute == QorAttributeId::Name ||
            attribute == QorAttributeId::RelationClassName;
+}
+
+// Where an object stands in the drawing is written as a keyword text.
+bool mayHold(QorIdentifier attribute, std::string_view text) {
+    const bool isPosition =
+        attribute == QorAttributeId::Graphic || attribute == QorAttributeId::WorkingEnvironmentGraphic;
+    return !isPosition || isKeywordText(text);
 }
 
 QorBuildResult outcome(QorIdentifier id, QorBuildError error) {
@@ -81,6 +89,7 @@ QorBuildResult Repository::setClassValue(QorIdentifier cls, QorIdentifier attrib
     if (meta().attribute(attribute) == nullptr) return refused(QorBuildError::UnknownIdentifier);
     const AttributeRow* const row = attributeOf(cls, attribute);
     if (row == nullptr || isName(attribute)) return refused(QorBuildError::AttributeDoesNotBelong);
+    if (!mayHold(attribute, text)) return refused(QorBuildError::ValueRefused);
     return outcome(cls, _content->values.set(cls, *row, text, cls));
 }
 
@@ -99,6 +108,7 @@ QorBuildResult Repository::setInstanceValue(QorIdentifier instance, QorIdentifie
     const AttributeRow* const row = attributeOf(instance, attribute);
     if (row == nullptr) return refused(QorBuildError::AttributeDoesNotBelong);
     if (attribute == QorAttributeId::Name) return models().renameObject(instance, text);
+    if (!mayHold(attribute, text)) return refused(QorBuildError::ValueRefused);
     return outcome(instance, _content->values.set(instance, *row, text, models().modelOf(instance)));
 }
 

@@ -106,6 +106,7 @@ void Repository::buryAll() noexcept {
     bool libraryWent = false;
     bool groupWent = false;
     bool usersChanged = false;
+    bool userWent = false;
     for (const Step& step : journal().steps()) {
         if (step.kind == StepKind::ValueSet) {
             _content->values.bury(step);
@@ -114,6 +115,7 @@ void Repository::buryAll() noexcept {
             groupWent = groupWent || step.kind == StepKind::Removed;
         } else if (isOfUsers(step.thing)) {
             usersChanged = true;
+            userWent = userWent || step.kind == StepKind::Removed;
         } else if (isOfModels(step.thing)) {
             models().bury(step);
         } else {
@@ -124,7 +126,7 @@ void Repository::buryAll() noexcept {
     models().tidy(journal().steps());
     if (libraryWent) meta().sweep();
     if (groupWent) groups().sweep();
-    if (usersChanged) users().bury();
+    if (usersChanged) users().bury(userWent);
 }
 
 // ---- Writing behind ----

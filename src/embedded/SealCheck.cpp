@@ -5,7 +5,7 @@
 #include <charconv>
 #include <utility>
 
-#include "embedded/Base64.h"
+#include "embedded/ByteText.h"
 #include "embedded/store/RepositoryStore.h"
 
 namespace qor::embedded {
@@ -23,7 +23,7 @@ bool isSealed(const FileEntry& entry) { return !isEqual(entry.seal, SealDigest{}
 }  // namespace
 
 std::string headText(const NotedHead& head) {
-    return std::to_string(head.sequence) + "-" + toBase64(head.chain.data(), head.chain.size());
+    return std::to_string(head.sequence) + "-" + toDigits(head.chain.data(), head.chain.size());
 }
 
 std::optional<NotedHead> readHeadText(std::string_view text) {
@@ -33,7 +33,7 @@ std::optional<NotedHead> readHeadText(std::string_view text) {
     const bool hasForm = number.ec == std::errc() && head.sequence >= 0 && number.ptr != end && *number.ptr == '-';
     if (!hasForm) return std::nullopt;
     const auto chain = text.substr(static_cast<std::size_t>(number.ptr - text.data()) + 1);
-    return fromBase64(chain, head.chain) ? std::optional(head) : std::nullopt;
+    return fromDigits(chain, head.chain) ? std::optional(head) : std::nullopt;
 }
 
 SealCheck::SealCheck(FileStore& store, const Seals& seals, std::optional<SealDigest> firstSealKey,
@@ -41,13 +41,23 @@ SealCheck::SealCheck(FileStore& store, const Seals& seals, std::optional<SealDig
     : _store(store), _seals(seals), _sealKey(firstSealKey), _noted(noted), _chain(seals.beginning()) {}
 
 QorSealReport SealCheck::run() {
-    QorRepositoryStatus status = _store.beginReading();
-    if (status == QorRepositoryStatus::Ok) status = readAll();
-    _store.endReading();
-    _report.result = failure(status);
+    _report.result = failure(readAtOnce());
     _report.lostWrites = _head.lostWrites;
     if (_report.isSound()) _report.head = headText({_last, _chain});
     return std::move(_report);
+}
+
+QorRepositoryStatus SealCheck::readAtOnce() {
+    const QorRepositoryStatus status = _store.beginReading();
+    if (status != QorRepositoryStatus::Ok) return status;
+    struct End {
+        explicit End(FileStore& itsStore) : store(itsStore) {}
+        End(const End&) = delete;
+        End& operator=(const End&) = delete;
+        ~End() { store.endReading(); }
+        FileStore& store;
+    } const end(_store);
+    return readAll();
 }
 
 QorRepositoryStatus SealCheck::readAll() {

@@ -10,7 +10,7 @@
 
 namespace qor::embedded {
 
-// A head as it was noted: "1042-" and the chain's value in base 64.
+// A head as it was noted: "1042-" and the digits of the chain's value.
 struct NotedHead {
     std::int64_t sequence = 0;
     SealDigest chain{};
@@ -40,6 +40,8 @@ private:
     };
 
     [[nodiscard]] static Link linkOf(const FileEntry& entry);
+    // All of it as of one commit.
+    [[nodiscard]] QorRepositoryStatus readAtOnce();
     [[nodiscard]] QorRepositoryStatus readAll();
     // False when nothing further is wanted.
     [[nodiscard]] bool take(const FileEntry& entry);

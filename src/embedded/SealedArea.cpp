@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/SealedArea.h"
 
-#include "embedded/Base64.h"
+#include "embedded/ByteText.h"
 #include "embedded/FileArea.h"
 #include "embedded/SealCheck.h"
 #include "embedded/store/RepositoryStore.h"
@@ -38,7 +38,7 @@ QorRepositoryResult SealedArea::prepare() {
 std::string SealedArea::takeVerificationKey() {
     return Qor_Guarded("files", std::string(), [this] {
         const auto key = _vault.takeFirstSealKey();
-        return key ? toBase64(key->data(), key->size()) : std::string();
+        return key ? toDigits(key->data(), key->size()) : std::string();
     });
 }
 
@@ -62,7 +62,7 @@ QorSealReport SealedArea::verify(std::string_view verificationKey, std::string_v
     report.result = guarded([&] {
         std::optional<SealDigest> firstKey;
         std::optional<NotedHead> noted;
-        if (!verificationKey.empty() && !fromBase64(verificationKey, firstKey.emplace()))
+        if (!verificationKey.empty() && !fromDigits(verificationKey, firstKey.emplace()))
             return failure(QorRepositoryStatus::NoKey, "that is not a verification key");
         if (!notedHead.empty() && !(noted = readHeadText(notedHead)))
             return failure(QorRepositoryStatus::NoKey, "that is not a head as it is noted");

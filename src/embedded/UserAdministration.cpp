@@ -116,8 +116,8 @@ QorBuildResult UserAdministration::setDisplayName(QorIdentifier user, std::strin
 
 QorBuildResult UserAdministration::removeUser(QorIdentifier user) {
     if (const QorBuildError error = refusal(user); error != QorBuildError::None) return refused(error);
-    const bool isOnly = users().size() == 1;
-    if (!isOnly && directory().user(user)->fields.isAdministrator && !directory().hasOtherAdministrator(user))
+    if (directory().user(user)->fields.isAdministrator && directory().hasOtherUser(user, false) &&
+        !directory().hasOtherUser(user, true))
         return refused(QorBuildError::LastAdministrator);
     return changed([&] { return directory().removeUser(user); },
                    [&](QorIdentifier) { _announcements.userChanged(QorUserEventKind::Deleted, user); }, user);
@@ -137,7 +137,7 @@ QorBuildResult UserAdministration::setRight(QorIdentifier user, long right, bool
     const bool isAdministrators = right == QorUserRight::Administrator;
     if (!isAdministrators && right != QorUserRight::SubAdministrator) return refused(QorBuildError::ValueRefused);
     if ((isAdministrators ? row->fields.isAdministrator : row->fields.isSubAdministrator) == granted) return {user};
-    if (isAdministrators && !granted && !directory().hasOtherAdministrator(user))
+    if (isAdministrators && !granted && !directory().hasOtherUser(user, true))
         return refused(QorBuildError::LastAdministrator);
     return changed(
         [&] {

@@ -65,9 +65,9 @@ bool UserDirectory::isEmpty() const {
                                       [](const UserGroupRow& row) { return row.id == QorNoIdentifier; });
 }
 
-bool UserDirectory::hasOtherAdministrator(QorIdentifier id) const {
+bool UserDirectory::hasOtherUser(QorIdentifier id, bool administrator) const {
     return std::any_of(_users.begin(), _users.end(), [&](const UserRow& row) {
-        return row.id != QorNoIdentifier && row.id != id && row.fields.isAdministrator;
+        return row.id != QorNoIdentifier && row.id != id && (!administrator || row.fields.isAdministrator);
     });
 }
 

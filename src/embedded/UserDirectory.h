@@ -59,8 +59,8 @@ public:
     [[nodiscard]] bool hasUsers() const;
     // Neither users nor groups.
     [[nodiscard]] bool isEmpty() const;
-    // Whether somebody else is an administrator. O(users).
-    [[nodiscard]] bool hasOtherAdministrator(QorIdentifier user) const;
+    // Whether there is somebody else, or somebody else who is an administrator. O(users).
+    [[nodiscard]] bool hasOtherUser(QorIdentifier user, bool administrator) const;
     // The groups of a user, of one sort, with all that these lie in; in ascending order. O(result) where no group lies
     // in another; nothing is allocated once `found` has room.
     void groupsOf(const UserRow& user, bool system, std::vector<QorIdentifier>& found) const;
@@ -88,8 +88,8 @@ public:
     // ---- The way back, and the repository file (UserDirectoryStored.cpp) ----
 
     void takeBack(const Step& step) noexcept;
-    // After the steps were kept: gives up what they replaced.
-    void bury() noexcept;
+    // After the steps were kept: gives up what they replaced. O(users) when a user or group went.
+    void bury(bool didGo) noexcept;
     [[nodiscard]] bool adopt(const StoredRow& row);
     // Whether names are unique and no group lies in itself. O(groups).
     [[nodiscard]] bool areSound() const;

@@ -80,9 +80,9 @@ void UserDirectory::takeBack(const Step& step) noexcept {
     }
 }
 
-void UserDirectory::bury() noexcept {
+void UserDirectory::bury(bool didGo) noexcept {
     _before.clear();
-    sweep();
+    if (didGo) sweep();
 }
 
 // ---- In a repository file ----

@@ -12,6 +12,8 @@
 //   Record             none: its rows are things of their own
 //   everything else    any text
 //
+// The positions of objects in their drawing are long texts, and keyword texts as well.
+//
 // The empty text is taken by every type but Record. No text holds a zero byte.
 #pragma once
 #include <algorithm>

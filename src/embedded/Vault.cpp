@@ -53,7 +53,7 @@ std::string Vault::keyPlace() {
     return KeyFile::placeFor(_identity, _keyFile);
 }
 
-QorRepositoryResult Vault::readKey(bool make, SecretKey& key, bool isLaid) {
+QorRepositoryResult Vault::readKey(SecretKey& key, bool isLaid) {
     if (_repository.file() == nullptr) {
         if (!std::exchange(_hasMemoryKey, true)) randombytes_buf(_memoryKey.bytes.data(), _memoryKey.bytes.size());
         key.bytes = _memoryKey.bytes;
@@ -65,7 +65,7 @@ QorRepositoryResult Vault::readKey(bool make, SecretKey& key, bool isLaid) {
     QorRepositoryResult result = file.read(key);
     if (result.status != QorRepositoryStatus::Missing) return result;
     // A new key in place of one that was lost would read nothing and break the chain.
-    if (isLaid || !make || _store->isReadOnly())
+    if (isLaid || _store->isReadOnly())
         return failure(QorRepositoryStatus::NoKey, "there is no key file " + file.path());
     result = file.make(key);
     return result.status == QorRepositoryStatus::Exists ? file.read(key) : result;
@@ -104,15 +104,15 @@ const Seals* Vault::seals(bool make) {
     SealHead head;
     QorRepositoryResult result = failure(_store->readHead(head));
     SecretKey key;
-    if (result.ok()) result = readKey(make, key, head.isLaid);
+    if (result.ok() && !head.isLaid && !make)
+        result = failure(QorRepositoryStatus::NoKey, "nothing was enciphered or sealed yet");
+    if (result.ok()) result = readKey(key, head.isLaid);
     if (result.ok()) {
         const Seals seals(key, _identity);
         if (head.isLaid && !isEqual(head.keyCheck, seals.keyCheck()))
             result = failure(QorRepositoryStatus::NoKey, "the key file is that of another repository");
-        else if (!head.isLaid && make)
-            result = layChain(seals);
         else if (!head.isLaid)
-            result = failure(QorRepositoryStatus::NoKey, "nothing was enciphered or sealed yet");
+            result = layChain(seals);
     }
     if (!result.ok()) {
         (void)fail(std::move(result));
@@ -138,9 +138,14 @@ QorRepositoryResult Vault::write(const FileChange& change) {
     return fail(std::move(result));
 }
 
+void Vault::lose(QorRepositoryStatus why) {
+    ++_lostWrites;
+    (void)fail(failure(why));
+}
+
 QorRepositoryResult Vault::writeOnce(const Seals& seals, const FileChange& change) {
-    _store->begin();
     SealHead head;
+    _store->begin();
     QorRepositoryStatus status = _store->readHead(head);
     // To go on behind an end that was forged would make it a true one.
     if (status == QorRepositoryStatus::Ok && !isEqual(head.mac, seals.macOf(head))) {

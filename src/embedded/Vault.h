@@ -39,6 +39,9 @@ public:
     // One transaction with its seal: it is kept as a whole or not at all. What cannot be kept is counted.
     QorRepositoryResult write(const FileChange& change);
 
+    // Counts what could not be written for another reason.
+    void lose(QorRepositoryStatus why);
+
     [[nodiscard]] const QorRepositoryResult& problem() const { return _problem; }
     QorRepositoryResult fail(QorRepositoryResult result);
     // How many closings since the repository was opened could not be written.
@@ -48,7 +51,7 @@ public:
 
 private:
     [[nodiscard]] bool noteStore();
-    [[nodiscard]] QorRepositoryResult readKey(bool make, SecretKey& key, bool isLaid);
+    [[nodiscard]] QorRepositoryResult readKey(SecretKey& key, bool isLaid);
     [[nodiscard]] QorRepositoryResult layChain(const Seals& seals);
     [[nodiscard]] QorRepositoryResult writeOnce(const Seals& seals, const FileChange& change);
     // False when the store has no such file to change, or one that must not be there.

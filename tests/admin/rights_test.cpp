@@ -175,7 +175,7 @@ TEST_F(Rights, AreEmptyAfterAnyFailureAndReadAgainAfterwards) {
     expectFailing("systemUserGroupsOfUser", 1, true, true);
     expectFailing("allowedApplicationLibrary", 1, true, true);
     expectFailing("modelGroupsAccessibleByUserGroup", 1, true, true);
-    expectFailing("subGroups", 1, false, true);
+    expectFailing("modelGroupInfo", 1, false, true);
 }
 
 }  // namespace

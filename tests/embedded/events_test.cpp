@@ -70,6 +70,7 @@ struct Events : OnStores {
 
     QorCoreModelingManager& repository = w.repository();
     static constexpr const char* kSeePack = "MODEL \"Pack\" type: \"Process\"";
+    static constexpr const char* kSeeWrap = "MODEL \"Wrap\" type: \"Process\"";
     QorIdentifier see = -1, size = -1, lines = -1, group = -1, model = -1, a = -1;
 };
 
@@ -96,8 +97,8 @@ TEST_P(Events, ComeWithTheFieldsThatThePageLists) {
     expect("a refused value", set(a, size, "x", true), {});
     expect("a name", [&] { (void)repository.RenameInstance(model, a, "b", true); },
            {{756, 0, model, a, QorAttributeId::Name, -1, 2}});
-    expect("a reference", set(a, see, kSeePack, true), {{756, 0, model, a, see, -1, 9}});
-    expect("a reference in silence", set(a, see, kSeePack, false), {{739, model}});
+    expect("a reference", set(a, see, kSeeWrap, true), {{756, 0, model, a, see, -1, 9}});
+    expect("a reference in silence", set(a, see, kSeeWrap, false), {{739, model}});
     expect("a reference by the builder", [&] { (void)w.builder().setValue(a, see, kSeePack); }, {{739, model}});
     expect("a row", [&] { (void)repository.createRecordInstance(model, a, lines, row, -1); }, {});
     const auto cell = w.attributeOf(w.idOf("Line"), "See");
@@ -151,7 +152,7 @@ TEST_P(Events, SurviveListenersThatThrowOrChangeThings) {
         listener.upset = {};
         ASSERT_TRUE(w.builder().removeModel(model).ok());
     };
-    EXPECT_EQ(repository.setAttributeValueAsString(model, a, see, kSeePack, true), QorErrorCode::Ok);
+    EXPECT_EQ(repository.setAttributeValueAsString(model, a, see, kSeeWrap, true), QorErrorCode::Ok);
     EXPECT_EQ(w.reader().kindOf(a), QorThingKind::None) << "the listener deleted it";
     const QorIdentifier again = w.model("Process", "Wrap");
     listener.upset = [&] {

@@ -9,6 +9,8 @@
 #include "platform/QorCoreInterReferenceHandler.h"
 #include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
+#include "platform/QorEncryption.h"
+#include "platform/QorFileManager.h"
 #include "platform/QorOwnedText.h"
 #include "support/FailingAllocations.h"
 #include "support/OnStores.h"
@@ -26,7 +28,7 @@ struct Scene {
         w.attribute("Table", "Cell", Type::Text);
         w.relationClass("then", "Node", "Node");
         title = w.attribute("Node", "Title", Type::Text);
-        w.attribute("Task", "Links", Type::InterReference);
+        links = w.attribute("Task", "Links", Type::InterReference);
         QorAttributeSpec rows;
         rows.name = "Rows";
         rows.type = Type::Record;
@@ -51,6 +53,7 @@ struct Scene {
         user = users.addUser("ada").id;
         staff = users.addUserGroup("Staff").id;
         (void)users.join(user, staff);
+        (void)users.setPermission(staff, inner, 2);
         if (kept == Kept::InUnit && repository.unitsOfWork()->begin() != QorErrorCode::Ok) std::abort();
     }
     [[nodiscard]] QorBuildResult result(QorErrorCode code) const {
@@ -72,6 +75,7 @@ struct Scene {
     }
 
     static inline const QorEmbeddedOptions kOptions{.language = "en", .console = false, .user = "ada"};
+    const SV::String toB = "OBJECT \"b\" class: \"Task\" model: \"First\" type: \"Process\"";
     TemporaryFolder folder;
     Workshop w;
     QorCoreModelingManager& repository = w.repository();
@@ -82,6 +86,10 @@ struct Scene {
     void beginRound(int number) {
         round = number;
         name = "a name that is long enough to stand on the heap " + std::to_string(number);
+        fresh = users.addUserGroup("fresh " + std::to_string(number)).id;
+        mortal = users.addUser("somebody who is there for one round only " + std::to_string(number)).id;
+        (void)users.setProfileEntry(mortal, 6, "a remark that is long enough to stand on the heap");
+        (void)users.join(mortal, fresh);
         longName.assign(60000, static_cast<char>('0' + number));
         text.assign(140000 + static_cast<std::size_t>(std::min(number, 4)) * 60000, 'x');
     }
@@ -90,7 +98,8 @@ struct Scene {
     std::string longName;  // nor this one
     std::string text;      // gets a block of its own in the repository
     int round = 0;
-    QorIdentifier task, table, title, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user, staff;
+    QorIdentifier task, table, title, links, record, sum, type, model, a, b, then, thenClass, empty, group, inner, user,
+        staff, fresh, mortal;
 };
 
 struct Operation {
@@ -123,6 +132,9 @@ const Operation kOperations[] = {
     {"relation", [](Scene& s) { return s.builder.addRelation(s.thenClass, s.a, s.b); }},
     {"value", [](Scene& s) { return s.builder.setValue(s.other(), s.title, s.text); }},
     {"other value", [](Scene& s) { return s.builder.setValue(s.a, s.title, s.text); }},
+    {"position", [](Scene& s) { return s.builder.setValue(s.other(), QorAttributeId::Graphic, "NODE x:1cm y:2.5cm w:3cm h:1cm index:1"); }},
+    {"reference", [](Scene& s) { return s.result(s.repository.setAttributeValueAsString(s.model, s.other(), s.links, s.toB.c_str(), true)); }},
+    {"save references", [](Scene& s) { QorCoreInterReferenceHandler handler(s.model, s.a, s.links); QorErrorCode code = QorErrorCode::Ok; if (!handler.initHandler(s.toB, code)) return s.result(code); handler.MarkAllAdded(); return s.result(handler._Save(s.model, s.other(), true)); }},
     {"row", [](Scene& s) { long row = -1; return s.result(s.repository.createRecordInstance(s.model, s.a, s.record, row, -1)); }},
     {"name", [](Scene& s) { return s.result(s.repository.RenameInstance(s.model, s.other(), s.longName.c_str(), true)); }},
     {"group", [](Scene& s) { return s.builder.addModelGroup(s.group, s.name); }},
@@ -134,11 +146,12 @@ const Operation kOperations[] = {
     {"user", [](Scene& s) { return s.users.addUser(s.name); }},
     {"display name", [](Scene& s) { return s.users.setDisplayName(s.user, s.name, s.name); }},
     {"profile", [](Scene& s) { return s.users.setProfileEntry(s.user, 6 + s.round, s.name); }},
-    {"user group", [](Scene& s) { return s.users.join(s.users.findUserGroup("Staff"), s.users.addUserGroup(s.name).id); }},
-    {"user group goes", [](Scene& s) { return s.round == 0 ? s.users.removeUserGroup(s.staff) : s.users.addUserGroup(s.name); }},
-    {"permission", [](Scene& s) { return s.users.setPermission(s.staff, s.round % 2 ? s.group : s.inner, 2 + s.round % 2 * 2); }},
-    {"group with permissions goes", [](Scene& s) { (void)s.users.setPermission(s.staff, s.inner, 2); return s.round == 0 ? s.builder.removeModelGroup(s.inner) : s.users.addUser(s.name); }},
-    {"user goes", [](Scene& s) { return s.round == 0 ? s.users.removeUser(s.user) : s.users.setSingleSignOnMode(667); }},
+    {"user group", [](Scene& s) { return s.users.addUserGroup(s.name); }},
+    {"join", [](Scene& s) { return s.users.join(s.staff, s.fresh); }},
+    {"user group goes", [](Scene& s) { return s.users.removeUserGroup(s.round == 0 ? s.staff : s.fresh); }},
+    {"permission", [](Scene& s) { return s.users.setPermission(s.fresh, s.round % 2 ? s.group : s.inner, 2); }},
+    {"group with permissions goes", [](Scene& s) { return s.round == 0 ? s.builder.removeModelGroup(s.inner) : s.users.addUser(s.name); }},
+    {"user goes", [](Scene& s) { return s.users.removeUser(s.mortal); }},
     {"access", [](Scene& s) { QorAccModelgroupContainer found; return s.result(QorUserManager::allUmansGetModelGroupsAccessibleByUserGroup(QorUserGroupID(s.staff), found)); }},
     {"move source", [](Scene& s) { return s.result(s.repository.moveFromEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
     {"move target", [](Scene& s) { return s.result(s.repository.moveToEndpoint(s.then, s.round % 2 ? s.a : s.other())); }},
@@ -174,7 +187,7 @@ class NoMemory : public testing::TestWithParam<Kept> {};
 QOR_ON_ALL_STORES(NoMemory);
 
 TEST_P(NoMemory, AnyAllocationThatFailsIsToldAndChangesNothing) {
-    const int rounds = GetParam() == Kept::InMemory ? 60 : 8;
+    const int rounds = GetParam() == Kept::InFile ? 8 : 60;
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(operation.name);
         Scene scene(GetParam());
@@ -211,6 +224,37 @@ TEST(NoMemoryForReading, AnEditThatCouldNotBeFoldedInIsThereAtTheNextReading) {
         EXPECT_EQ(scene.from(scene.a), wanted);
     }
     EXPECT_GT(failures, 1);
+}
+
+// A line of the sealed log is kept as a whole or not at all; what failed once works the next time.
+TEST(NoMemoryForTheFileArea, LosesTheLineAndNothingElse) {
+    const TemporaryFolder folder;
+    Workshop w({.language = "en", .console = false, .user = "ada", .keyFile = folder.file("a.key")},
+               folder.file("a.qor"));
+    const SV::String name = "db:\\a name that is long enough to stand on the heap";
+    const std::string line(100, 'x');
+    std::size_t kept = 0;
+    const auto log = [&] {
+        QorOwnedText text;
+        const long handle = QorFileManager::fileOpenWrite(name, QorFileOpenMode::Append);
+        const bool isKept =
+            QorFileManager::fileWrite(handle, line.c_str(), line.size()) == static_cast<long>(line.size());
+        const bool isClosed = QorFileManager::fileClose(handle);
+        kept += isKept && isClosed ? 1 : 0;
+        auto& cipher = QorEncryption::Instance();
+        const auto code = cipher.Encrypt(QorEncryption::kStandardMode, line.c_str(), text.out(), -1);
+        QorOwnedText plain;
+        return isKept && isClosed && code == QorErrorCode::Ok &&
+               cipher.Decrypt(QorEncryption::kStandardMode, text.c_str(), plain.out()) == QorErrorCode::Ok &&
+               plain.view() == line && w.platform.fileArea().verify("", "").isSound();
+    };
+    const long failures = failing_allocations::failEach(log, [&](bool isDone, long number) {
+        EXPECT_EQ(isDone, number == 0) << number;
+        const QorSealReport report = w.platform.fileArea().verify("", "");
+        EXPECT_TRUE(report.isSound() || kept == 0) << number << ": " << report.result.text;
+        EXPECT_EQ(report.entries, kept == 0 ? 0 : static_cast<std::int64_t>(kept) + 1);
+    });
+    EXPECT_GT(failures, 10);
 }
 
 }  // namespace

@@ -55,6 +55,7 @@ struct Values : OnStores {
         model = w.model("Process", "First");
         a = w.object("Task", "a");
         b = w.object("Special", "b");
+        profile = w.object("Profile", "cheap");
     }
 
     Code set(long object, std::string_view attribute, const char* text, bool raise = false) {
@@ -73,7 +74,7 @@ struct Values : OnStores {
 
     QorCoreModelingManager& repository = w.repository();
     std::deque<std::string> names;
-    QorIdentifier model = QorNoIdentifier, a = QorNoIdentifier, b = QorNoIdentifier;
+    QorIdentifier model = QorNoIdentifier, a = QorNoIdentifier, b = QorNoIdentifier, profile = QorNoIdentifier;
 };
 
 struct Form {
@@ -121,13 +122,17 @@ constexpr Form kForms[] = {
     {Type::DateTime, "2024-02-29 23:59:59", true},
     {Type::DateTime, "2024-02-29 24:00:00", false},
     {Type::DateTime, "2024-02-29", false},
-    {Type::InterReference, "OBJECT \"o\" class: \"C\" model: \"m\" type: \"T\"", true},
+    {Type::InterReference, "OBJECT \"b\" class: \"Special\" model: \"First\" type: \"Process\"", true},
+    {Type::InterReference, "OBJECT \"b\" class: \"Task\" model: \"First\" type: \"Process\"", false},
+    {Type::InterReference, "OBJECT \"b\" class: \"Special\" model: \"Second\" type: \"Process\"", false},
+    {Type::InterReference, "OBJECT \"b\" class: \"Special\" model: \"First\" type: \"Map\"", false},
     {Type::InterReference, "OBJECT \"o\" class: \"C\" type: \"T\"", false},
     {Type::InterReference, "MODEL \"m\" type: \"T\"", false},
     {Type::InterReference, "OBJECT \"o", false},
     {Type::SimulationAction, "x := 1", true},
     {Type::Expression, "1 + 1", true},
-    {Type::AttributeProfile, "a name", true},
+    {Type::AttributeProfile, "cheap", true},
+    {Type::AttributeProfile, "a name", false},
     {Type::Record, "", false},
     {Type::Record, "x", false},
     {Type::Distribution, "Constant(5)", true},
@@ -288,9 +293,8 @@ TEST_P(Values, RecordsHaveRowsWithCellsThatGoWithTheirObject) {
 TEST_P(Values, ReferencesAreReadWrittenAndListedByModel) {
     const auto objects = w.attributeOf(a, names[static_cast<std::size_t>(Type::InterReference)]);
     const auto models = w.attributeOf(a, "Models");
-    ASSERT_EQ(set(a, "Models", "MODEL \"say \"\"x\"\"\" type: \"Process\"\nMODEL \"gone\" type: \"Process\""),
-              Code::Ok);
-    ASSERT_EQ(set(b, names[9], "OBJECT \"o\" class: \"Task\" model: \"m\" type: \"Process\""), Code::Ok);
+    w.value(a, "Models", "MODEL \"say \"\"x\"\"\" type: \"Process\"\nMODEL \"gone\" type: \"Process\"");
+    w.value(b, names[9], "OBJECT \"o\" class: \"Task\" model: \"m\" type: \"Process\"");
 
     QorSourceInterRefContainer found;
     ASSERT_EQ(repository.getInterRefsOfSourceModel(model, found), Code::Ok);
@@ -321,28 +325,61 @@ TEST_P(Values, ReferencesAreReadWrittenAndListedByModel) {
 TEST_P(Values, ProfilesAreFoundByTheNameThatTheReferenceHolds) {
     const auto& reference = names[static_cast<std::size_t>(Type::AttributeProfile)];
     const auto rate = w.attributeOf(w.idOf("Profile"), "Rate");
-    long profile = 7;
+    long referenced = 7;
     long attribute = 7;
     const auto find = [&](const char* profileAttribute) {
-        return repository.getAttributeIDFromAttrProfAttributeName(a, reference.c_str(), profileAttribute, profile,
+        return repository.getAttributeIDFromAttrProfAttributeName(a, reference.c_str(), profileAttribute, referenced,
                                                                   attribute);
     };
     EXPECT_EQ(find("Rate"), Code::NoProfileReferenced);
-    ASSERT_EQ(set(a, reference, "dear"), Code::Ok);
-    EXPECT_EQ(find("Rate"), Code::NotFound);
+    EXPECT_EQ(set(a, reference, "dear"), Code::ValueRefused);
     w.model("Process", "Profiles");
     const auto elsewhere = w.object("Profile", "dear");
+    ASSERT_EQ(set(a, reference, "dear"), Code::Ok);
     EXPECT_EQ(find("Rate"), Code::Ok);
-    EXPECT_EQ((std::vector{profile, attribute}), (std::vector<long>{elsewhere, rate}));
+    EXPECT_EQ((std::vector{referenced, attribute}), (std::vector<long>{elsewhere, rate}));
     long own = -1;
     ASSERT_EQ(repository.createInstance(model, w.idOf("Profile"), "dear", own), Code::Ok);
     EXPECT_EQ(find("Rate"), Code::Ok);
-    EXPECT_EQ(profile, own) << "the own model's profile goes first";
+    EXPECT_EQ(referenced, own) << "the own model's profile goes first";
     EXPECT_EQ(find("Weight"), Code::NotFound);
-    EXPECT_EQ(profile, -1);
+    EXPECT_EQ(referenced, -1);
     long cls = -1;
     EXPECT_EQ(QorAttrProfRefDomainContainer::GetReferencedClassOfAttribute(w.attributeOf(a, reference), cls), Code::Ok);
     EXPECT_EQ(cls, w.idOf("Profile"));
+}
+
+TEST_P(Values, WhatTheyNameMayGoAndIsThenStillCopiedButNotNamedAnew) {
+    const std::string toB = "OBJECT \"b\" class: \"Special\" model: \"First\" type: \"Process\"";
+    const auto& profiles = names[static_cast<std::size_t>(Type::AttributeProfile)];
+    ASSERT_EQ(set(a, names[9], toB.c_str()), Code::Ok);
+    ASSERT_EQ(set(a, profiles, "cheap"), Code::Ok);
+    ASSERT_EQ(repository.deleteInstance(model, b), Code::Ok);
+    ASSERT_EQ(repository.deleteInstance(model, profile), Code::Ok);
+    EXPECT_EQ(get(a, names[9]), toB);
+    const auto missing = w.reader().missingTargets(model);
+    ASSERT_EQ(missing.size(), 2U);
+    EXPECT_EQ(missing[0].what, "the object \"b\" of class \"Special\" in the model \"First\" of type \"Process\"");
+    EXPECT_EQ(missing[1].what, "the profile \"cheap\" of class \"Profile\"");
+    const auto toA = "\n" + std::string("OBJECT \"a\" class: \"Task\" model: \"First\" type: \"Process\"");
+    EXPECT_EQ(set(a, names[9], (toB + toA).c_str()), Code::Ok) << "one that is there beside it";
+    const auto copy = w.object("Task", "copy");
+    EXPECT_EQ(set(copy, names[9], toB.c_str()), Code::Ok);
+    EXPECT_EQ(set(copy, profiles, "cheap"), Code::Ok);
+    EXPECT_EQ(set(copy, profiles, "dear"), Code::ValueRefused);
+    w.model("Process", "Second");
+    const auto other = w.object("Task", "other");
+    EXPECT_EQ(repository.setAttributeValueAsString(w.reader().modelOf(other), other, w.attributeOf(a, names[9]),
+                                                   toB.c_str(), false),
+              Code::ValueRefused);
+}
+
+TEST_P(Values, PositionsAreKeywordTexts) {
+    for (const char* text : {"NODE x:1cm y:-2.5cm w:3cm", "EDGE", ""})
+        EXPECT_EQ(repository.setAttributeValueAsString(model, a, QorAttributeId::Graphic, text, false), Code::Ok);
+    for (const char* text : {"NODE x:\"", "node", "NODE x:"})
+        EXPECT_EQ(repository.setAttributeValueAsString(model, a, QorAttributeId::Graphic, text, false),
+                  Code::ValueRefused);
 }
 
 TEST_P(Values, TheNotebookShowsWhatUsersSee) {

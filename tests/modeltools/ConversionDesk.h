@@ -4,12 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "embedded/QorShownWindows.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreModelingManager.h"
 #include "platform/QorGrObjAttrHandler.h"
 #include "platform/QorMessage.h"
-#include "platform/QorOwnedText.h"
 #include "support/Workshop.h"
 
 class ConversionDesk : public Workshop {
@@ -34,7 +32,7 @@ public:
             cls(owner, "Thing");
             attribute(owner, "Count", Integer);
             attribute(owner, "Cost", Floating);
-            special(owner, "Calls", InterReference, {}, "", true);
+            references(owner, "Calls");
             special(owner, "Table", Record, {}, "Row");
             attribute(owner, "Sum", Expression);
             special(owner, "Profile", AttributeProfile, {}, "Kinds");
@@ -64,13 +62,12 @@ public:
     QorIdentifier shop = QorNoIdentifier;
 
     void special(std::string_view owner, std::string_view name, QorCoreAttributeType type,
-                 std::vector<std::string_view> values, std::string_view target = {}, bool models = false) {
+                 std::vector<std::string_view> values, std::string_view target = {}) {
         QorAttributeSpec spec;
         spec.name = name;
         spec.type = type;
         spec.enumeration = values;
         if (!target.empty()) spec.target = idOf(target);
-        spec.refersToModels = models;
         attribute(owner, spec);
     }
     void text(std::string_view conversion) {
@@ -78,11 +75,6 @@ public:
     }
     [[nodiscard]] std::string valueOf(long object, std::string_view name) const {
         return textAt(object, attributeOf(static_cast<QorIdentifier>(object), name));
-    }
-    [[nodiscard]] std::string textAt(long object, long attribute) const {
-        QorOwnedText text;
-        (void)repository().getAttributeValueAsNewChar(object, attribute, text.out());
-        return std::string(text.view());
     }
     /// A row with an item and a number of pieces.
     void row(QorIdentifier object, std::string_view item, std::string_view pieces, std::string_view table = "Table") {
@@ -113,17 +105,4 @@ public:
     [[nodiscard]] bool isThere(long object) const {
         return reader().classOfObject(static_cast<QorIdentifier>(object)) > 0;
     }
-    /// Boxes by their texts, internal errors by source, since the last question.
-    std::string shown() {
-        std::string all;
-        for (; _seen < platform.shown().size(); ++_seen) {
-            const auto& window = platform.shown()[_seen];
-            if (window.kind == QorShownKind::Box) all += window.text + "; ";
-            if (window.kind == QorShownKind::InternalError) all += window.text.substr(0, window.text.find(':')) + "; ";
-        }
-        return all;
-    }
-
-private:
-    std::size_t _seen = 0;
 };

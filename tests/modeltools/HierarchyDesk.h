@@ -13,16 +13,16 @@ class HierarchyDesk : public Workshop {
 public:
     HierarchyDesk() : Workshop({.language = "en", .console = false, .user = "ada"}) {
         call = cls("Call");
-        attribute("Call", references("Calls", true));
-        attribute("Call", references("Mentions", true));
-        attribute("Call", references("Uses", false));
+        references("Call", "Calls");
+        references("Call", "Mentions");
+        references("Call", "Uses", false);
         hierarchyAttribute("Call", QorAttributeId::HierarchyAttribute, "Calls");
         cls("Urgent call", "Call");  // inherits the attributes, not the class's own text
         cls("Link");
-        attribute("Link", references("Referenced model", true));
-        attribute("Link", references("Note", true));
+        references("Link", "Referenced model");
+        references("Link", "Note");
         environmentClass("Room");
-        attribute("Room", references("Plan", true));
+        references("Room", "Plan");
         hierarchyAttribute("Room", QorAttributeId::WorkingEnvironmentHierarchyAttribute, "Plan");
         cls("Wrong");
         attribute("Wrong", "Called", QorCoreAttributeType::Text);
@@ -64,13 +64,6 @@ public:
     }
 
 private:
-    static QorAttributeSpec references(std::string_view name, bool toModels) {
-        QorAttributeSpec spec;
-        spec.name = name;
-        spec.type = QorCoreAttributeType::InterReference;
-        spec.refersToModels = toModels;
-        return spec;
-    }
     void hierarchyAttribute(std::string_view cls, QorIdentifier attribute, std::string_view name) {
         if (!builder().setClassValue(idOf(cls), attribute, name).ok()) throw std::runtime_error("no such class text");
     }

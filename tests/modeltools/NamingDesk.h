@@ -5,12 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "embedded/QorShownWindows.h"
 #include "modeltools/QorNameGenerator.h"
 #include "modeltools/QorNamePlan.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreModelingManager.h"
-#include "platform/QorOwnedText.h"
 #include "support/Workshop.h"
 
 class NamingDesk : public Workshop {
@@ -26,8 +24,8 @@ public:
         cls("Order");
         attribute("Order", "__NameGeneration__", LongText);
         attribute("Order", "Title", Text, "untitled");
-        attribute("Order", references("Models", true));
-        attribute("Order", references("Objects", false));
+        references("Order", "Models");
+        references("Order", "Objects", false);
         QorAttributeSpec profile;
         profile.name = "Profile";
         profile.type = AttributeProfile;
@@ -55,9 +53,9 @@ public:
         if (!title.empty()) value(id, "Title", title);
         return id;
     }
-    [[nodiscard]] std::string nameOf(long object) const { return textOf(object, QorAttributeId::Name); }
+    [[nodiscard]] std::string nameOf(long object) const { return textAt(object, QorAttributeId::Name); }
     [[nodiscard]] std::string remembered(QorIdentifier object) const {
-        return textOf(object, attributeOf(object, "__NameGeneration__"));
+        return textAt(object, attributeOf(object, "__NameGeneration__"));
     }
     /// The names of the model's objects, in the order in which they were made.
     [[nodiscard]] std::vector<std::string> names() const {
@@ -71,31 +69,4 @@ public:
         generator.Execute();
         return generator.GetChangesCount();
     }
-    /// What was shown since the last question, boxes by their texts, internal errors by source and line.
-    std::string shown() {
-        std::string all;
-        for (; _seen < platform.shown().size(); ++_seen) {
-            const auto& window = platform.shown()[_seen];
-            if (window.kind == QorShownKind::Box) all += window.text + "; ";
-            if (window.kind == QorShownKind::InternalError)
-                all += window.text.substr(0, window.text.find(':', window.text.find(':') + 1)) + "; ";
-        }
-        return all;
-    }
-
-private:
-    static QorAttributeSpec references(std::string_view name, bool toModels) {
-        QorAttributeSpec spec;
-        spec.name = name;
-        spec.type = QorCoreAttributeType::InterReference;
-        spec.refersToModels = toModels;
-        return spec;
-    }
-    [[nodiscard]] std::string textOf(long object, long attribute) const {
-        QorOwnedText text;
-        (void)repository().getAttributeValueAsNewChar(object, attribute, text.out());
-        return std::string(text.view());
-    }
-
-    std::size_t _seen = 0;
 };

@@ -131,14 +131,22 @@ struct FailingDesk : ConversionDesk {
     std::vector<QorIdentifier> tasks = objects("Task", {"One", "Two"});
 };
 
-// Each call of each operation fails once, while a plan is made or carried out: what is told to be done is done wholly,
-// and what is not has changed nothing.
+/// Runs `run` without a failure, which tells the calls that it makes, then once for each of them, which fails: the
+/// n-th of its operation.
+void eachCallFails(std::vector<std::string>& calls, const std::function<void(const std::string&, int)>& run) {
+    run({}, 0);
+    std::map<std::string, int> counts;
+    for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
+    EXPECT_GT(counts.size(), 5U);
+}
+
+// While a plan is made or carried out: what is told to be done is done wholly, and what is not has changed nothing.
 TEST(PlanningOnAFailingRepository, ConvertsWhollyOrNotAtAll) {
     enum class Step { Make, CarryOut };
     for (const auto failing : {Step::Make, Step::CarryOut}) {
         std::vector<std::string> calls;
         std::string converted;
-        const auto run = [&](const std::string& operation, int nth) {
+        eachCallFails(calls, [&](const std::string& operation, int nth) {
             FailingDesk desk;
             auto& record = desk.watched().record;
             const auto arm = [&](Step step) {
@@ -159,11 +167,7 @@ TEST(PlanningOnAFailingRepository, ConvertsWhollyOrNotAtAll) {
             if (nth == 0) converted = pictureOf(desk.platform);
             EXPECT_EQ(pictureOf(desk.platform), done ? converted : before) << operation << nth;
             EXPECT_EQ(done, plan.problems().empty() && made) << operation << nth;
-        };
-        run({}, 0);
-        std::map<std::string, int> counts;
-        for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
-        EXPECT_GT(counts.size(), 5U);
+        });
     }
     QorCardinalityHandler::Instance().Reset();
 }
@@ -232,12 +236,11 @@ TEST(TransferOntoMany, ReportsOnEveryAttribute) {
     EXPECT_EQ(desk.valueOf(tasks[1], "Info"), "") << "taken back";
 }
 
-// Each call of each operation fails once: every entry that does not say so is right, and a transfer that is not done
-// has changed nothing.
+// Every entry that does not tell of the failure is right, and a transfer that is not done has changed nothing.
 TEST(TransferOntoMany, OnAFailingRepositoryIsDoneWhollyOrNotAtAll) {
     std::vector<std::string> calls;
     std::string transferred;
-    const auto run = [&](const std::string& operation, int nth) {
+    eachCallFails(calls, [&](const std::string& operation, int nth) {
         FailingDesk desk;
         auto& record = desk.watched().record;
         const std::string before = pictureOf(desk.platform);
@@ -257,12 +260,7 @@ TEST(TransferOntoMany, OnAFailingRepositoryIsDoneWhollyOrNotAtAll) {
             transferred = pictureOf(desk.platform);
         }
         EXPECT_EQ(pictureOf(desk.platform), done ? transferred : before) << operation << nth;
-    };
-    run({}, 0);
-    EXPECT_NE(transferred, "");
-    std::map<std::string, int> counts;
-    for (const std::string& operation : std::vector(calls)) run(operation, ++counts[operation]);
-    EXPECT_GT(counts.size(), 5U);
+    });
 }
 
 }  // namespace

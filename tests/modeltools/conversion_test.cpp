@@ -28,54 +28,41 @@ TEST(ConversionText, ErrorsAreToldWithTheirPlaces) {
     const struct {
         const char* text;
         std::uint16_t message;
-        std::initializer_list<QorPlaceholder> names;
+        const char* first;  ///< the name that is wrong, or the source's
+        const char* other;  ///< its class, or the target's name
         std::uint32_t line;
         std::uint32_t column;
     } rows[] = {
-        {"CLASS \"Check\"\n  OTHER \"x\"", 15701, {{"%token", "OTHER"}}, 2, 3},
-        {"ATTR \"Count\" CLASS \"Check\"", 15701, {{"%token", "ATTR"}}, 1, 1},
-        {"CLASS \"Nobody\"", 15702, {{"%name", "Nobody"}}, 1, 1},
-        {"CLASS", 15702, {{"%name", ""}}, 1, 1},
-        {"CLASS \"Thing\"", 15702, {{"%name", "Thing"}}, 1, 1},
-        {"CLASS \"Check\" ATTR \"No\" from: \"Nor\"", 15703, {{"%attr", "Nor"}, {"%class", "Task"}}, 1, 15},
-        {"CLASS \"Check\" ATTR \"No\" from: \"Info\"", 15703, {{"%attr", "No"}, {"%class", "Check"}}, 1, 15},
-        {"CLASS \"Check\"\nATTR \"Note\" from: \"Count\"",
-         15704,
-         {{"%attr1", "Count"}, {"%class1", "Task"}, {"%attr2", "Note"}, {"%class2", "Check"}},
-         2,
-         1},
-        {"CLASS \"Check\"\nATTR \"Sum\" from: \"Info\"",
-         15704,
-         {{"%attr1", "Info"}, {"%class1", "Task"}, {"%attr2", "Sum"}, {"%class2", "Check"}},
-         2,
-         1},
-        {"CLASS \"Check\"\nATTR \"Other table\" from: \"Table\"",
-         15705,
-         {{"%attr1", "Table"},
-          {"%class1", "Task"},
-          {"%attr2", "Other table"},
-          {"%class2", "Check"},
-          {"%recclass1", "Row"},
-          {"%recclass2", "Other row"}},
-         2,
-         1},
-        {"CLASS \"Check\"\nATTR \"Other profile\" from: \"Profile\"",
-         15706,
-         {{"%attr1", "Profile"},
-          {"%class1", "Task"},
-          {"%attr2", "Other profile"},
-          {"%class2", "Check"},
-          {"%apclass1", "Kinds"},
-          {"%apclass2", "Other kinds"}},
-         2,
-         1},
+        {"CLASS \"Check\"\n  OTHER \"x\"", 15701, "OTHER", "", 2, 3},
+        {"ATTR \"Count\" CLASS \"Check\"", 15701, "ATTR", "", 1, 1},
+        {"CLASS \"Nobody\"", 15702, "Nobody", "", 1, 1},
+        {"CLASS", 15702, "", "", 1, 1},
+        {"CLASS \"Thing\"", 15702, "Thing", "", 1, 1},
+        {"CLASS \"Check\" ATTR \"No\" from: \"Nor\"", 15703, "Nor", "Task", 1, 15},
+        {"CLASS \"Check\" ATTR \"No\" from: \"Info\"", 15703, "No", "Check", 1, 15},
+        {"CLASS \"Check\"\nATTR \"Note\" from: \"Count\"", 15704, "Count", "Note", 2, 1},
+        {"CLASS \"Check\"\nATTR \"Sum\" from: \"Info\"", 15704, "Info", "Sum", 2, 1},
+        {"CLASS \"Check\"\nATTR \"Other table\" from: \"Table\"", 15705, "Table", "Other table", 2, 1},
+        {"CLASS \"Check\"\nATTR \"Other profile\" from: \"Profile\"", 15706, "Profile", "Other profile", 2, 1},
     };
     ConversionDesk desk;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         QorConversionHandler handler(desk.idOf("Task"));
         EXPECT_NE(handler.Init(row.text), 0);
-        EXPECT_EQ(handler.GetErrorReason(), Qor_Message(row.message, row.names));
+        const SV::String reason = Qor_Message(row.message, {{"%token", row.first},
+                                                            {"%name", row.first},
+                                                            {"%attr", row.first},
+                                                            {"%class", row.other},
+                                                            {"%attr1", row.first},
+                                                            {"%class1", "Task"},
+                                                            {"%attr2", row.other},
+                                                            {"%class2", "Check"},
+                                                            {"%recclass1", "Row"},
+                                                            {"%recclass2", "Other row"},
+                                                            {"%apclass1", "Kinds"},
+                                                            {"%apclass2", "Other kinds"}});
+        EXPECT_EQ(handler.GetErrorReason(), reason);
         EXPECT_EQ(handler.GetErrorPosition().line, row.line);
         EXPECT_EQ(handler.GetErrorPosition().column, row.column);
         SV::String told;
@@ -98,7 +85,7 @@ TEST(ConversionText, BelongsToAClassOfTheLoadedLibrary) {
         EXPECT_EQ(handler.Init(nullptr), 106);
         EXPECT_TRUE(handler.GetPatternList().empty());
     }
-    EXPECT_EQ(desk.shown(), "ahaconv; ahaconv; ahaconv; ahaconv; ");
+    EXPECT_EQ(desk.shown(), "ahaconv:61; ahaconv:61; ahaconv:61; ahaconv:61; ");
     EXPECT_EQ(QorConversionHandler(desk.idOf("Task")).GetPatternList().size(), 6U);
     (void)desk.discard();
     EXPECT_EQ(QorConversionHandler(desk.idOf("Task")).Init(nullptr), 106);
@@ -227,10 +214,10 @@ TEST(ConversionFailures, KeepTheOldObject) {
         bool isMade;
         const char* shown;
     } rows[] = {
-        {"getLibraryOfClass", kAlways, true, false, "ahaconv; "},
-        {"getAttributeIDFromAttributeName", 1, true, false, "ahaconv; "},
-        {"getAttributeValue", 2, true, false, "ahaconv; "},
-        {"getAttributeType", 1, true, false, "ahaconv; "},
+        {"getLibraryOfClass", kAlways, true, false, "ahaconv:61; "},
+        {"getAttributeIDFromAttributeName", 1, true, false, "ahaconv:74; "},
+        {"getAttributeValue", 2, true, false, "ahaconv:83; "},
+        {"getAttributeType", 1, true, false, "ahaconv:142; "},
         {"getModelClass", 1, true, false, ""},
         {"getAttributeValue", 3, true, false, ""},
         {"createInstance", 1, true, false, ""},

@@ -73,15 +73,22 @@ TEST(NamingFailures, ARefusedRenamingIsRememberedAndCounts) {
     EXPECT_EQ(desk.run(), 0);
 }
 
-/// Tells for pasted objects whose copies they are.
-class Pasting : public QorEditingService {
-public:
+/// Tells for pasted objects whose copies they are, while it lives.
+struct Pasting : QorEditingService {
+    explicit Pasting(NamingDesk& desk) : _host(desk.platform.host()) {
+        _host.editing = this;
+        _installed.emplace(_host);
+    }
     QorErrorCode sourceNameOfPastedObject(long, long object, SV::String& name) override {
         const auto found = sources.find(object);
         name = found == sources.end() ? SV::String() : SV::String(found->second);
         return found == sources.end() ? QorErrorCode::NotFound : QorErrorCode::Ok;
     }
     std::map<long, std::string> sources;
+
+private:
+    QorHost _host;
+    std::optional<QorHostInstallation> _installed;
 };
 
 TEST(NamingOfPastedObjects, StartsAnewForCopiesOfGeneratedNames) {
@@ -101,10 +108,7 @@ TEST(NamingOfPastedObjects, StartsAnewForCopiesOfGeneratedNames) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name + std::string(row.remembered));
         NamingDesk desk;
-        Pasting pasting;
-        QorHost host = desk.platform.host();
-        host.editing = &pasting;
-        const QorHostInstallation pasted(host);
+        Pasting pasting(desk);
         const QorIdentifier copy = desk.order(row.name, "Beta");
         const QorIdentifier plain = desk.object("Plain", "Plain-1");
         desk.value(copy, "__NameGeneration__", row.remembered);
@@ -117,10 +121,7 @@ TEST(NamingOfPastedObjects, StartsAnewForCopiesOfGeneratedNames) {
 
 TEST(NamingOfPastedObjects, IsDoneByTheNextRun) {
     NamingDesk desk;
-    Pasting pasting;
-    QorHost host = desk.platform.host();
-    host.editing = &pasting;
-    const QorHostInstallation pasted(host);
+    Pasting pasting(desk);
     desk.order("Order-1", "Alpha");
     desk.run();
     const QorIdentifier copy = desk.order("Alpha-1 copy", "Alpha");

@@ -44,9 +44,7 @@ private:
         const std::string name = _desk.nameOf(object);
         QorKexParser memory(_desk.remembered(id), name, cls);
         const std::string last = memory.Parse() == 0 ? memory.GetStrValue("last").str() : "";
-        QorOwnedText title;
-        (void)_desk.repository().getAttributeValueAsNewChar(object, _desk.attributeOf(id, "Title"), title.out());
-        const std::string base(title.view());
+        const std::string base = _desk.textAt(object, _desk.attributeOf(id, "Title"));
         if (!qor::modeltools::isNameComposition(name, cls) &&
             (name != last || qor::modeltools::isNameNumberComposition(name, base)))
             return;

@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 
-#include "embedded/QorShownWindows.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorMessage.h"
 #include "support/Workshop.h"
@@ -33,11 +32,7 @@ public:
         attribute("Start", "Costs", Floating);
         cls("Call");
         attribute("Call", "Substitute", Text);
-        QorAttributeSpec called;
-        called.name = "Called";
-        called.type = InterReference;
-        called.refersToModels = true;
-        attribute("Call", called);
+        references("Call", "Called");
         environmentClass("Person");
         attribute("Person", "Info", Text);
         attribute("Person", "Workload", Floating);
@@ -62,20 +57,6 @@ public:
     [[nodiscard]] long at(std::string_view cls, std::string_view attribute) const {
         return attributeOf(idOf(cls), attribute);
     }
-    /// What was shown since the last question: boxes by their texts, internal errors as "source:line", each with "; ".
-    std::string shown() {
-        std::string all;
-        for (; _seen < platform.shown().size(); ++_seen) {
-            const auto& window = platform.shown()[_seen];
-            if (window.kind == QorShownKind::Box) all += window.text + "; ";
-            if (window.kind == QorShownKind::InternalError)
-                all += window.text.substr(0, window.text.find(':', window.text.find(':') + 1)) + "; ";
-        }
-        return all;
-    }
-
-private:
-    std::size_t _seen = 0;
 };
 
 inline constexpr const char* kBusiness = R"(

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What is missing before a simulation can run.
+#include <span>
+
 #include "simmap/QorSimReadiness.h"
 #include "simmap/Shop.h"
 
@@ -84,14 +86,6 @@ TEST(Readiness, FindsWhatIsMissingForEachOption) {
     for (const int none : {-2, 2}) EXPECT_FALSE(readiness.check(shop.library, mapping, results, none, {}));
 }
 
-QorAttributeSpec modelReference(std::string_view name) {
-    QorAttributeSpec spec;
-    spec.name = name;
-    spec.type = QorCoreAttributeType::InterReference;
-    spec.refersToModels = true;
-    return spec;
-}
-
 /// What is found beside what a ready shop lacks, as "ISSUE class.object " in the words of the messages' roles.
 std::string foundBesides(ReadyShop& shop, const std::vector<Issue>& issues, int option = 0) {
     QorSimMappingHandler mapping(shop.library);
@@ -107,83 +101,80 @@ std::string foundBesides(ReadyShop& shop, const std::vector<Issue>& issues, int 
     return found;
 }
 
-// Each row changes the shop and says what is then missing around calls. A call needs a model that is there; what an
-// object may call with is a matter of its own class.
+/// What a change of the shop makes missing.
+struct Change {
+    const char* name;
+    std::function<void(ReadyShop&)> change;
+    const char* found;
+};
+
+void expectFound(std::span<const Change> changes, const std::vector<Issue>& issues) {
+    for (const Change& row : changes) {
+        ReadyShop shop;
+        row.change(shop);
+        EXPECT_EQ(foundBesides(shop, issues), row.found) << row.name;
+    }
+}
+
+// A call needs a model that is there; what an object may call with is a matter of its own class.
 TEST(Readiness, CallsNeedAModel) {
-    const struct {
-        const char* name;
-        void (*change)(ReadyShop&);
-        const char* found;
-    } cases[] = {
+    const auto called = [](const char* models) {
+        return [models](ReadyShop& s) { s.value(s.deaf, "Called", models); };
+    };
+    const auto processCall = [](const char* cls) {
+        return "SIMOPTION name: \"A\" activity: \"Task\" executiontime: \"Work\" processcall: \"" + std::string(cls) +
+               "\"";
+    };
+    const Change cases[] = {
         {"as it is", [](ReadyShop&) {}, "3 Call.Call nobody; "},
         {"by an attribute of a subclass",
          [](ReadyShop& s) {
              s.cls("Deep call", "Call");
-             s.attribute("Deep call", modelReference("Detail"));
+             s.references("Deep call", "Detail");
              s.modelType("Deep", {"Deep call"});
              s.processModel = s.model("Deep", "Deep");
              s.value(s.object("Deep call", "Calls"), "Detail", "MODEL \"Order\" type: \"Process\"");
              s.object("Deep call", "Calls not");
          },
          "3 Deep call.Calls not; "},
-        {"by the hierarchy attribute alone", [](ReadyShop& s) { s.hierarchyAttribute("Called"); },
-         "3 Call.Call nobody; "},
-        {"not by a reference to an object, though it is the hierarchy attribute",
-         [](ReadyShop& s) { s.hierarchyAttribute("Performer"); }, "3 Call.Call nobody; 3 Call.Call; "},
-        {"a model that is not there",
-         [](ReadyShop& s) { s.value(s.deaf, "Called", "MODEL \"Nowhere\" type: \"Process\""); },
-         "4 Call.Call nobody; "},
-        {"a model of no known type", [](ReadyShop& s) { s.value(s.deaf, "Called", "MODEL \"Order\" type: \"Plan\""); },
-         "4 Call.Call nobody; "},
-        {"one of two models",
-         [](ReadyShop& s) {
-             s.value(s.deaf, "Called", "MODEL \"Nowhere\" type: \"Process\" MODEL \"Order\" type: \"Process\"");
-         },
-         ""},
+        {"by the hierarchy attribute", [](ReadyShop& s) { s.hierarchyAttribute("Called"); }, "3 Call.Call nobody; "},
+        {"not by a reference to an object", [](ReadyShop& s) { s.hierarchyAttribute("Performer"); },
+         "3 Call.Call nobody; 3 Call.Call; "},
+        {"a model that is not there", called("MODEL \"Nowhere\" type: \"Process\""), "4 Call.Call nobody; "},
+        {"a model of no known type", called("MODEL \"Order\" type: \"Plan\""), "4 Call.Call nobody; "},
+        {"one of two models", called("MODEL \"Nowhere\" type: \"Process\" MODEL \"Order\" type: \"Process\""), ""},
         {"a class that shows no attribute",
-         [](ReadyShop& s) {
+         [&](ReadyShop& s) {
              s.cls("Bare");
-             s.mapping("SIMOPTION name: \"Bare\" activity: \"Task\" executiontime: \"Work\" processcall: \"Bare\"");
+             s.mapping(processCall("Bare"));
          },
          "2 Bare.; "},
         {"one of two subclasses",
-         [](ReadyShop& s) {
+         [&](ReadyShop& s) {
              s.abstractClass("Any");
              s.cls("Some", "Any");
-             s.attribute("Some", modelReference("Detail"));
+             s.references("Some", "Detail");
              s.cls("None", "Any");
-             s.mapping("SIMOPTION name: \"Any\" activity: \"Task\" executiontime: \"Work\" processcall: \"Any\"");
+             s.mapping(processCall("Any"));
          },
          "2 None.; "},
     };
-    for (const auto& row : cases) {
-        ReadyShop shop;
-        row.change(shop);
-        EXPECT_EQ(foundBesides(shop, {Issue::CannotCallModel, Issue::CallsNoModel, Issue::CalledModelMissing}),
-                  row.found)
-            << row.name;
-    }
+    expectFound(cases, {Issue::CannotCallModel, Issue::CallsNoModel, Issue::CalledModelMissing});
 }
 
 TEST(Readiness, PerformersNeedACalendarAndAnAssignment) {
-    const auto refersTo = [](ReadyShop& s, const char* target) { s.value(s.deaf, "Performer", target); };
-    const struct {
-        const char* name;
-        std::function<void(ReadyShop&)> change;
-        const char* found;
-    } cases[] = {
-        {"a reference",
-         [&](ReadyShop& s) { refersTo(s, "OBJECT \"Lazy\" class: \"Robot\" model: \"People\" type: \"Staff\""); },
-         "6 Robot.Lazy; "},
-        {"to an object of that name of another class",
-         [&](ReadyShop& s) { refersTo(s, "OBJECT \"Lazy\" class: \"Person\" model: \"People\" type: \"Staff\""); },
-         "6 Robot.Lazy; 7 Robot.Lazy; "},
-        {"in another model",
-         [&](ReadyShop& s) { refersTo(s, "OBJECT \"Lazy\" class: \"Robot\" model: \"Pool\" type: \"Staff\""); },
-         "6 Robot.Lazy; 7 Robot.Lazy; "},
-        {"in a model of another type",
-         [&](ReadyShop& s) { refersTo(s, "OBJECT \"Lazy\" class: \"Robot\" model: \"People\" type: \"Process\""); },
-         "6 Robot.Lazy; 7 Robot.Lazy; "},
+    const auto refersTo = [](const char* cls, const char* model, const char* type) {
+        return [=](ReadyShop& s) {
+            s.value(
+                s.deaf, "Performer",
+                "OBJECT \"Lazy\" class: \"" + std::string(cls) + "\" model: \"" + model + "\" type: \"" + type + "\"");
+        };
+    };
+    const Change cases[] = {
+        {"a reference", refersTo("Robot", "People", "Staff"), "6 Robot.Lazy; "},
+        {"to one of another class", refersTo("Person", "People", "Staff"), "6 Robot.Lazy; 7 Robot.Lazy; "},
+        {"in another model", refersTo("Robot", "Pool", "Staff"), "6 Robot.Lazy; 7 Robot.Lazy; "},
+        {"in a model of another type", refersTo("Robot", "People", "Process"), "6 Robot.Lazy; 7 Robot.Lazy; "},
         {"a relation", [](ReadyShop& s) { s.connect(s.lazy, "helps", s.lazy); }, "6 Robot.Lazy; "},
         {"a calendar of the subclass",
          [](ReadyShop& s) {
@@ -200,14 +191,8 @@ TEST(Readiness, PerformersNeedACalendarAndAnAssignment) {
          "5 Worker.; 5 Helper.; 6 Smith.Abe; 7 Smith.Abe; 7 Helper.Bob; "},
         {"no holder of person results", [](ReadyShop& s) { s.results("", ""); }, "10 .; "},
     };
-    for (const auto& row : cases) {
-        ReadyShop shop;
-        row.change(shop);
-        EXPECT_EQ(foundBesides(shop, {Issue::CannotHaveCalendar, Issue::HasNoCalendar, Issue::IsNotAssigned,
-                                      Issue::PerformersNotLookedAt}),
-                  row.found)
-            << row.name;
-    }
+    expectFound(cases,
+                {Issue::CannotHaveCalendar, Issue::HasNoCalendar, Issue::IsNotAssigned, Issue::PerformersNotLookedAt});
 }
 
 TEST(Readiness, AnExecutionTimeIsATimeOrAnExpressionThatIsThere) {

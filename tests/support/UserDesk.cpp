@@ -177,6 +177,13 @@ QorErrorCode UserDesk::subGroups(long modelGroup, ISortedSet<long>& found, bool 
     return code;
 }
 
+QorErrorCode UserDesk::modelGroupInfo(long modelGroup, SV::String& name, long& library) {
+    const auto code = refusal("modelGroupInfo", modelGroups.contains(modelGroup));
+    name = SV::String(code == Ok ? modelGroups.at(modelGroup).name : "");
+    library = code == Ok ? modelGroups.at(modelGroup).library : -1;
+    return code;
+}
+
 QorErrorCode UserDesk::setUserGroupPermission(long modelGroup, const QorUserGroupID& group, std::int32_t permission) {
     const auto code =
         refusal("setUserGroupPermission", modelGroups.contains(modelGroup) && groups.contains(group.value()));

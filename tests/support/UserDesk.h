@@ -109,6 +109,7 @@ private:
     QorErrorCode systemUserGroupsOfUser(const QorUserID& user, ISortedSet<QorUserGroupID>& found) override;
     QorErrorCode singleSignOnMode(long& found) override;
     QorErrorCode subGroups(long modelGroup, ISortedSet<long>& found, bool recursive) override;
+    QorErrorCode modelGroupInfo(long modelGroup, SV::String& name, long& library) override;
     QorErrorCode setUserGroupPermission(long modelGroup, const QorUserGroupID& group, std::int32_t permission) override;
     QorErrorCode begin() override;
     QorErrorCode commit() override;

@@ -3,7 +3,9 @@
 
 #include <stdexcept>
 
+#include "embedded/QorShownWindows.h"
 #include "platform/QorAttributeIds.h"
+#include "platform/QorOwnedText.h"
 
 namespace {
 
@@ -142,4 +144,29 @@ QorIdentifier Workshop::attributeOf(QorIdentifier clsOrInstance, std::string_vie
     if (owner == QorNoIdentifier) owner = reader().relationInfo(clsOrInstance).relationClass;
     if (owner == QorNoIdentifier) owner = clsOrInstance;
     return known(reader().findAttribute(owner, name), name);
+}
+
+QorIdentifier Workshop::references(std::string_view owner, std::string_view name, bool toModels) {
+    QorAttributeSpec spec;
+    spec.name = name;
+    spec.type = QorCoreAttributeType::InterReference;
+    spec.refersToModels = toModels;
+    return attribute(owner, spec);
+}
+
+std::string Workshop::textAt(long identifier, long attribute) const {
+    QorOwnedText text;
+    (void)repository().getAttributeValueAsNewChar(identifier, attribute, text.out());
+    return std::string(text.view());
+}
+
+std::string Workshop::shown() {
+    std::string all;
+    for (; _seen < platform.shown().size(); ++_seen) {
+        const auto& window = platform.shown()[_seen];
+        if (window.kind == QorShownKind::Box) all += window.text + "; ";
+        if (window.kind == QorShownKind::InternalError)
+            all += window.text.substr(0, window.text.find(':', window.text.find(':') + 1)) + "; ";
+    }
+    return all;
 }

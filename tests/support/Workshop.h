@@ -2,6 +2,7 @@
 #pragma once
 #include <initializer_list>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -48,6 +49,8 @@ public:
     void classText(std::string_view cls, std::string_view text);
     /// The automatic-checks text, simulation mapping ... (QorAttributeIds.h) of the library or a part.
     void libraryText(QorIdentifier of, QorIdentifier attribute, std::string_view text);
+    /// An attribute that refers to models, or to objects in them.
+    QorIdentifier references(std::string_view owner, std::string_view name, bool toModels = true);
     QorIdentifier modelType(std::string_view name, std::initializer_list<std::string_view> classes);
 
     // ---- Models ----
@@ -71,11 +74,16 @@ public:
     [[nodiscard]] QorIdentifier idOf(std::string_view cls) const;
     /// Attribute of the class (of the object's class); throws when there is none.
     [[nodiscard]] QorIdentifier attributeOf(QorIdentifier clsOrInstance, std::string_view name) const;
+    /// The value as the repository gives it; empty when it gives none.
+    [[nodiscard]] std::string textAt(long identifier, long attribute) const;
+    /// What was shown since the last question: boxes by their texts, internal errors as "source:line", each with "; ".
+    std::string shown();
 
 private:
     QorIdentifier addClass(QorIdentifier part, std::string_view name, std::string_view superclass, bool isAbstract);
 
     QorIdentifier _model = QorNoIdentifier;
+    std::size_t _seen = 0;
     std::unique_ptr<FailingRepository> _watched;
     std::vector<std::unique_ptr<QorHostInstallation>> _installations;
 };

@@ -350,8 +350,8 @@ int SqliteLocks::mayWrite(std::string& reason) {
     if (const int code = readRows(QorNoIdentifier, rows); code != SQLITE_OK) return code;
     bool isOwner = false;
     for (const auto& [library, held] : _held) {
-        const bool isThere = std::any_of(rows.begin(), rows.end(), [&](const Row& row) { return row.id == held.row; });
-        if (!isThere) {
+        const auto isIts = [id = held.row](const Row& row) { return row.id == id; };
+        if (std::none_of(rows.begin(), rows.end(), isIts)) {
             reason = "the lock that this process had was broken by an administrator";
             return SQLITE_BUSY;
         }

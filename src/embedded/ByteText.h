@@ -7,9 +7,10 @@
 #include <string>
 #include <string_view>
 
-// Bytes as text that stands in one line and in file names: letters, digits, "-" and "_".
+// Bytes as text that stands in one line.
 namespace qor::embedded {
 
+// Letters, digits, "-" and "_".
 [[nodiscard]] inline std::string toBase64(const unsigned char* bytes, std::size_t size) {
     std::string text(sodium_base64_ENCODED_LEN(size, sodium_base64_VARIANT_URLSAFE_NO_PADDING), '\0');
     (void)sodium_bin2base64(text.data(), text.size(), bytes, size, sodium_base64_VARIANT_URLSAFE_NO_PADDING);
@@ -23,6 +24,22 @@ template <std::size_t Size>
     std::size_t size = 0;
     return sodium_base642bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr, &size, nullptr,
                              sodium_base64_VARIANT_URLSAFE_NO_PADDING) == 0 &&
+           size == Size;
+}
+
+// Digits, for what people hand to commands: no text begins with "-".
+[[nodiscard]] inline std::string toDigits(const unsigned char* bytes, std::size_t size) {
+    std::string text(2 * size + 1, '\0');
+    (void)sodium_bin2hex(text.data(), text.size(), bytes, size);
+    text.pop_back();
+    return text;
+}
+
+template <std::size_t Size>
+[[nodiscard]] bool fromDigits(std::string_view text, std::array<unsigned char, Size>& bytes) {
+    std::size_t size = 0;
+    return text.size() == 2 * Size &&
+           sodium_hex2bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr, &size, nullptr) == 0 &&
            size == Size;
 }
 
