@@ -189,7 +189,7 @@ TEST_F(CliRepo, KeepsModelGroupsWithoutModels) {
     qor.write("groups.yaml", "format: qor.model/1\nlibrary: workshop.yaml\ngroups:\n  - [Sales]\n  - [Sales, Late]\n");
     EXPECT_EQ(qor.run("repo import shop.qor groups.yaml").out, "groups.yaml: 2 model groups\n");
     EXPECT_EQ(qor.run("repo export shop.qor first").exit, 0);
-    EXPECT_THAT(content("first/Workshop.models.yaml"), HasSubstr("  - [Sales, Late]\n"));
+    EXPECT_THAT(qor.content("first/Workshop.models.yaml"), HasSubstr("  - [Sales, Late]\n"));
 }
 
 }  // namespace
