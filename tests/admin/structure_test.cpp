@@ -211,4 +211,15 @@ TEST_F(AccessStructure, EntriesOfTheGroupsBeforeAFailingOneStay) {
     EXPECT_EQ(access.found, (Entries{{orders, kRead}})) << "user groups are asked in ascending order";
 }
 
+TEST_F(AccessStructure, CopiesOfAContainerHaveEntriesOfTheirOwn) {
+    QorAccModelgroupContainer original;
+    for (const std::int32_t permission : {1, 4})
+        original.add(std::make_unique<QorAccModelgroup>(7, "Sales", 5, permission));
+    QorAccModelgroupContainer copy(original);
+    copy = copy;
+    original = QorAccModelgroupContainer();
+    EXPECT_EQ(original.numberOfElements(), 0U);
+    EXPECT_EQ(entries(copy), (Entries{{7, 0}, {7, kWrite}})) << "1 is read as no access";
+}
+
 }  // namespace
