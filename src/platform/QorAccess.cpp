@@ -29,5 +29,8 @@ QorAccModelgroupContainer& QorAccModelgroupContainer::operator=(const QorAccMode
 }
 QorAccModelgroupContainer::~QorAccModelgroupContainer() = default;
 
-void QorAccModelgroupContainer::add(std::unique_ptr<QorAccModelgroup> entry) { _entries.insert(std::move(entry)); }
+// Entries that are made one after the other mostly lie one behind the other, so that the end is where they belong.
+void QorAccModelgroupContainer::add(std::unique_ptr<QorAccModelgroup> entry) {
+    _entries.insert(_entries.end(), std::move(entry));
+}
 void QorAccModelgroupContainer::removeAll() { _entries.clear(); }
