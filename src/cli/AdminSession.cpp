@@ -3,8 +3,8 @@
 
 #include <fmt/format.h>
 
-#include "admin/QorAdminLogger.h"
 #include "cli/Diagnostics.h"
+#include "cli/LogSettings.h"
 #include "cli/Nearest.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/Text.h"
@@ -152,7 +152,7 @@ void AdminSession::change(const std::function<bool()>& changes) {
     for (const auto* text : {&options.display, &options.organisation, &options.remark})
         if (*text && !isPlainText(**text)) return;
     if (!rehearse(changes)) return _messages.clear();
-    QorAdminLogger::Instance().StartLogging();  // writes down what follows, if the repository wants that
+    if (!startLog()) return;
     QorUnitOfWork unit;
     if (!changes()) return _messages.clear();
     if (unit.commit() == QorErrorCode::Ok) {
@@ -175,6 +175,13 @@ bool AdminSession::rehearse(const std::function<bool()>& changes) {
     _messages.clear();
     if (_actedBefore) _platform.setCurrentUser(*_actedBefore);
     return succeeded;
+}
+
+// It writes down what follows, if the repository wants that.
+bool AdminSession::startLog() {
+    const QorRepositoryResult log = keepLog(_platform.fileArea());
+    if (!log.ok()) error(log.text, exitOf(log.status));
+    return log.ok();
 }
 
 void AdminSession::actAs(const std::string& name) {
@@ -235,6 +242,7 @@ JsonWriter& AdminSession::beginJson() {
 }
 
 Exit AdminSession::end() {
+    if (const std::string lost = lostLines(_platform.fileArea()); !lost.empty()) error(lost, Exit::WriteFailed);
     if (isJson()) {
         if (!_json) {
             JsonWriter& json = beginJson();

@@ -58,6 +58,8 @@ public:
     /// Runs changes as one: all of them are kept, or none when one is refused. They are run twice, the first time to be
     /// taken back again.
     void change(const std::function<bool()>& changes);
+    /// Makes the administrator log hear of changes. False, after telling why, when it is on and cannot be written.
+    bool startLog();
     /// False, after telling why, when the repository refused to change what is named.
     bool done(const QorBuildResult& result, const std::string& what);
     /// Why a change was not written.

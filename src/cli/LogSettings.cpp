@@ -2,9 +2,9 @@
 #include "cli/LogSettings.h"
 
 #include "admin/QorAdminLogger.h"
-#include "cli/RepoSession.h"
 #include "cli/Text.h"
 #include "platform/QorFileManager.h"
+#include "platform/QorHost.h"
 #include "platform/QorUserManager.h"
 #include "platform/QorWindows.h"
 
@@ -58,25 +58,23 @@ bool saveSettings(std::optional<bool> logging, std::optional<bool> names) {
     return isAsWanted();
 }
 
-bool keepLog(RepoSession& session) {
+QorRepositoryResult keepLog(QorFileArea& area) {
     if (QorFileManager::fileExists(kLogSettingsFile)) {
         std::string head;
-        const QorRepositoryResult result = session.platform().fileArea().readHead(head);
-        if (result.status == QorRepositoryStatus::NoKey)
-            return session.tell({result.status, result.text + "; what changes could not be written to the log", {}},
-                                session.options.file);
+        QorRepositoryResult result = area.readHead(head);
+        if (result.status == QorRepositoryStatus::NoKey) {
+            result.text += "; the change could not be written into the log";
+            return result;
+        }
     }
     QorAdminLogger::Instance().StartLogging();
-    return true;
+    return {};
 }
 
-void tellLostLines(RepoSession& session) {
-    const QorFileArea& area = session.platform().fileArea();
-    if (area.lostWrites() == 0) return;
-    session.error(session.options.file,
-                  counted(static_cast<std::uint64_t>(area.lostWrites()), "line") +
-                      " of the log could not be written: " + area.lastProblem().text,
-                  Exit::WriteFailed);
+std::string lostLines(const QorFileArea& area) {
+    if (area.lostWrites() == 0) return {};
+    return counted(static_cast<std::uint64_t>(area.lostWrites()), "line") +
+           " of the log could not be written: " + area.lastProblem().text;
 }
 
 }  // namespace qor::cli

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-namespace qor::cli {
+#include "embedded/QorFileArea.h"
 
-class RepoSession;
+namespace qor::cli {
 
 inline constexpr const char* kLogSettingsFile = "db:\\qor_admin_log.conf";
 
@@ -16,10 +16,10 @@ inline constexpr const char* kLogSettingsFile = "db:\\qor_admin_log.conf";
 /// Answers the dialog for the settings and saves them; what is not given stays. False when they could not be saved.
 [[nodiscard]] bool saveSettings(std::optional<bool> logging, std::optional<bool> names);
 
-/// Keeps the log while a command changes users. False, after telling, when a log is kept whose key is not here: what
-/// the command does would not be written down.
-[[nodiscard]] bool keepLog(RepoSession& session);
-/// Tells of lines that could not be written meanwhile.
-void tellLostLines(RepoSession& session);
+/// Writes what follows into the log, when one is kept. NoKey: one is, and its key is not here, so that what changes
+/// would not be written down.
+[[nodiscard]] QorRepositoryResult keepLog(QorFileArea& area);
+/// "1 line of the log could not be written: the disk is full"; empty when none was lost.
+[[nodiscard]] std::string lostLines(const QorFileArea& area);
 
 }  // namespace qor::cli

@@ -39,11 +39,10 @@ public:
         const QorRepositoryReader& reader = _session.reader();
         const std::string stem = stemFor(reader.nameOf(library));
         const std::string file = stem + ".yaml";
-        const std::vector<QorIdentifier> models = modelsIn(reader, library);
         writeFile(file, [&](std::ostream& out) { return Qor_ExportLibrary(reader, library, out); });
-        if (models.empty()) return;
+        if (reader.modelsOf(library).empty() && reader.modelGroupsOf(library).empty()) return;
         writeFile(stem + ".models.yaml",
-                  [&](std::ostream& out) { return Qor_ExportModels(reader, models, file, out); });
+                  [&](std::ostream& out) { return Qor_ExportAllModels(reader, library, file, out); });
     }
 
     [[nodiscard]] const std::vector<std::string>& files() const { return _files; }

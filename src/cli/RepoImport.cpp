@@ -2,6 +2,7 @@
 // Text files into a repository: all of a file or nothing of it.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "cardinality/QorCardinalityHandler.h"
@@ -23,8 +24,11 @@ namespace {
 
 struct Imported {
     std::string file;
-    std::string library;              ///< that was made; empty when none was
-    std::vector<std::string> models;  ///< that were made
+    std::string path;                      ///< where it is read
+    std::string library = {};              ///< that was made; empty when none was
+    std::vector<std::string> models = {};  ///< that were made
+    std::size_t groups = 0;                ///< that were made
+    QorImportResult result = {};
 };
 
 class Import {
@@ -35,23 +39,40 @@ public:
           _importer(session.platform().builder(), session.reader()),
           _calls(session.platform().builder(), session.reader()) {}
 
-    /// Everything that the file brings, or nothing.
+    /// Everything that the file brings, or nothing. What names models of files that are still to come waits for them.
     void take(const std::string& file) {
         _session.console.progress().say("importing " + file);
         std::string error;
         const std::string path = _inputs.path(file, error);
         if (path.empty()) return _session.error(file, error, Exit::BadInput);
-        if (_units.begin() != QorErrorCode::Ok) return tellProblem();
-        Imported imported{file, {}, {}};
-        QorImportResult result;
-        const bool isGood = read(file, path, imported, result);
-        (void)Qor_DiscardLibrary();  // it may be one that is taken back
-        if (!isGood) return _units.rollBack();
-        if (_units.commit() != QorErrorCode::Ok) return tellProblem();
-        _calls.add(file, _importer, result);
-        _hasCalls = _hasCalls || result.kind == QorFileKind::Bpmn;
-        report(imported);
-        _imported.push_back(std::move(imported));
+        Imported imported{file, path};
+        if (!_isUnitOpen && !begin()) return;
+        if (!read(imported)) return takeBackAllBut({});
+        for (const QorIdentifier model : imported.result.models)
+            if (!_session.reader().missingTargets(model).empty()) _unresolved.push_back(model);
+        _waiting.push_back(std::move(imported));
+        dropResolved();
+        if (_unresolved.empty() || _session.options.keep) commit();
+    }
+
+    /// What names something that no file has brought is refused, and with it what names the models of its file.
+    void finish() {
+        while (!_waiting.empty()) {
+            dropResolved();
+            if (_unresolved.empty()) return commit();
+            std::vector<std::string> refused;
+            for (const Imported& its : _waiting)
+                if (tellMissing(its, QorSeverity::Error)) refused.push_back(its.file);
+            if (refused.empty()) return commit();
+            _session.endAtLeast(Exit::BadInput);
+            std::erase_if(_waiting, [&](const Imported& its) {
+                return std::find(refused.begin(), refused.end(), its.file) != refused.end();
+            });
+            takeBackAllBut({});
+        }
+        dropResolved();
+        for (const Imported& its : _imported)
+            if (!_unresolved.empty() && tellMissing(its, QorSeverity::Warning)) _session.endAtLeast(Exit::Findings);
     }
 
     /// Processes that call those of another file refer to them, which shows when all files have been read.
@@ -65,20 +86,106 @@ public:
     [[nodiscard]] const std::vector<Imported>& imported() const { return _imported; }
 
 private:
-    bool read(const std::string& file, const std::string& path, Imported& imported, QorImportResult& result) {
+    [[nodiscard]] bool begin() {
+        _isUnitOpen = _units.begin() == QorErrorCode::Ok;
+        if (!_isUnitOpen) tellProblem();
+        return _isUnitOpen;
+    }
+
+    void commit() {
+        _isUnitOpen = false;
+        if (_units.commit() != QorErrorCode::Ok) {
+            _waiting.clear();
+            _unresolved.clear();
+            return tellProblem();
+        }
+        for (Imported& its : _waiting) {
+            _calls.add(its.file, _importer, its.result);
+            _hasCalls = _hasCalls || its.result.kind == QorFileKind::Bpmn;
+            report(its);
+            _imported.push_back(std::move(its));
+        }
+        _waiting.clear();
+    }
+
+    /// The unit cannot let go of one file only, so those that wait are read again.
+    void takeBackAllBut(std::string bad) {
+        bool isGood = false;
+        while (!isGood) {
+            _units.rollBack();
+            _isUnitOpen = false;
+            _unresolved.clear();
+            std::erase_if(_waiting, [&](const Imported& its) { return its.file == bad; });
+            if (_waiting.empty() || !begin()) return _waiting.clear();
+            _isRepeating = isGood = true;
+            for (auto its = _waiting.begin(); isGood && its != _waiting.end(); ++its) {
+                *its = {its->file, its->path};
+                isGood = read(*its);
+                if (!isGood) bad = its->file;
+                _unresolved.insert(_unresolved.end(), its->result.models.begin(), its->result.models.end());
+            }
+            _isRepeating = false;
+        }
+    }
+
+    void dropResolved() {
+        std::erase_if(_unresolved,
+                      [&](QorIdentifier model) { return _session.reader().missingTargets(model).empty(); });
+    }
+
+    bool tellMissing(const Imported& its, QorSeverity severity) {
+        bool isSome = false;
+        for (const QorIdentifier model : its.result.models)
+            for (const QorMissingTarget& missing : _session.reader().missingTargets(model)) {
+                const std::string_view name = _session.reader().nameOf(missing.instance);
+                QorFilePlace place = _importer.placeOf(missing.instance);
+                if (place.file.empty() || place.file == its.path) place.file = its.file;
+                _session.tell({severity, std::move(place),
+                               fmt::format("{}{} names {}, which does not exist",
+                                           name.empty() ? std::string() : cli::quoted(name) + ": ",
+                                           cli::quoted(_session.reader().nameOf(missing.attribute)), missing.what)});
+                isSome = true;
+            }
+        return isSome;
+    }
+
+    bool read(Imported& imported) {
+        const bool isGood = readInto(imported);
+        (void)Qor_DiscardLibrary();  // it may be one that is taken back
+        return isGood;
+    }
+
+    bool readInto(Imported& imported) {
+        const std::string& file = imported.file;
+        const std::string& path = imported.path;
         const QorFileKind kind = _importer.kindOf(path);
         QorIdentifier library = QorNoIdentifier;
         if ((kind == QorFileKind::Models || kind == QorFileKind::Bpmn) && !findLibrary(kind, file, path, library))
             return false;
-        result = _importer.readFile(path, library);
-        if (!tellAll(result.diagnostics, file, path)) return false;
-        if (result.library != QorNoIdentifier) imported.library = _session.reader().nameOf(result.library);
+        const std::size_t groups = countGroups();
+        imported.result = _importer.readFile(path, library);
+        if (!tellAll(imported.result.diagnostics, file, path)) return false;
+        imported.groups = countGroups() - groups;
+        if (imported.result.library != QorNoIdentifier)
+            imported.library = _session.reader().nameOf(imported.result.library);
         bool isGood = true;
-        for (const QorIdentifier model : result.models) {
+        for (const QorIdentifier model : imported.result.models) {
             imported.models.emplace_back(_session.reader().nameOf(model));
             isGood = checkBeforeSaving(file, model) && isGood;
         }
         return isGood;
+    }
+
+    [[nodiscard]] std::size_t countGroups() const {
+        std::size_t count = 0;
+        for (const QorIdentifier library : _session.reader().applicationLibraries())
+            count += _session.reader().modelGroupsOf(library).size();
+        return count;
+    }
+
+    /// What was told when the file was first read is not told again.
+    void tell(const QorDiagnostic& diagnostic) {
+        if (!_isRepeating || _session.isNews(diagnostic.text)) _session.tell(diagnostic);
     }
 
     /// The repository's library for the models; it is read first when only a file has it.
@@ -112,7 +219,7 @@ private:
     bool tellAll(std::vector<QorDiagnostic> diagnostics, const std::string& file, const std::string& path) {
         for (QorDiagnostic& diagnostic : diagnostics) {
             if (diagnostic.place.file == path && path.starts_with("/proc/self/fd/")) diagnostic.place.file = file;
-            _session.tell(diagnostic);
+            tell(diagnostic);
         }
         if (!hasErrors(diagnostics)) return true;
         _session.endAtLeast(Exit::BadInput);
@@ -127,24 +234,25 @@ private:
                               QorLibLoad_SilentMode::Silent);
         QorCardinalityHandler& handler = QorCardinalityHandler::Instance();
         bool isClean = true;
-        const auto tell = [&](const QorCardinalityBreach& breach, bool isKept) {
+        const auto tellBreach = [&](const QorCardinalityBreach& breach, bool isKept) {
             const bool hasPlace = !breach.objects.empty();
             QorFilePlace place;
             if (hasPlace) place = _importer.placeOf(static_cast<QorIdentifier>(breach.objects.front()));
             if (place.file.empty()) place = {file, 0, 0};
             std::string text = breach.text.str();
             text.erase(text.find_last_not_of('\n') + 1);
-            _session.tell({isKept ? QorSeverity::Warning : QorSeverity::Error, place,
-                           fmt::format("model {}: {}", cli::quoted(_session.reader().nameOf(model)), text)});
+            tell({isKept ? QorSeverity::Warning : QorSeverity::Error, place,
+                  fmt::format("model {}: {}", cli::quoted(_session.reader().nameOf(model)), text)});
             _session.endAtLeast(Exit::Findings);
             isClean = isClean && isKept;
             return true;
         };
         if (handler.isCheckCardinalitiesBeforeSave())
-            (void)reportFirstBreach(model, [&](const auto& breach) { return tell(breach, _session.options.keep); });
+            (void)reportFirstBreach(model,
+                                    [&](const auto& breach) { return tellBreach(breach, _session.options.keep); });
         // Everything in the model was touched by making it.
         if (isClean && handler.isCheckCardinalitiesAfterModelingAction() && !handler.isCheckCardinalitiesBeforeSave())
-            (void)reportFirstBreach(model, [&](const auto& breach) { return tell(breach, true); });
+            (void)reportFirstBreach(model, [&](const auto& breach) { return tellBreach(breach, true); });
         return isClean;
     }
 
@@ -156,7 +264,8 @@ private:
         if (!imported.library.empty()) text += "library " + cli::quoted(imported.library);
         if (!imported.library.empty() && !imported.models.empty()) text += ", ";
         if (!imported.models.empty()) text += counted(imported.models.size(), "model");
-        if (imported.library.empty() && imported.models.empty()) text += "nothing";
+        if (imported.library.empty() && imported.models.empty())
+            text += imported.groups == 0 ? "nothing" : counted(imported.groups, "model group");
         _session.console.out(text + "\n");
         _session.console.flush();
     }
@@ -168,6 +277,10 @@ private:
     bool _hasCalls = false;
     InputFiles _inputs;
     std::vector<Imported> _imported;
+    std::vector<Imported> _waiting;          ///< read, and kept together by the unit that is open
+    std::vector<QorIdentifier> _unresolved;  ///< models that name what is not there yet
+    bool _isUnitOpen = false;
+    bool _isRepeating = false;
 };
 
 /// What all inputs would meet when they are written.
@@ -191,6 +304,7 @@ void importInto(RepoSession& session) {
     Import import(session);
     session.console.progress().start();
     for (const std::string& file : session.options.inputs) import.take(file);
+    import.finish();
     import.linkCalls();
     if (!session.options.json) return;
     JsonWriter& json = session.beginJson();

@@ -89,7 +89,7 @@ struct QorRelationInfo {
 
 /// A value that names what does not exist: a model, an object in it, or an attribute profile.
 struct QorMissingTarget {
-    QorIdentifier instance = QorNoIdentifier;  ///< object, relation or record row
+    QorIdentifier instance = QorNoIdentifier;  ///< object or relation, also when a record row of it has the value
     QorIdentifier attribute = QorNoIdentifier;
     std::string what;  ///< in words: 'the model "Order" of type "Process"'
 };
@@ -140,8 +140,8 @@ public:
     [[nodiscard]] virtual std::string_view valueOf(QorIdentifier instance, QorIdentifier attribute) const = 0;
     /// Tells an own value that is the empty text from none at all; with a default behind it, that is a difference.
     [[nodiscard]] virtual bool hasValue(QorIdentifier instance, QorIdentifier attribute) const = 0;
-    /// What the references and profile references in a model name and what does not exist, defaults included; record
-    /// rows come with their object. O(model), and for each profile that is missing O(models).
+    /// What the references and profile references in a model name and what does not exist, defaults included. O(model),
+    /// and for each profile that is missing O(models).
     [[nodiscard]] virtual std::vector<QorMissingTarget> missingTargets(QorIdentifier model) const = 0;
     /// Rows of a record attribute, in their order.
     [[nodiscard]] virtual std::vector<QorIdentifier> recordRows(QorIdentifier instance,

@@ -22,17 +22,19 @@ public:
         row->relations.forEach(_repository.things(), visitEach);
     }
 
-    void visit(QorIdentifier instance) {
+    void visit(QorIdentifier instance) { visit(instance, instance); }
+
+private:
+    void visit(QorIdentifier instance, QorIdentifier holder) {
         for (const AttributeRow* attribute : attributesOf(_repository.models().classOfInstance(instance))) {
             if (attribute->type == QorCoreAttributeType::Record) {
-                for (const QorIdentifier row : _repository.models().rows(instance, attribute->id)) visit(row);
+                for (const QorIdentifier row : _repository.models().rows(instance, attribute->id)) visit(row, holder);
             } else if (const auto text = _repository.value(instance, *attribute, true); text && !text->empty()) {
-                _take(instance, *attribute, *text);
+                _take(holder, *attribute, *text);
             }
         }
     }
 
-private:
     const std::vector<const AttributeRow*>& attributesOf(QorIdentifier cls) {
         const auto [place, isNew] = _attributes.try_emplace(cls);
         if (!isNew) return place->second;

@@ -16,7 +16,7 @@ void forEachReference(const Repository& repository, QorIdentifier instance, cons
 // The same for everything in a model: objects by identifier, then relations.
 void forEachReferenceInModel(const Repository& repository, QorIdentifier model, const TakeReferences& take);
 
-// Takes one attribute value that names other things, with the instance that has it.
+// Takes one attribute value that names other things, with the object or relation that has it, in itself or in a row.
 using TakeNamingValue =
     std::function<void(QorIdentifier instance, const AttributeRow& attribute, std::string_view text)>;
 // For every value in a model that holds references or names an attribute profile.

@@ -18,7 +18,7 @@ namespace qor::embedded {
 // What the references or the profile reference of a value name and what does not exist, in words.
 [[nodiscard]] std::vector<std::string> missingTargets(const Repository& repository, QorIdentifier instance,
                                                       const AttributeRow& attribute, std::string_view text);
-// Of everything in a model, objects and relations by themselves, record rows with their object.
+// Of everything in a model.
 [[nodiscard]] std::vector<QorMissingTarget> missingTargetsIn(const Repository& repository, QorIdentifier model);
 
 // Refuses values that name what does not exist. What the same model names already passes all the same: deleting a

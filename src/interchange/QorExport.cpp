@@ -3,6 +3,7 @@
 
 #include <exception>
 #include <ostream>
+#include <vector>
 
 #include "interchange/LibraryWriter.h"
 #include "interchange/ModelWriter.h"
@@ -40,4 +41,14 @@ QorExportResult Qor_ExportModels(const QorRepositoryReader& reader, std::span<co
         if (reader.applicationLibraryOf(model) != library) return {"the models belong to different method libraries"};
     }
     return written(out, [&](YamlWriter& writer) { ModelWriter(reader, library, writer).write(models, libraryFile); });
+}
+
+QorExportResult Qor_ExportAllModels(const QorRepositoryReader& reader, QorIdentifier library,
+                                    std::string_view libraryFile, std::ostream& out) {
+    if (reader.kindOf(library) != QorThingKind::ApplicationLibrary) return {"there is no such application library"};
+    return written(out, [&](YamlWriter& writer) {
+        std::vector<QorIdentifier> models;
+        for (const QorModelInfo& model : reader.modelsOf(library)) models.push_back(model.id);
+        ModelWriter(reader, library, writer).write(models, libraryFile);
+    });
 }

@@ -20,6 +20,11 @@ struct QorExportResult {
 QOR_API QorExportResult Qor_ExportLibrary(const QorRepositoryReader& reader, QorIdentifier library, std::ostream& out);
 
 /// Writes models of one application library as one YAML file. `libraryFile` is what the file names as its library, as
-/// seen from its own folder; empty to name none. Rows of record attributes are not written.
+/// seen from its own folder; empty to name none. The groups that hold the models or no model at all are written as
+/// well.
 QOR_API QorExportResult Qor_ExportModels(const QorRepositoryReader& reader, std::span<const QorIdentifier> models,
                                          std::string_view libraryFile, std::ostream& out);
+
+/// The same for all models of an application library, with all its groups, also when it has no models.
+QOR_API QorExportResult Qor_ExportAllModels(const QorRepositoryReader& reader, QorIdentifier library,
+                                            std::string_view libraryFile, std::ostream& out);

@@ -121,7 +121,8 @@ public:
     virtual QorErrorCode getAttributeValue(long identifier, long attribute, double& number, bool withDefault);
     /// Value of an attribute of any type as text.
     virtual QorErrorCode getAttributeValueAsNewChar(long identifier, long attribute, char*& text);
-    /// ValueRefused when the attribute's type does not take the value. `raiseEvent` announces the change.
+    /// ValueRefused when the attribute's type does not take the value, or the value names a model, object or profile
+    /// that neither exists nor is named in the model already. `raiseEvent` announces the change.
     virtual QorErrorCode setAttributeValue(long model, long identifier, long attribute, const char* text,
                                            bool raiseEvent);
     virtual QorErrorCode setAttributeValue(long model, long identifier, long attribute, long number, bool raiseEvent);

@@ -26,7 +26,8 @@ public:
     /// for any other text. Nobody asks whether the targets exist.
     virtual QorErrorCode parseInterReferences(long attribute, const SV::String& text, QorInterReferences& references);
     /// Puts the references in place of all that the attribute holds. ValueRefused, and no change, when they are of the
-    /// other kind (`toModels`) than the attribute's. `raiseEvent` announces the change.
+    /// other kind (`toModels`) than the attribute's, or one leads nowhere that the model does not name already.
+    /// `raiseEvent` announces the change.
     virtual QorErrorCode saveInterReferences(long model, long object, long attribute,
                                              const QorInterReferences& references, bool raiseEvent);
 

@@ -102,6 +102,26 @@ TEST_F(CliLog, IsStartedShownExportedPutAsideAndStopped) {
     EXPECT_THAT(log("verify shop.qor").out, HasSubstr("nothing was changed")) << "rotation keeps the chain";
 }
 
+TEST_F(CliLog, HasWhatCommandsChangeOfUsersWhichNeedItsKey) {
+    const auto run = [&](const std::string& arguments, const char* key) {
+        return qor.run(arguments, std::string("QOR_KEY_FILE=") + key);
+    };
+    EXPECT_EQ(run("user add shop.qor ada", "none.key").exit, 0) << "no log is kept";
+    ASSERT_EQ(log("start --user ada shop.qor").exit, 0);
+    for (const char* change :
+         {"group add shop.qor --user ada Staff", "user add shop.qor --user ada bob --group Staff",
+          "user set shop.qor --user ada bob --remark new", "user rename shop.qor --user ada bob rob"})
+        EXPECT_EQ(run(change, "a.key").exit, 0) << change;
+    const std::string shown = log("show shop.qor").out;
+    for (const char* line : {"ada  User created  User: bob;", "Added to user group  User: bob;User group: Staff\n",
+                             "Remark changed  User: bob;", ";new\n", "User renamed  Before: bob;After: rob\n"})
+        EXPECT_THAT(shown, HasSubstr(line));
+    const Outcome refused = run("user remove shop.qor --user ada rob", "none.key");
+    EXPECT_EQ(refused.exit, 3);
+    EXPECT_THAT(refused.err, HasSubstr("there is no key file none.key; the change could not be written into the log"));
+    EXPECT_THAT(run("user list shop.qor", "none.key").out, HasSubstr("rob"));
+}
+
 TEST_F(CliLog, TellsWhoTamperedAndShowsGaps) {
     const std::string key = behind(log("start shop.qor").out, "verification key: ");
     work();

@@ -187,4 +187,47 @@ TEST_F(CliRepo, IsNotWrittenWhileAnotherUserHasItsLibraryLockedUntilAnAdministra
     EXPECT_FALSE(bob.builder().addApplicationLibrary("New", "", "").ok());
 }
 
+// Models "One" to "Four", each with a step that leads to the next one or nowhere.
+struct CliRepoReferences : CliRepo {
+    CliRepoReferences() {
+        qor.write("steps.yaml",
+                  "format: qor.library/1\nname: Steps\nbusiness_process:\n  classes:\n    - name: Step\n"
+                  "      attributes:\n        - {name: Next, type: reference, refers_to: models}\n"
+                  "  model_types:\n    - {name: Process, classes: [Step]}\n");
+        EXPECT_EQ(qor.run("repo import shop.qor steps.yaml").exit, 0);
+        model("One", "Two");
+        model("Two", "One");
+        model("Three", "Four");
+        model("Four", "Nowhere");
+    }
+    void model(const std::string& name, const std::string& next) const {
+        qor.write(name + ".yaml", "format: qor.model/1\nlibrary: steps.yaml\nmodels:\n  - name: " + name +
+                                      "\n    type: Process\n    objects:\n      - class: Step\n        name: go\n"
+                                      "        values: {Next: 'MODEL \"" +
+                                      next + "\" type: \"Process\"'}\n");
+    }
+};
+
+TEST_F(CliRepoReferences, MayLeadToFilesThatComeLaterButNotNowhere) {
+    const Outcome import = qor.run("repo import shop.qor One.yaml Three.yaml Two.yaml Four.yaml");
+    EXPECT_EQ(import.exit, 3) << import.err;
+    EXPECT_EQ(import.out, "One.yaml: 1 model\nTwo.yaml: 1 model\n") << "Three leads to Four, which is refused";
+    EXPECT_THAT(import.err, HasSubstr("Four.yaml:7:9: error: \"go\": \"Next\" names the model \"Nowhere\" of type "
+                                      "\"Process\", which does not exist"));
+    EXPECT_THAT(import.err, HasSubstr("Three.yaml:7:9: error: "));
+    EXPECT_THAT(info(), HasSubstr("library \"Steps\": 1 class, 2 models"));
+    const Outcome kept = qor.run("repo import --keep shop.qor Four.yaml Three.yaml");
+    EXPECT_EQ(kept.exit, 1) << kept.err;
+    EXPECT_THAT(kept.err, HasSubstr("Four.yaml:7:9: warning: "));
+    EXPECT_THAT(kept.err, Not(HasSubstr("Three.yaml"))) << "Four is there now";
+    EXPECT_THAT(info(), HasSubstr("4 models"));
+}
+
+TEST_F(CliRepo, KeepsModelGroupsWithoutModels) {
+    qor.write("groups.yaml", "format: qor.model/1\nlibrary: workshop.yaml\ngroups:\n  - [Sales]\n  - [Sales, Late]\n");
+    EXPECT_EQ(qor.run("repo import shop.qor groups.yaml").out, "groups.yaml: 2 model groups\n");
+    EXPECT_EQ(qor.run("repo export shop.qor first").exit, 0);
+    EXPECT_THAT(content("first/Workshop.models.yaml"), HasSubstr("  - [Sales, Late]\n"));
+}
+
 }  // namespace

@@ -2,9 +2,6 @@
 #include "interchange/BpmnDesk.h"
 
 #include <algorithm>
-#include <fstream>
-#include <set>
-#include <sstream>
 #include <stdexcept>
 
 #include "cardinality/QorCardinalityCompleteCheck.h"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interchange/Files.h"
 
-#include <sstream>
-
 namespace qor::test {
 
 QorIdentifier Files::library(std::string_view text) {
@@ -36,21 +34,31 @@ QorIdentifier Files::object(QorIdentifier model, std::string_view name) const {
     return QorNoIdentifier;
 }
 
+std::string repeated(std::string_view text, std::size_t times) {
+    std::string result;
+    result.reserve(text.size() * times);
+    for (std::size_t i = 0; i < times; ++i) result += text;
+    return result;
+}
+
 std::string shown(const std::vector<QorDiagnostic>& diagnostics) {
     std::ostringstream text;
     for (const QorDiagnostic& d : diagnostics) text << d.place.line << ':' << d.place.column << ' ' << d.text << '\n';
     return text.str();
 }
 
-void expectDiagnostics(const std::vector<QorDiagnostic>& found, const std::vector<std::string>& expected) {
+void expectDiagnostics(const std::vector<QorDiagnostic>& found, const std::string& expected) {
     const std::string all = shown(found);
-    ASSERT_EQ(found.size(), expected.size()) << all;
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        const std::string one = shown({found[i]});
-        const std::size_t blank = expected[i].find(' ');
-        EXPECT_EQ(one.substr(0, one.find(' ')), expected[i].substr(0, blank)) << all;
-        EXPECT_NE(one.find(expected[i].substr(blank + 1)), std::string::npos) << expected[i] << "\nnot in\n" << all;
+    std::istringstream lines(expected);
+    std::size_t next = 0;
+    for (std::string line; std::getline(lines, line); ++next) {
+        ASSERT_LT(next, found.size()) << all;
+        const std::string one = shown({found[next]});
+        const std::size_t blank = line.find(' ');
+        EXPECT_EQ(one.substr(0, one.find(' ')), line.substr(0, blank)) << all;
+        EXPECT_NE(one.find(line.substr(blank + 1)), std::string::npos) << line << "\nnot in\n" << all;
     }
+    EXPECT_EQ(found.size(), next) << all;
 }
 
 }  // namespace qor::test

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -33,8 +31,15 @@ struct Files {
 /// Diagnostics as "line:column text" lines.
 std::string shown(const std::vector<QorDiagnostic>& diagnostics);
 
-/// Each diagnostic stands at the place that the expected text begins with ("3:7 "), and holds the rest of it.
-void expectDiagnostics(const std::vector<QorDiagnostic>& found, const std::vector<std::string>& expected);
+/// A line is expected for each diagnostic: it begins with the place ("3:7 "), and the diagnostic holds the rest of it.
+void expectDiagnostics(const std::vector<QorDiagnostic>& found, const std::string& expected);
+
+[[nodiscard]] std::string repeated(std::string_view text, std::size_t times);
+
+/// A faulty text and the diagnostics that are expected.
+struct Fault {
+    std::string text, expected;
+};
 
 /// A library of a few classes that the tests share: Step (abstract) with Task and Event, Note; then and about.
 inline constexpr std::string_view kSmallLibrary = R"(format: qor.library/1

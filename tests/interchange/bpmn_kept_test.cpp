@@ -1,102 +1,61 @@
 // SPDX-License-Identifier: Apache-2.0
 // Whatever a BPMN file says is kept somewhere, or a warning names the element that said it.
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "interchange/BpmnDesk.h"
 
 namespace {
 
 /// What must be found again stands in brackets. A process and a collaboration with a pool for it are around.
 struct Snippet {
-    const char* definitions;
     const char* process;
-    const char* collaboration;
-};
-
-constexpr const char* kTypes[] = {
-    "userTask",
-    "receiveTask",
-    "callActivity",
-    "subProcess",
-    "transaction",
-    "adHocSubProcess",
-    "startEvent",
-    "endEvent",
-    "exclusiveGateway",
-    "complexGateway",
-    "dataObject",
-    "dataStoreReference",
-    "eventBasedGateway",
-    "intermediateThrowEvent",
-    "intermediateCatchEvent",
-    "textAnnotation",
-    "group",
-    "boundaryEvent",
+    const char* definitions = "";
+    const char* collaboration = "";
 };
 
 const Snippet kSnippets[] = {
     // What events, tasks, flows and groups refer to.
-    {"<message id='m' name='[1]' itemRef='[2]'><documentation>[3]</documentation></message>",
-     "<startEvent><messageEventDefinition messageRef='m'><documentation>[4]</documentation></messageEventDefinition>"
+    {"<startEvent><messageEventDefinition messageRef='m'><documentation>[4]</documentation></messageEventDefinition>"
      "</startEvent><endEvent><messageEventDefinition messageRef='m'/></endEvent>",
-     ""},
-    {"<error id='e' errorCode='[1]' name='[2]'><documentation>[3]</documentation></error>",
-     "<endEvent><errorEventDefinition errorRef='e'/></endEvent>", ""},
-    {"<escalation id='e' escalationCode='[1]'><documentation>[2]</documentation></escalation>",
-     "<endEvent><escalationEventDefinition id='x' escalationRef='e'/></endEvent>", ""},
-    {"<signal id='s' name='[1]' structureRef='[2]'><documentation>[3]</documentation></signal>"
-     "<signalEventDefinition id='d' signalRef='s'><documentation>[4]</documentation></signalEventDefinition>",
-     "<endEvent><eventDefinitionRef>d</eventDefinitionRef></endEvent>", ""},
-    {"<message id='m'><documentation>[1]</documentation></message>", "<sendTask messageRef='m'/>", ""},
-    {"<message id='m'><documentation>[1]</documentation></message>", "<task id='t'/>",
+     "<message id='m' name='[1]' itemRef='[2]'><documentation>[3]</documentation></message>"},
+    {"<endEvent><errorEventDefinition errorRef='e'/></endEvent>",
+     "<error id='e' errorCode='[1]' name='[2]'><documentation>[3]</documentation></error>"},
+    {"<endEvent><escalationEventDefinition id='x' escalationRef='e'/></endEvent>",
+     "<escalation id='e' escalationCode='[1]'><documentation>[2]</documentation></escalation>"},
+    {"<endEvent><eventDefinitionRef>d</eventDefinitionRef></endEvent>",
+     "<signal id='s' name='[1]' structureRef='[2]'><documentation>[3]</documentation></signal>"
+     "<signalEventDefinition id='d' signalRef='s'><documentation>[4]</documentation></signalEventDefinition>"},
+    {"<sendTask messageRef='m'/>", "<message id='m'><documentation>[1]</documentation></message>"},
+    {"<task id='t'/>", "<message id='m'><documentation>[1]</documentation></message>",
      "<participant id='Q'/><messageFlow sourceRef='t' targetRef='Q' messageRef='m'>"
      "<documentation>[2]</documentation></messageFlow>"},
-    {"<category id='c' name='[1]'><documentation>[2]</documentation><categoryValue id='k' value='[3]'>"
-     "<documentation>[4]</documentation></categoryValue></category>",
-     "<group categoryValueRef='k'/>", ""},
-    {"<category><categoryValue id='k' value='[1]'/></category>", "<task><categoryValueRef>k</categoryValueRef></task>",
-     ""},
-    {"<resource id='r' name='[1]'><documentation>[2]</documentation></resource>",
-     "<task><performer name='[3]'><resourceRef>r</resourceRef></performer></task>", ""},
-    {"<dataStore id='d' name='[1]' capacity='[2]' isUnlimited='false'><documentation>[3]</documentation></dataStore>",
-     "<dataStoreReference name='[4]' dataStoreRef='d'/><dataStoreReference name='[5]' dataStoreRef='d'/>", ""},
-    {"<globalUserTask id='g' name='[1]'><documentation>[2]</documentation></globalUserTask>",
-     "<callActivity calledElement='g'/>", ""},
+    {"<group categoryValueRef='k'/>",
+     "<category id='c' name='[1]'><documentation>[2]</documentation><categoryValue id='k' value='[3]'>"
+     "<documentation>[4]</documentation></categoryValue></category>"},
+    {"<task><categoryValueRef>k</categoryValueRef></task>", "<category><categoryValue id='k' value='[1]'/></category>"},
+    {"<task><performer name='[3]'><resourceRef>r</resourceRef></performer></task>",
+     "<resource id='r' name='[1]'><documentation>[2]</documentation></resource>"},
+    {"<dataStoreReference name='[4]' dataStoreRef='d'/><dataStoreReference name='[5]' dataStoreRef='d'/>",
+     "<dataStore id='d' name='[1]' capacity='[2]' isUnlimited='false'><documentation>[3]</documentation></dataStore>"},
+    {"<callActivity calledElement='g'/>",
+     "<globalUserTask id='g' name='[1]'><documentation>[2]</documentation></globalUserTask>"},
     // What nothing refers to.
-    {"<timerEventDefinition id='[1]'/><message id='[2]'/><globalTask id='[3]'/>", "", ""},
+    {"", "<timerEventDefinition id='[1]'/><message id='[2]'/><globalTask id='[3]'/>"},
     // Parts of activities and processes.
-    {"",
-     "<property name='[1]' itemSubjectRef='[2]'/><laneSet name='[3]'><lane><documentation>[4]</documentation></lane>"
-     "<documentation>[5]</documentation></laneSet>",
-     ""},
-    {"",
-     "<task><property id='[1]'/><ioSpecification><dataInput name='[2]' itemSubjectRef='[3]'/><dataOutput name='[4]'>"
-     "<documentation>[5]</documentation></dataOutput></ioSpecification></task>",
-     ""},
-    {"",
-     "<task><multiInstanceLoopCharacteristics><inputDataItem name='[1]'/><outputDataItem id='[2]'/>"
-     "<completionCondition>[3]</completionCondition></multiInstanceLoopCharacteristics></task>",
-     ""},
-    {"",
-     "<task><potentialOwner><resourceAssignmentExpression><formalExpression language='[1]'>[2]</formalExpression>"
-     "</resourceAssignmentExpression></potentialOwner></task>",
-     ""},
-    {"",
-     "<dataObject id='d' name='[1]'/><dataObjectReference dataObjectRef='d' name='[2]'/><task><dataInputAssociation>"
+    {"<property name='[1]' itemSubjectRef='[2]'/><laneSet name='[3]'><lane><documentation>[4]</documentation></lane>"
+     "<documentation>[5]</documentation></laneSet>"},
+    {"<task><property id='[1]'/><ioSpecification><dataInput name='[2]' itemSubjectRef='[3]'/><dataOutput name='[4]'>"
+     "<documentation>[5]</documentation></dataOutput></ioSpecification></task>"},
+    {"<task><multiInstanceLoopCharacteristics><inputDataItem name='[1]'/><outputDataItem id='[2]'/>"
+     "<completionCondition>[3]</completionCondition></multiInstanceLoopCharacteristics></task>"},
+    {"<task><potentialOwner><resourceAssignmentExpression><formalExpression language='[1]'>[2]</formalExpression>"
+     "</resourceAssignmentExpression></potentialOwner></task>"},
+    {"<dataObject id='d' name='[1]'/><dataObjectReference dataObjectRef='d' name='[2]'/><task><dataInputAssociation>"
      "<sourceRef>d</sourceRef><documentation>[3]</documentation><assignment><from>[4]</from><to>[5]</to></assignment>"
-     "</dataInputAssociation></task>",
-     ""},
-    {"", "<startEvent><dataOutput name='[1]'/></startEvent><transaction triggeredByEvent='true' name='[2]'/>", ""},
-    {"",
-     "<exclusiveGateway id='g'/><textAnnotation id='t'/><association name='[1]' associationDirection='[2]' "
-     "sourceRef='g' targetRef='t'><documentation>[3]</documentation></association>",
-     ""},
-    {"",
-     "<task isForCompensation='[1]' attachedToRef='[5]' sourceRef='[6]'/><startEvent parallelMultiple='[2]'/>[3]<task> "
-     "[4] </task>",
-     ""},
+     "</dataInputAssociation></task>"},
+    {"<startEvent><dataOutput name='[1]'/></startEvent><transaction triggeredByEvent='true' name='[2]'/>"},
+    {"<exclusiveGateway id='g'/><textAnnotation id='t'/><association name='[1]' associationDirection='[2]' "
+     "sourceRef='g' targetRef='t'><documentation>[3]</documentation></association>"},
+    {"<task isForCompensation='[1]' attachedToRef='[5]' sourceRef='[6]'/><startEvent parallelMultiple='[2]'/>[3]<task> "
+     "[4] </task>"},
     {"", "", "<documentation>[1]</documentation><textAnnotation><text>[2]</text></textAnnotation>"},
 };
 
@@ -118,12 +77,16 @@ TEST(BpmnKept, WhateverIsSaidOutsideOfObjects) {
 }
 
 TEST(BpmnKept, WhateverElementsOfAllKindsSay) {
-    for (const std::string type : kTypes) {
+    std::istringstream types(
+        "userTask receiveTask callActivity subProcess transaction adHocSubProcess startEvent endEvent exclusiveGateway "
+        "complexGateway dataObject dataStoreReference eventBasedGateway intermediateThrowEvent intermediateCatchEvent "
+        "textAnnotation group boundaryEvent");
+    for (std::string type; types >> type;) {
         const std::string process = "<" + type +
                                     " id='x' name='[1]' attachedToRef='host' unheardOf='[2]'><documentation>"
                                     "[3]</documentation><auditing id='[4]'/></" +
                                     type + ">";
-        expectAllKept({"", process.c_str(), ""});
+        expectAllKept({process.c_str()});
     }
 }
 

@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "interchange/BpmnDesk.h"
 
 using testing::ElementsAre;
@@ -88,18 +85,12 @@ TEST(BpmnModels, ACollaborationTakesInTheProcessesOfItsPoolsAndOfItsMessageFlows
     EXPECT_THAT(desk.objects("Task"), testing::Contains("Black-box process \"Govern\""));
 }
 
-TEST(BpmnModels, NamesThatAreTakenByOtherFilesGetNumbers) {
+TEST(BpmnModels, GetNumbersForTakenNamesAndTheNameOfTheOnlyPoolForNone) {
     BpmnDesk desk;
     const char* const file = "<process id='p' name='Order'/>";
     EXPECT_THAT(desk.readDefinitions(file).modelNames(), ElementsAre("Order"));
     EXPECT_THAT(desk.readDefinitions(file).modelNames(), ElementsAre("Order (2)"));
-}
-
-TEST(BpmnModels, ACollaborationWithoutANameIsNamedAfterItsOnlyPool) {
-    BpmnDesk desk;
-    desk.readDefinitions(
-        "<collaboration id='c'><participant id='P' name='Bank' processRef='p'/></collaboration>"
-        "<process id='p'/>");
+    desk.readDefinitions("<collaboration><participant name='Bank' processRef='p'/></collaboration><process id='p'/>");
     EXPECT_THAT(desk.modelNames(), ElementsAre("Bank"));
 }
 

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What reading costs: time grows with the size of the file, whatever its shape, and so does memory.
-#include <gtest/gtest.h>
 #include <malloc.h>
 
 #include <ctime>
-#include <string>
 
 #include "interchange/Document.h"
 #include "interchange/Files.h"

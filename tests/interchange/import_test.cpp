@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reading from the file system: what cannot be read, what kind a file is of, and which library its models go with.
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <string_view>
 #include <thread>
 
 #include "interchange/Files.h"
+#include "support/OnStores.h"
 
 namespace {
 
@@ -19,39 +14,26 @@ using qor::test::expectDiagnostics;
 using qor::test::Files;
 using qor::test::kSmallLibrary;
 
-class Import : public testing::Test {
-protected:
-    Import() : _folder(fs::temp_directory_path() / ("qor-import-" + std::to_string(::getpid()))) {
-        fs::remove_all(_folder);
-        fs::create_directories(_folder / "models");
-    }
-    ~Import() override { fs::remove_all(_folder); }
-
+struct Import : testing::Test, TemporaryFolder {
+    Import() { fs::create_directory(file("models")); }
     std::string write(const std::string& name, std::string_view text) const {
-        const fs::path path = _folder / name;
-        std::ofstream(path, std::ios::binary) << text;
-        return path.string();
+        std::ofstream(file(name), std::ios::binary) << text;
+        return file(name);
     }
-    std::string path(const std::string& name) const { return (_folder / name).string(); }
-
     Files files;
-
-private:
-    fs::path _folder;
 };
 
 constexpr std::string_view kModel = "format: qor.model/1\nlibrary: ../small.yaml\nmodels: [{name: M, type: Notes}]\n";
 
 TEST_F(Import, SaysWhatCannotBeRead) {
-    fs::create_symlink(path("circle"), path("circle"));
+    fs::create_symlink(file("circle"), file("circle"));
     const struct {
-        std::string path;
-        std::string expected;
+        std::string path, expected;
     } kCases[] = {
-        {path("nothing"), "0:0 there is no such file"},
-        {path("models"), "0:0 this is a folder"},
+        {file("nothing"), "0:0 there is no such file"},
+        {file("models"), "0:0 this is a folder"},
         {write("small.yaml", kSmallLibrary) + "/x", "0:0 there is no such file"},
-        {path("circle"), "0:0 circle"},
+        {file("circle"), "0:0 circle"},
         {std::string("a\0b", 3), "0:0 there is no such file"},
         {"", "0:0 there is no such file"},
         {write("empty", ""), "0:0 the file is empty"},
@@ -63,7 +45,7 @@ TEST_F(Import, SaysWhatCannotBeRead) {
     };
     for (const auto& [path, expected] : kCases) {
         const QorImportResult result = files.importer.readFile(path, QorNoIdentifier);
-        expectDiagnostics(result.diagnostics, {expected});
+        expectDiagnostics(result.diagnostics, expected);
         EXPECT_EQ(result.kind, QorFileKind::Unknown);
         EXPECT_EQ(result.diagnostics.at(0).place.file, path);
         EXPECT_EQ(files.importer.kindOf(path), QorFileKind::Unknown) << path;
@@ -74,7 +56,7 @@ TEST_F(Import, RefusesAHugeFileUnread) {
     for (const std::string_view beginning : {"format: qor.model/1\n", "{\"format\": \"qor.model/1\",\n"}) {
         const std::string path = write("huge", beginning);
         fs::resize_file(path, std::uintmax_t{2} << 40);  // a sparse file
-        expectDiagnostics(files.importer.readFile(path, QorNoIdentifier).diagnostics, {"0:0 larger than 512 MiB"});
+        expectDiagnostics(files.importer.readFile(path, QorNoIdentifier).diagnostics, "0:0 larger than 512 MiB");
     }
 }
 
@@ -111,7 +93,7 @@ TEST_F(Import, KnowsKindsByTheirBeginning) {
 }
 
 TEST_F(Import, LooksAtAPipeWithoutLosingIt) {
-    const std::string pipe = path("pipe");
+    const std::string pipe = file("pipe");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     std::thread writer([&] { std::ofstream(pipe) << kSmallLibrary; });
     EXPECT_EQ(files.importer.kindOf(pipe), QorFileKind::Library);
@@ -134,15 +116,15 @@ TEST_F(Import, TellsWhatIsWrongWithTheLibraryThatModelsName) {
     const std::string model = write("models/first.yaml", kModel);
     const std::string library = write("small.yaml", "format: qor.library/1\nname: L\nclases: []\n");
     const QorImportResult result = files.importer.readFile(model, QorNoIdentifier);
-    expectDiagnostics(result.diagnostics, {"3:1 no key \"clases\"", "2:10 cannot be used"});
+    expectDiagnostics(result.diagnostics, "3:1 no key \"clases\"\n2:10 cannot be used");
     EXPECT_EQ(fs::weakly_canonical(result.diagnostics[0].place.file), fs::weakly_canonical(library));
     EXPECT_EQ(result.diagnostics[1].place.file, model);
-    expectDiagnostics(files.importer.readFile(model, QorNoIdentifier).diagnostics, {"2:10 cannot be used"});
+    expectDiagnostics(files.importer.readFile(model, QorNoIdentifier).diagnostics, "2:10 cannot be used");
 
     write("small.yaml", kModel);
     expectDiagnostics(Files().importer.readFile(model, QorNoIdentifier).diagnostics,
-                      {"1:1 file of models, not a method library", "2:10 cannot be used"});
-    expectDiagnostics(files.read("format: qor.model/1\nmodels: []\n").diagnostics, {"1:1 need a method library"});
+                      "1:1 file of models, not a method library\n2:10 cannot be used");
+    expectDiagnostics(files.read("format: qor.model/1\nmodels: []\n").diagnostics, "1:1 need a method library");
     EXPECT_EQ(files.content(), "");
 }
 
