@@ -49,9 +49,7 @@ bool AdminSession::open(bool forWriting) {
         if (result.ok()) error(Qor_RepositoryStatusText(QorRepositoryStatus::ReadOnly), Exit::WriteFailed);
         return false;
     }
-    const QorRepositoryResult log = keepLog(_platform.fileArea());
-    if (!log.ok()) error(log.text, exitOf(log.status));
-    return log.ok();
+    return true;
 }
 
 // ---- Names ----
@@ -153,6 +151,8 @@ void AdminSession::change(const std::function<bool()>& changes) {
             if (!isPlainText(name)) return;
     for (const auto* text : {&options.display, &options.organisation, &options.remark})
         if (*text && !isPlainText(**text)) return;
+    if (!rehearse(changes)) return _messages.clear();
+    if (!startLog()) return;
     QorUnitOfWork unit;
     if (!changes()) return _messages.clear();
     if (unit.commit() == QorErrorCode::Ok) {
@@ -164,6 +164,41 @@ void AdminSession::change(const std::function<bool()>& changes) {
     tellNotStored();
 }
 
+// The log tells of every change at once, so that what would be refused half-way must show before it is switched on.
+bool AdminSession::rehearse(const std::function<bool()>& changes) {
+    const QorUnitOfWork takenBack;
+    if (!takenBack.isOpen()) {
+        tellNotStored();
+        return false;
+    }
+    const bool succeeded = changes();
+    _messages.clear();
+    if (_actedBefore) _platform.setCurrentUser(*_actedBefore);
+    return succeeded;
+}
+
+// It writes down what follows, if the repository wants that.
+bool AdminSession::startLog() {
+    const QorRepositoryResult log = keepLog(_platform.fileArea());
+    if (!log.ok()) error(log.text, exitOf(log.status));
+    return log.ok();
+}
+
+void AdminSession::actAs(const std::string& name) {
+    if (!_actedBefore) _actedBefore = currentName();
+    _platform.setCurrentUser(name);
+}
+
+std::string AdminSession::currentName() const {
+    QorUserID current;
+    SV::String first;
+    SV::String second;
+    auto kind = QorUserLogonNameType::Plain;
+    (void)QorUserManager::allUmansGetCurrentUserID(current);
+    (void)QorUserManager::allUmansGetUserFullDisplayNameOfUserID(current, first, second, kind, true);
+    return first.str();
+}
+
 bool AdminSession::done(const QorBuildResult& result, const std::string& what) {
     if (!result.ok()) tellRefusal(result.error, what);
     return result.ok();
@@ -172,15 +207,8 @@ bool AdminSession::done(const QorBuildResult& result, const std::string& what) {
 void AdminSession::tellRefusal(QorBuildError why, const std::string& what) {
     if (why == QorBuildError::NotStored) return tellNotStored();
     std::string text = fmt::format("{}: {}", what, Qor_BuildErrorText(why));
-    if (why == QorBuildError::NotAllowed) {
-        QorUserID current;
-        (void)QorUserManager::allUmansGetCurrentUserID(current);
-        SV::String first;
-        SV::String second;
-        auto kind = QorUserLogonNameType::Plain;
-        (void)QorUserManager::allUmansGetUserFullDisplayNameOfUserID(current, first, second, kind, true);
-        text += fmt::format("; you are {}, --user NAME names somebody else", quoted(first.view()));
-    }
+    if (why == QorBuildError::NotAllowed)
+        text += fmt::format("; you are {}, --user NAME names somebody else", quoted(currentName()));
     error(text, why == QorBuildError::NoIdentifiersLeft ? Exit::WriteFailed : Exit::WrongUse);
 }
 

@@ -33,8 +33,8 @@ public:
     /// Opens the file. False, after telling why, when nothing of it can be read, or nothing written to it.
     bool open(bool forWriting);
 
-    /// Goes on as this user.
-    void actAs(const std::string& name) { _platform.setCurrentUser(name); }
+    /// Goes on as this user, when so far a guest has acted.
+    void actAs(const std::string& name);
 
     // ---- Names; none after telling what is not there ----
 
@@ -55,8 +55,11 @@ public:
 
     // ---- What is told ----
 
-    /// Runs changes as one: all of them are kept, or none when one is refused.
+    /// Runs changes as one: all of them are kept, or none when one is refused. They are run twice, the first time to be
+    /// taken back again.
     void change(const std::function<bool()>& changes);
+    /// Makes the administrator log hear of changes. False, after telling why, when it is on and cannot be written.
+    bool startLog();
     /// False, after telling why, when the repository refused to change what is named.
     bool done(const QorBuildResult& result, const std::string& what);
     /// Why a change was not written.
@@ -74,6 +77,9 @@ public:
 
 private:
     [[nodiscard]] bool isPlainText(const std::string& name);
+    [[nodiscard]] bool rehearse(const std::function<bool()>& changes);
+    /// As it is shown; of a guest it is the logon name.
+    [[nodiscard]] std::string currentName() const;
 
     InternalErrors _internalErrors;
     QorEmbeddedPlatform _platform;
@@ -82,6 +88,7 @@ private:
     std::optional<JsonWriter> _json;
     std::vector<std::string> _messages;
     std::vector<std::string> _errors;
+    std::optional<std::string> _actedBefore;
     Exit _exit = Exit::Clean;
 };
 

@@ -112,6 +112,7 @@ private:
 
     bool apply() {
         if (_assignment.changes().empty()) return true;
+        if (!_session.startLog()) return false;
         const QorErrorCode code = _assignment.apply();
         if (code == QorRepositoryCode::NotStored) _session.tellNotStored();
         return code == QorErrorCode::Ok || (code != QorRepositoryCode::NotStored && ok(code));

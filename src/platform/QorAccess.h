@@ -2,7 +2,7 @@
 #pragma once
 #include <cstdint>
 #include <memory>
-#include <set>
+#include <vector>
 
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
@@ -46,16 +46,24 @@ public:
     QorAccModelgroupContainer& operator=(const QorAccModelgroupContainer& other);
     ~QorAccModelgroupContainer();
 
-    /// Takes the entry over; O(log n).
+    /// Takes the entry over; amortised O(1).
     void add(std::unique_ptr<QorAccModelgroup> entry);
     void removeAll();
     [[nodiscard]] unsigned long numberOfElements() const { return _entries.size(); }
 
-    /// Entries stay where they are until `removeAll` or the container's end.
-    using Entries = std::multiset<std::unique_ptr<QorAccModelgroup>>;
-    [[nodiscard]] Entries::const_iterator begin() const { return _entries.begin(); }
+    /// Entries stay where they are until `removeAll` or the container's end; iterators hold until the next change. The
+    /// first question after additions puts the entries in order, O(n log n) unless they came so.
+    using Entries = std::vector<std::unique_ptr<QorAccModelgroup>>;
+    [[nodiscard]] Entries::const_iterator begin() const {
+        if (!_isInOrder) putInOrder();
+        return _entries.begin();
+    }
     [[nodiscard]] Entries::const_iterator end() const { return _entries.end(); }
 
 private:
-    Entries _entries;
+    void putInOrder() const;
+
+    // Putting in order changes where entries stand, never which ones they are.
+    mutable Entries _entries;
+    mutable bool _isInOrder = true;
 };

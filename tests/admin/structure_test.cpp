@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "support/UserDesk.h"
 
 namespace {
@@ -209,6 +211,17 @@ TEST_F(AccessStructure, EntriesOfTheGroupsBeforeAFailingOneStay) {
     const auto access = accessOf(ada);
     EXPECT_EQ(access.code, kUnknownCode);
     EXPECT_EQ(access.found, (Entries{{orders, kRead}})) << "user groups are asked in ascending order";
+}
+
+TEST_F(AccessStructure, CopiesOfAContainerHaveEntriesOfTheirOwn) {
+    QorAccModelgroupContainer original;
+    for (const std::int32_t permission : {1, 4})
+        original.add(std::make_unique<QorAccModelgroup>(7, "Sales", 5, permission));
+    QorAccModelgroupContainer copy(original);
+    copy = copy;
+    original = QorAccModelgroupContainer();
+    EXPECT_EQ(original.numberOfElements(), 0U);
+    EXPECT_EQ(entries(copy), (Entries{{7, 0}, {7, kWrite}})) << "1 is read as no access";
 }
 
 }  // namespace

@@ -11,7 +11,9 @@ namespace {
 using qor::test::CommandRunner;
 using qor::test::kWorkshop;
 using qor::test::Outcome;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 
 struct Step {
     const char* arguments;
@@ -112,6 +114,17 @@ TEST_F(CliUsers, ReachWhatTheirGroupsMayAndAreToldWhy) {
          {"group remove shop.qor --user ada Staff", 0, "with 2 memberships and 2 permissions"}});
     EXPECT_THAT(qor.run("access shop.qor bob").err, HasSubstr("is allowed no library"));
     EXPECT_THAT(qor.run("access shop.qor cyd").err, HasSubstr("groups without permissions"));
+}
+
+TEST_F(CliUsers, AreWrittenIntoTheLogOnlyWhenTheyAreKept) {
+    const std::string key = " --key-file " + (qor.folder() / "key").string();
+    ASSERT_EQ(qor.run("log start shop.qor" + key).exit, 0);
+    EXPECT_EQ(qor.run("user add shop.qor ada bob" + key).exit, 0);
+    EXPECT_EQ(qor.run("user add shop.qor --user ada cyd bob" + key).exit, 2);
+    const std::string log = qor.run("log show shop.qor" + key).out;
+    EXPECT_THAT(log, AllOf(HasSubstr("User: ada"), HasSubstr("ada  User created  User: bob")));
+    EXPECT_THAT(log, Not(HasSubstr("cyd")));
+    EXPECT_EQ(qor.run("log verify shop.qor" + key).exit, 0);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // Users, user groups and permissions: who may change what, what the contracts then answer, which events tell of it.
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <set>
 
 #include "platform/QorCoreModelGroupManager.h"
 #include "platform/QorEventListener.h"
