@@ -7,6 +7,7 @@
 
 #include "cli/AdminCommands.h"
 #include "cli/HelpTexts.h"
+#include "cli/LanguageArgument.h"
 
 namespace qor::cli {
 
@@ -60,9 +61,7 @@ inline void describeActor(CLI::App& command, AdminOptions& options, const std::s
         ->option_text("PATH")
         ->allow_extra_args(false);
     command.add_flag("--json", options.json, "Write one JSON document, " + schema);
-    command.add_option("--language", options.language, "Language of the messages: en or de")
-        ->check(CLI::IsMember(std::vector<std::string>{"en", "de"}))
-        ->option_text("LANGUAGE");
+    addLanguage(command, options.language);
 }
 
 inline void describeUserDetails(CLI::App& command, AdminOptions& options, bool isNew) {
