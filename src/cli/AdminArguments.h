@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "cli/AdminCommands.h"
+#include "cli/CommonArguments.h"
 #include "cli/HelpTexts.h"
-#include "cli/LanguageArgument.h"
 
 namespace qor::cli {
 
@@ -54,9 +54,7 @@ inline constexpr AdminVerb kPermissionVerbs[] = {
 };
 
 inline void describeActor(CLI::App& command, AdminOptions& options, const std::string& schema) {
-    command.add_option("--user", options.actor, "Act as this user; else as the operating system's")
-        ->option_text("NAME")
-        ->allow_extra_args(false);
+    addActor(command, options.actor);
     command.add_option("--key-file", options.keyFile, "The key that the administrator log is enciphered with")
         ->option_text("PATH")
         ->allow_extra_args(false);

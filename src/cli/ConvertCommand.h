@@ -16,6 +16,7 @@ struct ModelEditOptions {
     bool dryRun = false;
     bool json = false;
     std::string language = "en";
+    std::string user;  ///< who acts; empty: the operating system's
 };
 
 struct ConvertOptions {

@@ -18,7 +18,7 @@ ConvertSession::ConvertSession(const ModelEditOptions& options, Console& console
     : _options(options),
       _console(console),
       _internalErrors(console),
-      _platform({.language = options.language, .console = false, .user = {}}),
+      _platform({.language = options.language, .console = false, .user = options.user}),
       _host(_platform.host()) {
     _host.windows = &_internalErrors.windows();
     _installation.emplace(_host);

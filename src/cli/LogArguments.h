@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "cli/CommonArguments.h"
 #include "cli/HelpTexts.h"
-#include "cli/LanguageArgument.h"
 #include "cli/LogCommand.h"
 
 namespace qor::cli {
@@ -32,7 +32,7 @@ inline void describeLogVerb(CLI::App& command, const LogVerb& verb, LogOptions& 
     const std::string_view name = verb.name;
     command.add_flag("--json", options.repo.json, std::string("Write one JSON document, qor.log.") + verb.name + "/1");
     addLanguage(command, options.repo.language);
-    command.add_option("--user", options.repo.user, "Act as this user")->option_text("NAME");
+    addActor(command, options.repo.user);
     command.add_option("--key-file", options.repo.keyFile, "The key file; else QOR_KEY_FILE, or the usual place")
         ->option_text("PATH");
     if (verb.filters) {

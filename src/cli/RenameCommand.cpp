@@ -133,7 +133,7 @@ Exit runRename(const RenameOptions& options, Console& console) {
     console.progress().start();
     console.progress().say("reading models");
     Workspaces workspaces(options.language, internalErrors.windows(),
-                          options.dryRun ? QorRepositoryAccess::Copy : QorRepositoryAccess::ReadWrite);
+                          options.dryRun ? QorRepositoryAccess::Copy : QorRepositoryAccess::ReadWrite, options.user);
     ModelSet set(workspaces, options.library);
     set.read(options.files);
     if (!options.json || set.workspace() == nullptr)

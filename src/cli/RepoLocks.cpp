@@ -61,16 +61,16 @@ void unlock(RepoSession& session) {
         libraries = {chooseLibrary(session.reader(), session.options.library, reason)};
         if (!reason.empty()) return session.error(session.options.file, reason, Exit::WrongUse);
     }
+    if (!session.platform().userAdministration().mayAdminister(true))
+        return session.error(session.options.file,
+                             "only an administrator may break a lock; --user NAME names somebody else", Exit::WrongUse);
     std::vector<QorLibraryLock> broken = locksByLibrary(session);
     std::erase_if(broken, [&](const QorLibraryLock& lock) {
         return std::find(libraries.begin(), libraries.end(), lock.library) == libraries.end();
     });
     for (const QorIdentifier library : libraries) {
         const QorRepositoryResult result = session.platform().breakLibraryLocks(library);
-        if (!result.ok())
-            return session.error(
-                session.options.file, problemText(result),
-                result.status == QorRepositoryStatus::NoPermission ? Exit::Locked : exitOf(result.status));
+        if (!result.ok()) return session.error(session.options.file, problemText(result), exitOf(result.status));
     }
     if (session.options.json) return writeLocks(session, session.beginJson(), "broken", broken);
     for (const QorLibraryLock& lock : broken)

@@ -38,6 +38,7 @@ struct SimResetOptions {
     std::vector<std::string> models;
     bool dryRun = false;
     bool json = false;
+    std::string user;  ///< who acts; empty: the operating system's
 };
 
 [[nodiscard]] Exit runSimList(SimListing listing, const SimListOptions& options, Console& console);

@@ -26,7 +26,11 @@ namespace {
 class OpenRepository {
 public:
     OpenRepository(const SimResetOptions& options, Console& console)
-        : _options(options), _console(console), _internalErrors(console), _host(_platform.host()) {
+        : _options(options),
+          _console(console),
+          _internalErrors(console),
+          _platform({.language = "en", .console = false, .user = options.user}),
+          _host(_platform.host()) {
         _host.windows = &_internalErrors.windows();
         _installation.emplace(_host);
     }

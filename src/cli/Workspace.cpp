@@ -16,9 +16,10 @@ namespace qor::cli {
 
 namespace {
 
-QorEmbeddedOptions platformOptions(std::string_view language) {
+QorEmbeddedOptions platformOptions(std::string_view language, std::string_view user) {
     QorEmbeddedOptions options;
     options.language = language;
+    options.user = user;
     return options;
 }
 
@@ -65,9 +66,9 @@ void CommandWindows::internalError(const char* source, long line, const char* te
     _report(_receiver, fmt::format("{}, line {}{}{}", source, line, hasText ? ": " : "", hasText ? text : ""));
 }
 
-Workspace::Workspace(std::string_view language, QorWindows& windows, QorRepositoryAccess access)
+Workspace::Workspace(std::string_view language, QorWindows& windows, QorRepositoryAccess access, std::string_view user)
     : _access(access),
-      _platform(platformOptions(language)),
+      _platform(platformOptions(language, user)),
       _host(_platform.host()),
       _importer(_platform.builder(), _platform.reader()) {
     _host.windows = &windows;
@@ -182,7 +183,7 @@ Workspaces::~Workspaces() {
 Workspace& Workspaces::open(const std::string& libraryPath) {
     std::unique_ptr<Workspace>& workspace = _byPath[libraryPath.empty() ? libraryPath : canonical(libraryPath)];
     const bool isNew = !workspace;
-    if (isNew) workspace = std::make_unique<Workspace>(_language, _windows, _access);
+    if (isNew) workspace = std::make_unique<Workspace>(_language, _windows, _access, _user);
     if (_installed != workspace.get()) {
         if (_installed != nullptr) _installed->leave();
         workspace->install();

@@ -42,8 +42,8 @@ struct RuleError {
 /// A platform of its own for each method library: two files may bring libraries of the same name.
 class Workspace {
 public:
-    /// `access`: how repository files are opened.
-    Workspace(std::string_view language, QorWindows& windows, QorRepositoryAccess access);
+    /// `access`: how repository files are opened; `user`: who works on them, empty for the operating system's.
+    Workspace(std::string_view language, QorWindows& windows, QorRepositoryAccess access, std::string_view user);
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
     ~Workspace();
@@ -102,8 +102,9 @@ private:
 class Workspaces {
 public:
     /// Repository files are copied into memory unless they are to be written.
-    Workspaces(std::string language, QorWindows& windows, QorRepositoryAccess access = QorRepositoryAccess::Copy)
-        : _language(std::move(language)), _windows(windows), _access(access) {}
+    Workspaces(std::string language, QorWindows& windows, QorRepositoryAccess access = QorRepositoryAccess::Copy,
+               std::string user = {})
+        : _language(std::move(language)), _windows(windows), _access(access), _user(std::move(user)) {}
     Workspaces(const Workspaces&) = delete;
     Workspaces& operator=(const Workspaces&) = delete;
     ~Workspaces();
@@ -121,6 +122,7 @@ private:
     std::string _language;
     QorWindows& _windows;
     QorRepositoryAccess _access;
+    std::string _user;
     std::map<std::string, std::unique_ptr<Workspace>> _byPath;
     Workspace* _installed = nullptr;
 };

@@ -8,12 +8,12 @@
 #include "cli/AdminArguments.h"
 #include "cli/CalendarCommand.h"
 #include "cli/Commands.h"
+#include "cli/CommonArguments.h"
 #include "cli/Console.h"
 #include "cli/ConvertCommand.h"
 #include "cli/DistributionCommand.h"
 #include "cli/HelpTexts.h"
 #include "cli/HierarchyCommand.h"
-#include "cli/LanguageArgument.h"
 #include "cli/LogArguments.h"
 #include "cli/Nearest.h"
 #include "cli/RenameCommand.h"
@@ -24,6 +24,7 @@ using namespace qor::cli::help;
 
 namespace {
 
+using qor::cli::addActor;
 using qor::cli::addLanguage;
 using qor::cli::Console;
 using qor::cli::Exit;
@@ -165,6 +166,7 @@ CLI::App& describeRepo(CLI::App& app, qor::cli::RepoOptions& options) {
         CLI::App& command = *repo.add_subcommand(name, verb.purpose);
         command.add_flag("--json", options.json, "Write one JSON document, qor.repo." + name + "/1");
         command.add_option("FILE", options.file, "The repository file")->required()->option_text(" ");
+        if (name == "import" || name == "unlock") addActor(command, options.user);
         if (name == "import") {
             addLanguage(command, options.language);
             command.add_option("--library", options.library, "The repository's library that the models are made with")
@@ -240,6 +242,7 @@ CLI::App& describeRename(CLI::App& app, qor::cli::RenameOptions& options) {
         ->allow_extra_args(false);
     rename.add_flag("--dry-run", options.dryRun, "Only show the new names; needed for model files");
     rename.add_flag("--json", options.json, "Write one JSON document, qor.rename/1");
+    addActor(rename, options.user);
     addLanguage(rename, options.language);
     rename.add_option("MODEL", options.files, "Repository file; with --dry-run also files and folders with models")
         ->required()
@@ -261,6 +264,7 @@ void describeModelEdit(CLI::App& command, qor::cli::ModelEditOptions& options) {
     command.add_option("--model", options.model, "The model, where the library has several")->option_text("NAME");
     command.add_flag("--dry-run", options.dryRun, "Only show what would change");
     command.add_flag("--json", options.json, "Write one JSON document, qor." + command.get_name() + "/1");
+    addActor(command, options.user);
     addLanguage(command, options.language);
     command.add_option("FILE", options.file, "The repository file; FILE#NAME for one of several libraries")
         ->required()
@@ -324,6 +328,7 @@ void describeSim(CLI::App& sim, Options& options) {
     reset.add_option("--model", options.simReset.models, "The models to reset")->required()->option_text("NAME...");
     reset.add_flag("--dry-run", options.simReset.dryRun, "Only show what would change; needed for model files");
     reset.add_flag("--json", options.simReset.json, "Write one JSON document, qor.sim.reset/1");
+    addActor(reset, options.simReset.user);
     reset.add_option("FILE", options.simReset.file, "Repository file, or with --dry-run a file with models")
         ->option_text(" ");
     reset.callback([&options] { takeFileFrom(options.simReset.models, options.simReset.file); });

@@ -218,7 +218,8 @@ TEST_F(AccessStructure, CopiesOfAContainerHaveEntriesOfTheirOwn) {
     for (const std::int32_t permission : {1, 4})
         original.add(std::make_unique<QorAccModelgroup>(7, "Sales", 5, permission));
     QorAccModelgroupContainer copy(original);
-    copy = copy;
+    const auto& itself = copy;
+    copy = itself;
     original = QorAccModelgroupContainer();
     EXPECT_EQ(original.numberOfElements(), 0U);
     EXPECT_EQ(entries(copy), (Entries{{7, 0}, {7, kWrite}})) << "1 is read as no access";

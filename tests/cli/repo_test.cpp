@@ -147,6 +147,10 @@ TEST_F(CliRepo, IsNotWrittenWhileAnotherUserHasItsLibraryLockedUntilAnAdministra
     EXPECT_EQ(qor.run("repo unlock shop.qor").out, "nothing was locked\n");
     EXPECT_EQ(qor.run("repo import --keep shop.qor clean.yaml").exit, 0);
     EXPECT_FALSE(bob.builder().addApplicationLibrary("New", "", "").ok());
+
+    ASSERT_EQ(qor.run("user add shop.qor ada").exit, 0);
+    EXPECT_EQ(qor.run("repo unlock shop.qor --user bob").exit, 2) << "ada is the administrator now";
+    EXPECT_EQ(qor.run("repo unlock shop.qor --user ada").exit, 0);
 }
 
 // Models "One" to "Four", each with a step that leads to the next one or nowhere.
