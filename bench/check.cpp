@@ -317,6 +317,15 @@ void CheckWithoutView(benchmark::State& state) {
     });
 }
 
+void CheckTangleWithoutView(benchmark::State& state) {
+    Model model(kLooseRules);
+    model.addTangle(static_cast<int>(state.range(0)));
+    measureAgainstPasses(state, model, [&] {
+        const auto plain = model.withoutView();
+        return checkCompletely(model);
+    });
+}
+
 // One object named as changed in a model that has been checked.
 void RecheckAfterAnEdit(benchmark::State& state) {
     Model model(kRingRules);
@@ -417,6 +426,7 @@ BENCHMARK(CheckModelToFirstBreach)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark
 BENCHMARK(CheckModelCompletely)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckTangle)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckTargetLimits)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CheckTangleWithoutView)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CheckWithoutView)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RecheckAfterAnEdit)->Arg(10'000)->Arg(1'000'000);
 BENCHMARK(CheckCollection)->Unit(benchmark::kMillisecond);

@@ -57,7 +57,7 @@ ClassPlan planOf(const QorClassCardinality& rules) {
 
 }  // namespace
 
-const ClassPlan& ClassPlans::of(QorIdentifier cls) {
+const ClassPlan& ClassPlans::lookUp(QorIdentifier cls) {
     const auto number = _index.add(static_cast<std::uint32_t>(cls));
     if (number == _plans.size()) {
         const auto* rules = _rules.find(cls);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <vector>
@@ -37,9 +38,23 @@ public:
     explicit ClassPlans(const ClassRules& rules) : _rules(rules) {}
     [[nodiscard]] const ClassRules& rules() const noexcept { return _rules; }
     /// O(1); O(the class's rules) on the first call for a class.
-    const ClassPlan& of(QorIdentifier cls);
+    const ClassPlan& of(QorIdentifier cls) {
+        auto& recent = _recent[static_cast<std::uint32_t>(cls) % kRecent];
+        if (recent.plan == nullptr || recent.cls != cls) recent = {cls, &lookUp(cls)};
+        return *recent.plan;
+    }
 
 private:
+    /// Few classes make up a model: most look-ups find theirs here.
+    struct Recent {
+        QorIdentifier cls = QorNoIdentifier;
+        const ClassPlan* plan = nullptr;
+    };
+    static constexpr std::size_t kRecent = 64;
+
+    const ClassPlan& lookUp(QorIdentifier cls);
+
+    std::array<Recent, kRecent> _recent{};
     const ClassRules& _rules;
     KeyIndex _index;
     std::deque<ClassPlan> _plans;

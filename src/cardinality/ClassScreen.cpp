@@ -93,8 +93,14 @@ bool ClassScreen::holdsScanned(const Side& side, std::span<const QorRelationEnd>
 
 bool ClassScreen::relationHolds(const Relation& relation, std::span<const QorRelationEnd> ends) {
     if (ends.size() <= relation.quiet() && !relation.hasLeast()) return true;
+    std::uint32_t count = 0;
+    for (const auto& end : ends) count += end.relationClass == relation.relationClass ? 1u : 0u;
+    if (count < relation.least || count > relation.most) return false;
+    return (count <= relation.quietTowards && !relation.hasLeastTowards) || towardsHolds(relation, ends);
+}
+
+bool ClassScreen::towardsHolds(const Relation& relation, std::span<const QorRelationEnd> ends) {
     const OtherClasses others(ends, relation.relationClass);
-    if (others.count() < relation.least || others.count() > relation.most) return false;
     if (relation.hasLeastTowards)
         for (const auto& target : relation.targets)
             if (target.least > 0 && others.countOf(target.cls) < target.least) return false;

@@ -73,6 +73,7 @@ private:
                                const QorRelationCardinality& relation);
     static bool holdsScanned(const Side& side, std::span<const QorRelationEnd> ends);
     static bool relationHolds(const Relation& relation, std::span<const QorRelationEnd> ends);
+    static bool towardsHolds(const Relation& relation, std::span<const QorRelationEnd> ends);
     static bool holdsGrouped(const Side& side, const EndGroups& groups);
     static const Relation* find(const Side& side, QorIdentifier relationClass);
 

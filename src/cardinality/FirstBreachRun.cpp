@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "cardinality/ObjectBlocks.h"
 #include "cardinality/repository.h"
 
 namespace qor::cardinality {
@@ -24,8 +25,10 @@ FirstBreachRun::~FirstBreachRun() = default;
 bool FirstBreachRun::checkModel(long model) {
     ISortedSet<long> objects;
     if (!succeeded(Request::ObjectsOfModel, repository().getAllInstancesInModel(model, objects))) return false;
-    for (const long object : objects)
-        if (!checkObject(object, true, true)) return false;
+    ObjectBlocks blocks({objects.begin(), objects.end()});
+    for (auto block = blocks.next(); !block.objects.empty(); block = blocks.next())
+        for (std::size_t at = 0; at < block.objects.size(); ++at)
+            if (!checkInBlock(block.objects[at], at < block.views.size() ? &block.views[at] : nullptr)) return false;
 
     ISortedSet<long> classes;
     if (!visibleClasses(model, classes)) return false;
@@ -34,6 +37,18 @@ bool FirstBreachRun::checkModel(long model) {
         _results.checked.classes.add(cls);
         if (!checkClass(model, cls, true, true)) return false;
     }
+    return true;
+}
+
+bool FirstBreachRun::checkInBlock(long object, const QorObjectView* view) {
+    const auto* kept = view == nullptr ? nullptr : _tests.planKept(*view);
+    if (kept == nullptr) return checkObject(object, true, true);
+    if (_results.checked.objects.contains(object)) return true;
+    if (kept->rules != nullptr) {
+        passed(view->outgoing);
+        passedMinima(*kept);
+    }
+    _results.checked.objects.add(object);
     return true;
 }
 

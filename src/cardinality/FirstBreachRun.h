@@ -41,6 +41,7 @@ public:
     bool checkClass(long model, long cls, bool minima, bool maxima);
 
 private:
+    bool checkInBlock(long object, const QorObjectView* view);
     void record(const QorCardinalityBreach& breach);
 
     bool breached(ObjectRelations& object, const Finding& finding) override;

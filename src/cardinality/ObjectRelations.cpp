@@ -74,10 +74,8 @@ bool PlainRelations::readEnd(long relation, Direction direction, QorRelationEnd&
 bool PlainRelations::read(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
     ends.clear();
     if (!list(object, direction, _relations)) return false;
-    ends.resize(_relations.numberOfElements());
-    auto* end = ends.data();
     for (const long relation : _relations)
-        if (!readEnd(relation, direction, *end++)) return false;
+        if (!readEnd(relation, direction, ends.emplace_back())) return false;
     return true;
 }
 

@@ -147,6 +147,23 @@ private:
 
 }  // namespace
 
+const ClassPlan* ObjectTests::planKept(const QorObjectView& object) {
+    const auto cls = Qor_NarrowIdentifier(object.cls);
+    if (!cls) return nullptr;
+    const auto& plan = _plans.of(*cls);
+    if (plan.rules == nullptr) return &plan;
+    const auto holds = [&](Direction direction, std::span<const QorRelationEnd> ends) {
+        return plan.screen.holds(direction, ends, [&]() -> const EndGroups& {
+            _groups.count(ends);
+            return _groups;
+        });
+    };
+    const bool allHold = holds(Direction::Outgoing, object.outgoing) && holds(Direction::Incoming, object.incoming) &&
+                         plan.screen.totalHolds(static_cast<std::uint32_t>(object.outgoing.size()) +
+                                                static_cast<std::uint32_t>(object.incoming.size()));
+    return allHold ? &plan : nullptr;
+}
+
 /// Reads no more, and in no other order, than the tests would, so that a failing repository shows alike.
 ObjectTests::Screening ObjectTests::screen(ObjectRelations& object, const ClassPlan& plan, TestObserver& observer) {
     for (const auto direction : {Direction::Outgoing, Direction::Incoming}) {

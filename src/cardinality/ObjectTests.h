@@ -51,6 +51,9 @@ class ObjectTests {
 public:
     explicit ObjectTests(ClassPlans& plans) : _plans(plans) {}
 
+    /// The plan of the object's class when the object keeps all limits; null when `test` has to find out more.
+    const ClassPlan* planKept(const QorObjectView& object);
+
     /// All maxima, then all minima, to the end or until the observer stops them.
     Outcome test(ObjectRelations& object, TestObserver& observer);
 
@@ -63,6 +66,7 @@ private:
     static Screening screen(ObjectRelations& object, const ClassPlan& plan, TestObserver& observer);
 
     ClassPlans& _plans;
+    EndGroups _groups;
 };
 
 }  // namespace qor::cardinality

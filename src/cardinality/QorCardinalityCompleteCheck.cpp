@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cardinality/QorCardinalityCompleteCheck.h"
 
+#include "cardinality/ObjectBlocks.h"
 #include "cardinality/ObjectTests.h"
 #include "cardinality/QorCardinalityHandler.h"
 #include "cardinality/breaches.h"
@@ -34,10 +35,13 @@ private:
         ISortedSet<long> objects;
         if (!succeeded(Request::ObjectsOfModel, repository().getAllInstancesInModel(model, objects)))
             return Outcome::Failed;
-        for (const long object : objects) {
-            const auto outcome = checkObject(object);
-            if (outcome != Outcome::Completed) return outcome;
-        }
+        ObjectBlocks blocks({objects.begin(), objects.end()});
+        for (auto block = blocks.next(); !block.objects.empty(); block = blocks.next())
+            for (std::size_t at = 0; at < block.objects.size(); ++at) {
+                if (at < block.views.size() && _tests.planKept(block.views[at]) != nullptr) continue;
+                const auto outcome = checkObject(block.objects[at]);
+                if (outcome != Outcome::Completed) return outcome;
+            }
         return Outcome::Completed;
     }
 

@@ -28,14 +28,6 @@ QorRelationEnd Adjacency::endOf(Direction direction, const RelationRow& relation
     return {relation.id, relation.relationClass, other, _tables.objects[rowOf(other)].cls};
 }
 
-std::span<const QorRelationEnd> Adjacency::ends(Direction direction, std::size_t object) {
-    prepare();
-    Side& side = _sides[direction];
-    if (object >= side.places.size()) return {};
-    if (side.places[object].count & kUntidy) tidy(direction, object);
-    return {first(side, side.places[object]), side.places[object].count};
-}
-
 void Adjacency::noteRemoval(const RelationRow& relation) {
     if (!_laidOut) return;
     mark(Outgoing, relation.from);
@@ -105,7 +97,6 @@ void Adjacency::fillInEnds() {
     }
 }
 
-// Brings the lists up to date before they are read.
 void Adjacency::prepare() {
     const std::size_t fresh = _tables.relations.size() - (_laidOut ? _relationsTakenUp : 0);
     if (!_laidOut || (fresh + _edits) * 8 > _tables.objects.size() + _tables.relations.size())
@@ -123,11 +114,6 @@ void Adjacency::takeUpNew() {
             addEnd(direction, rowOf(ownEnd(direction, relation)), endOf(direction, relation));
         ++_edits;
     }
-}
-
-QorRelationEnd* Adjacency::first(Side& side, const Place& place) {
-    return place.start < side.ends.size() ? side.ends.data() + place.start
-                                          : side.overlay.data() + (place.start - side.ends.size());
 }
 
 // A list in the overlay has room for the next power of two, one among the laid out ends for no more than it holds.

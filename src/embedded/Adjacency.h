@@ -25,7 +25,20 @@ public:
     Adjacency(const ThingTable& things, const InstanceTables& tables) : _things(things), _tables(tables) {}
 
     // The object's ends, ascending by relation. Holds until the next change. May lay out first.
-    [[nodiscard]] std::span<const QorRelationEnd> ends(Direction direction, std::size_t object);
+    [[nodiscard]] std::span<const QorRelationEnd> ends(Direction direction, std::size_t object) {
+        prepare();
+        return preparedEnds(direction, object);
+    }
+
+    // To ask for many objects' ends: brings the lists up to date, until the next change.
+    void prepare();
+    [[nodiscard]] std::span<const QorRelationEnd> preparedEnds(Direction direction, std::size_t object) {
+        Side& side = _sides[direction];
+        if (object >= side.places.size()) return {};
+        const Place& place = side.places[object];
+        if (place.count & kUntidy) tidy(direction, object);
+        return {first(side, place), place.count};
+    }
 
     // Relations that were added at the end of their table are found by themselves. To be told of are:
     // - a relation that goes away, while its row still stands;
@@ -58,11 +71,13 @@ private:
     [[nodiscard]] std::size_t rowOf(QorIdentifier object) const { return _things.at(object).index; }
     [[nodiscard]] QorRelationEnd endOf(Direction direction, const RelationRow& relation) const;
 
-    void prepare();
     void takeUpNew();
     void countEnds();
     void fillInEnds();
-    static QorRelationEnd* first(Side& side, const Place& place);
+    static QorRelationEnd* first(Side& side, const Place& place) {
+        return place.start < side.ends.size() ? side.ends.data() + place.start
+                                              : side.overlay.data() + (place.start - side.ends.size());
+    }
     void makeRoomForEnd(Direction direction, std::size_t object);
     void addEnd(Direction direction, std::size_t object, const QorRelationEnd& end) noexcept;
     void mark(Direction direction, QorIdentifier object) noexcept;

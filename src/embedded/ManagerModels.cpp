@@ -11,17 +11,17 @@ QorErrorCode ModelingManager::viewObject(long object, long& cls, std::span<const
     cls = -1;
     outgoing = incoming = {};
     return answered([&] {
-        ModelStore& models = _repository.models();
-        const QorIdentifier id = narrow(object);
-        const ObjectRow* const row = models.object(id);
-        if (row == nullptr) return QorErrorCode::NotFound;
-        // What either call lays out anew the other one finds laid out, so both spans hold.
-        const auto leaving = models.ends(Adjacency::Outgoing, id);
-        const auto arriving = models.ends(Adjacency::Incoming, id);
-        outgoing = leaving;
-        incoming = arriving;
-        return give(cls, row->cls);
+        QorObjectView view;
+        if (_repository.models().viewObjects({&object, 1}, {&view, 1}) == 0) return QorErrorCode::NotFound;
+        outgoing = view.outgoing;
+        incoming = view.incoming;
+        cls = view.cls;
+        return QorErrorCode::Ok;
     });
+}
+
+std::size_t ModelingManager::viewObjects(std::span<const long> objects, std::span<QorObjectView> views) {
+    return Qor_Guarded("embedded", std::size_t{0}, [&] { return _repository.models().viewObjects(objects, views); });
 }
 
 // ---- Models and objects ----
@@ -149,10 +149,9 @@ QorErrorCode ModelingManager::giveRelations(long object, Adjacency::Direction di
         const QorIdentifier id = narrow(object);
         if (_repository.models().object(id) == nullptr) return QorErrorCode::NotFound;
         const std::span<const QorRelationEnd> ends = _repository.models().ends(direction, id);
-        std::vector<long> found;
-        found.reserve(ends.size());
-        for (const QorRelationEnd& end : ends) found.push_back(end.relation);
-        return give(relations, std::move(found));
+        relations.reserve(ends.size());
+        for (const QorRelationEnd& end : ends) relations.add(end.relation);
+        return QorErrorCode::Ok;
     });
 }
 

@@ -87,6 +87,9 @@ public:
         return _adjacency.ends(direction, _store.things.at(object).index);
     }
 
+    // Views objects up to the first identifier that stands for none, and answers how many; no more than fit in `views`.
+    std::size_t viewObjects(std::span<const long> objects, std::span<QorObjectView> views);
+
     [[nodiscard]] std::size_t bytes() const;
 
 private:

@@ -17,6 +17,18 @@ const ObjectRow* ModelStore::object(QorIdentifier id) const {
     return rowOf(_store.things, _tables.objects, id, QorThingKind::Object);
 }
 
+std::size_t ModelStore::viewObjects(std::span<const long> objects, std::span<QorObjectView> views) {
+    _adjacency.prepare();
+    const auto most = std::min(objects.size(), views.size());
+    for (std::size_t at = 0; at < most; ++at) {
+        const ThingPlace place = _store.things.at(Qor_NarrowIdentifier(objects[at]).value_or(QorNoIdentifier));
+        if (place.kind != QorThingKind::Object) return at;
+        views[at] = {_tables.objects[place.index].cls, _adjacency.preparedEnds(Adjacency::Outgoing, place.index),
+                     _adjacency.preparedEnds(Adjacency::Incoming, place.index)};
+    }
+    return most;
+}
+
 const RelationRow* ModelStore::relation(QorIdentifier id) const {
     return rowOf(_store.things, _tables.relations, id, QorThingKind::Relation);
 }

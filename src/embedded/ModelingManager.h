@@ -26,6 +26,7 @@ public:
     QorModelTypeAttrHandler* modelTypeHandler() override { return _session.modelTypes.get(); }
     QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>& outgoing,
                             std::span<const QorRelationEnd>& incoming) override;
+    std::size_t viewObjects(std::span<const long> objects, std::span<QorObjectView> views) override;
 
     // Names and kinds (ManagerMetaModel.cpp)
     QorErrorCode getAttributeName(long attribute, char*& name) override;

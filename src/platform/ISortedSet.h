@@ -51,11 +51,13 @@ public:
     }
 
     /// Takes the place of the set's values by those given, in any order and with repetitions: O(n log n), O(n) when
-    /// they come sorted.
+    /// they come ascending.
     void assign(std::vector<Element> elements) {
-        if (!std::is_sorted(elements.begin(), elements.end())) std::sort(elements.begin(), elements.end());
-        const auto equal = [](const Element& a, const Element& b) { return !(a < b); };
-        elements.erase(std::unique(elements.begin(), elements.end(), equal), elements.end());
+        const auto isNoStep = [](const Element& a, const Element& b) { return !(a < b); };
+        if (std::adjacent_find(elements.begin(), elements.end(), isNoStep) != elements.end()) {
+            std::sort(elements.begin(), elements.end());
+            elements.erase(std::unique(elements.begin(), elements.end(), isNoStep), elements.end());
+        }
         _run = std::move(elements);
         _tail.clear();
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -15,13 +16,24 @@ struct QorRelationEnd {
     std::int32_t otherClass = -1;
 };
 
-/// Optional speed: the same answers as the plain repository operations, without a copy.
+/// An object's class and its outgoing and incoming relations, each ascending by relation identifier.
+struct QorObjectView {
+    long cls = -1;
+    std::span<const QorRelationEnd> outgoing;
+    std::span<const QorRelationEnd> incoming;
+};
+
+/// Optional speed: the same answers as the plain repository operations, without a copy. Spans hold until the repository
+/// next changes; viewing is no change.
 class QOR_API QorCoreBulkView {
 public:
     virtual ~QorCoreBulkView();
-    /// The object's class and its outgoing and incoming relations, each ascending by relation identifier. The spans
-    /// hold until the repository next changes. After a failure `cls` is -1 and both spans are empty; the caller then
-    /// asks the plain operations, which say what is wrong. O(1).
+    /// One object. After a failure `cls` is -1 and both spans are empty; the caller then asks the plain operations,
+    /// which say what is wrong. O(1).
     virtual QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>& outgoing,
                                     std::span<const QorRelationEnd>& incoming) = 0;
+    /// Several objects, in their order, up to the first that viewObject would fail for or until `views` is full.
+    /// Answers how many were viewed; what stands in later places of `views` means nothing. O(1) each. A host overrides
+    /// it to save the calls; by default each object is viewed by itself.
+    virtual std::size_t viewObjects(std::span<const long> objects, std::span<QorObjectView> views);
 };

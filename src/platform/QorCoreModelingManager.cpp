@@ -2,9 +2,6 @@
 #include "platform/QorCoreModelingManager.h"
 
 #include "platform/InstalledService.h"
-#include "platform/QorCoreBulkView.h"
-
-QorCoreBulkView::~QorCoreBulkView() = default;
 
 QorCoreMM_LoadSave::~QorCoreMM_LoadSave() = default;
 bool QorCoreMM_LoadSave::IsLibraryLoaded(long) { return false; }
