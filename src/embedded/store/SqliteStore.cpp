@@ -159,14 +159,14 @@ QorRepositoryResult SqliteStore::identify() {
     int code = _connection.ask("PRAGMA application_id", application);
     if (code == SQLITE_OK && application != kApplicationId) return failure(QorRepositoryStatus::NotARepository);
     if (code == SQLITE_OK) code = _connection.ask("PRAGMA user_version", fileVersion);
+    if (code == SQLITE_OK && fileVersion >= 1 && fileVersion < version() && !_isReadOnly) code = upgrade(fileVersion);
     if (code != SQLITE_OK) return failure(statusOf(code), sqlite3_errstr(code));
     if (fileVersion > version()) return failure(QorRepositoryStatus::NewerSchema);
     if (fileVersion < 1) return failure(QorRepositoryStatus::Damaged, "its version is unknown");
-    if (fileVersion < version() && _isReadOnly)
+    if (fileVersion < version())
         return failure(QorRepositoryStatus::ReadOnly,
                        "it was written by an earlier version of this program and must be opened for writing once");
-    if (fileVersion < version()) code = upgrade(fileVersion);
-    return code == SQLITE_OK ? QorRepositoryResult{} : failure(statusOf(code), sqlite3_errstr(code));
+    return {};
 }
 
 // All steps or none.
@@ -178,15 +178,22 @@ int SqliteStore::migrate(std::int64_t from) {
     return code;
 }
 
-// The head tells the version, so it is written anew; one that is damaged stays so.
-int SqliteStore::upgrade(std::int64_t from) {
+// Another process may have been quicker, so the version is read again where nobody else can write. Who has the file open
+// as it was finds another generation and writes no more. The head tells the version, so it is written anew; one that is
+// damaged stays so.
+int SqliteStore::upgrade(std::int64_t& fileVersion) {
     int code = _connection.run("BEGIN IMMEDIATE");
     if (code != SQLITE_OK) return code;
-    const QorRepositoryResult head = readHead(from);
-    code = head.ok() ? migrate(from) : SQLITE_IOERR_READ;
-    if (code == SQLITE_OK && _headIsSound) code = writeHead(_head);
-    if (code == SQLITE_OK) code = _connection.run("COMMIT");
-    if (code != SQLITE_OK) (void)_connection.run("ROLLBACK");
+    code = _connection.ask("PRAGMA user_version", fileVersion);
+    if (code == SQLITE_OK && fileVersion < version()) {
+        const QorRepositoryResult head = readHead(fileVersion);
+        code = head.ok() ? migrate(fileVersion) : SQLITE_IOERR_READ;
+        ++_head.generation;
+        if (code == SQLITE_OK && _headIsSound) code = writeHead(_head);
+        if (code == SQLITE_OK) code = _connection.run("COMMIT");
+        if (code == SQLITE_OK) fileVersion = version();
+    }
+    if (sqlite3_get_autocommit(_connection.handle()) == 0) (void)_connection.run("ROLLBACK");
     return code;
 }
 
