@@ -100,6 +100,7 @@ QorRepositoryResult QorEmbeddedPlatform::openRepository(const std::string& path,
         auto file = SqliteStore::open(path, access, result);
         if (file != nullptr) result = _impl->repository.attach(std::move(file));
         if (access == QorRepositoryAccess::Copy) _impl->repository.keepInMemory();
+        if (hasRepository()) _impl->vault.forget();
         return result;
     });
 }
@@ -109,7 +110,9 @@ QorRepositoryResult QorEmbeddedPlatform::createRepository(const std::string& pat
         if (hasRepository() || !_impl->repository.isEmpty()) return failure(QorRepositoryStatus::AlreadyOpen);
         QorRepositoryResult result;
         auto file = SqliteStore::create(path, result);
-        return file == nullptr ? result : _impl->repository.attach(std::move(file));
+        if (file != nullptr) result = _impl->repository.attach(std::move(file));
+        if (hasRepository()) _impl->vault.forget();
+        return result;
     });
 }
 
@@ -118,8 +121,9 @@ QorRepositoryResult QorEmbeddedPlatform::closeRepository() {
         if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
         if (_impl->session.library != QorNoIdentifier)
             return failure(QorRepositoryStatus::AlreadyOpen, "a library of it is loaded");
-        _impl->session.locks.forget();
         _impl->repository.detach();
+        _impl->session.locks.forget();
+        _impl->vault.forget();
         return QorRepositoryResult{};
     });
 }

@@ -2,7 +2,6 @@
 // Opening, making, upgrading, copying and closing.
 #include "embedded/store/SqliteStore.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 #include <cstring>
 #include <utility>
 
+#include "embedded/FileReplacement.h"
 #include "embedded/Seals.h"
 
 namespace qor::embedded {
@@ -46,15 +46,6 @@ std::string uriOf(const std::string& path, const char* parameters) {
             (uri += '%').append({kDigits[byte >> 4], kDigits[byte & 15]});
     }
     return uri + parameters;
-}
-
-void syncFolderOf(const std::string& path) noexcept {
-    const std::size_t slash = path.rfind('/');
-    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-    const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (file < 0) return;
-    (void)::fsync(file);
-    ::close(file);
 }
 
 }  // namespace
@@ -279,11 +270,12 @@ QorRepositoryResult SqliteStore::backUp(const std::string& target) {
     const std::size_t slash = target.rfind('/');
     if (slash != std::string::npos && slash > 0 && !isFolder(target.substr(0, slash)))
         return failure(QorRepositoryStatus::Missing, "there is no such folder");
-    const std::string unfinished = target + ".unfinished";
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) (void)::unlink((unfinished + suffix).c_str());
+    FileReplacement replacement;
+    const int made = replacement.begin(target);
+    if (made < 0) return failure(QorRepositoryStatus::NoPermission, std::strerror(errno));
+    ::close(made);
     SqliteConnection copy;
-    int code = copy.open(unfinished, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    const bool isMade = code == SQLITE_OK;
+    int code = copy.open(replacement.path(), SQLITE_OPEN_READWRITE);
     if (code == SQLITE_OK) code = copy.run("PRAGMA synchronous = FULL");
     if (code == SQLITE_OK) {
         sqlite3_backup* const backup = sqlite3_backup_init(copy.handle(), "main", _connection.handle(), "main");
@@ -292,15 +284,12 @@ QorRepositoryResult SqliteStore::backUp(const std::string& target) {
         if (code == SQLITE_DONE) code = SqliteLocks::clearIn(copy);
     }
     copy.close();
-    if (code == SQLITE_OK && ::rename(unfinished.c_str(), target.c_str()) == 0) {
-        syncFolderOf(target);
-        return {};
+    if (code != SQLITE_OK) {
+        for (const char* suffix : {"-wal", "-shm", "-journal"}) (void)::unlink((replacement.path() + suffix).c_str());
+        return failure(statusOf(code), sqlite3_errstr(code));
     }
-    const QorRepositoryResult result = code == SQLITE_OK
-                                           ? failure(QorRepositoryStatus::NoPermission, std::strerror(errno))
-                                           : failure(statusOf(code), sqlite3_errstr(code));
-    if (isMade) (void)::unlink(unfinished.c_str());
-    return result;
+    return replacement.finish() ? QorRepositoryResult{}
+                                : failure(QorRepositoryStatus::NoPermission, std::strerror(errno));
 }
 
 }  // namespace qor::embedded
