@@ -2,6 +2,7 @@
 #include "embedded/QorEmbeddedPlatform.h"
 
 #include "embedded/Announcements.h"
+#include "embedded/Answers.h"
 #include "embedded/Builder.h"
 #include "embedded/ConsoleWindows.h"
 #include "embedded/Editing.h"
@@ -78,20 +79,6 @@ const QorShownWindows& QorEmbeddedPlatform::shown() const { return _impl->record
 void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
 QorScriptedAnswers& QorEmbeddedPlatform::answers() { return _impl->recording.answers(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }
-
-namespace {
-
-// Runs an operation on files; what it throws is a lack of memory.
-template <class Operation>
-QorRepositoryResult onFile(Operation operation) {
-    try {
-        return operation();
-    } catch (const std::exception&) {
-        return {QorRepositoryStatus::NoMemory, {}, {}};
-    }
-}
-
-}  // namespace
 
 QorRepositoryResult QorEmbeddedPlatform::openRepository(const std::string& path, QorRepositoryAccess access) {
     return onFile([&] {

@@ -46,6 +46,8 @@ public:
         return refused(QorBuildError::NotStored);
     }
 
+    // False, with the problem noted, when the file must not be written.
+    [[nodiscard]] bool mayChange();
     // Grows with whatever may have changed something, also with what was taken back.
     [[nodiscard]] std::uint64_t changes() const noexcept { return _changes; }
 
@@ -139,7 +141,6 @@ private:
     [[nodiscard]] Journal& journal() { return _content->store.journal; }
     [[nodiscard]] const Journal& journal() const { return _content->store.journal; }
     void copyValues(QorIdentifier from, QorIdentifier to);
-    [[nodiscard]] bool mayChange();
     [[nodiscard]] bool isInstance(QorIdentifier id) const;
     [[nodiscard]] bool writeBehind();
     void writeThings();
