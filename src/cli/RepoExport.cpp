@@ -86,8 +86,7 @@ private:
         Feed feed(file);
         std::ostream out(&feed);
         const QorExportResult result = content(out);
-        const std::string problem =
-            result.ok() ? file.commit() : fmt::format("cannot be written: {}", result.problem);
+        const std::string problem = result.ok() ? file.commit() : fmt::format("cannot be written: {}", result.problem);
         if (!problem.empty()) return _session.error(file.path(), problem, Exit::WriteFailed);
         _files.push_back(file.path());
         if (!_session.options.json) _session.console.out(printable(file.path()) + "\n");

@@ -44,8 +44,8 @@ inline bool syncFolder(const std::string& folder) noexcept {
 }
 
 // A file that is written beside another one, or beside the place of one, and takes that place when it is complete. It
-// has the mode of the other, or that of any new file. Unless it took the place, it goes at the end. Of what fails, errno
-// tells why.
+// has the mode of the other, or that of any new file. Unless it took the place, it goes at the end. Of what fails,
+// errno tells why.
 class FileReplacement {
 public:
     FileReplacement() = default;

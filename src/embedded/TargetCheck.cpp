@@ -32,8 +32,7 @@ bool holdsObject(const Repository& repository, QorIdentifier library, QorIdentif
 
 bool exists(const Repository& repository, QorIdentifier library, const QorInterModRefTarget& target) {
     const QorIdentifier model = findModel(repository, library, target);
-    return model != QorNoIdentifier &&
-           (target.objectName.IsEmpty() || holdsObject(repository, library, model, target));
+    return model != QorNoIdentifier && (target.objectName.IsEmpty() || holdsObject(repository, library, model, target));
 }
 
 std::string inWords(const Repository& repository, const NamedTarget& target) {

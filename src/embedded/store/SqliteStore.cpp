@@ -169,9 +169,9 @@ int SqliteStore::migrate(std::int64_t from) {
     return code;
 }
 
-// Another process may have been quicker, so the version is read again where nobody else can write. Who has the file open
-// as it was finds another generation and writes no more. The head tells the version, so it is written anew; one that is
-// damaged stays so.
+// Another process may have been quicker, so the version is read again where nobody else can write. Who has the file
+// open as it was finds another generation and writes no more. The head tells the version, so it is written anew; one
+// that is damaged stays so.
 int SqliteStore::upgrade(std::int64_t& fileVersion) {
     int code = _connection.run("BEGIN IMMEDIATE");
     if (code != SQLITE_OK) return code;
