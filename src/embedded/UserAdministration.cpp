@@ -186,10 +186,13 @@ QorBuildResult UserAdministration::setProfileEntry(QorIdentifier user, long entr
     if (!UserDirectory::isProfileEntry(number, text)) return refused(QorBuildError::ValueRefused);
     const std::string* const now = directory().profileEntry(*directory().user(user), number);
     if (now != nullptr ? *now == text : text.empty()) return {user};
-    if (!_repository.mayChange()) return refused(QorBuildError::NotStored);
-    _announcements.userChanged(QorUserEventKind::ProfileChanging, user, entry);
-    return changed([&] { return directory().setProfileEntry(user, number, text); },
-                   [&](QorIdentifier) { _announcements.userChanged(QorUserEventKind::ProfileChanged, user, entry); });
+    return built([&] {
+        if (!_repository.mayChange()) return refused(QorBuildError::NotStored);
+        _announcements.userChanged(QorUserEventKind::ProfileChanging, user, entry);
+        return changed(
+            [&] { return directory().setProfileEntry(user, number, text); },
+            [&](QorIdentifier) { _announcements.userChanged(QorUserEventKind::ProfileChanged, user, entry); });
+    });
 }
 
 QorBuildResult UserAdministration::setSingleSignOnMode(long mode) {
