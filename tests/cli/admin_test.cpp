@@ -88,7 +88,7 @@ TEST_F(CliUsers, AreRefusedWithAReasonAndNothingIsDoneByHalves) {
          {"permission set shop.qor --user ada Sales --to Staff read --sub-groups adapted </dev/null", 2, "--yes"},
          {"access shop.qor dan", 2, "no user \"dan\""},
          {"access shop.qor", 2, "USER or --who"},
-         {"permission grant shop.qor --user ada Staff read 'A/B'", 2, "as in \"Archive/A\\/B\""},
+         {"permission grant shop.qor --user ada Staff read 'A/B'", 2, "as in \"A\\/B\""},
          {"user list nowhere.qor", 3, "no such"}});
     // A document is always the verb's own.
     for (const auto& [arguments, key] : {std::pair("user list shop.qor --json dan", "\"users\": []"),
