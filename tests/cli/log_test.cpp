@@ -3,9 +3,6 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "admin/QorAdminLogger.h"
 #include "cli/CommandRunner.h"
 #include "embedded/QorEmbeddedPlatform.h"
@@ -27,12 +24,6 @@ struct CliLog : testing::Test {
         return qor.run("log " + arguments, "QOR_KEY_FILE=" + key);
     }
     [[nodiscard]] std::string path(const char* file) const { return (qor.folder() / "in" / file).string(); }
-    [[nodiscard]] std::string content(const char* file) const {
-        std::ifstream in(path(file), std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
     /// Users come and go.
     void work() const {
         QorEmbeddedPlatform platform({.language = "en", .console = false, .user = "ada", .keyFile = path("a.key")});
@@ -84,8 +75,8 @@ TEST_F(CliLog, IsStartedShownExportedPutAsideAndStopped) {
         EXPECT_EQ(log(std::string("show shop.qor --from ") + time).exit, 2) << time;
 
     EXPECT_EQ(log("export shop.qor log.csv").out, "log.csv: 4 lines\n");
-    EXPECT_THAT(content("log.csv"), HasSubstr("\"ada\";\"User created\";\"User: =bob;\"\"x\"\";"));
-    EXPECT_THAT(content("log.csv"), StartsWith("\"Date\";\"Time\";"));
+    EXPECT_THAT(qor.content("log.csv"), HasSubstr("\"ada\";\"User created\";\"User: =bob;\"\"x\"\";"));
+    EXPECT_THAT(qor.content("log.csv"), StartsWith("\"Date\";\"Time\";"));
     EXPECT_THAT(log("export --raw shop.qor -").out, HasSubstr(";ada;User created;User: =bob;\"x\";"));
     const std::string lines = log("export --json-lines shop.qor -").out;
     EXPECT_THAT(lines, StartsWith("{\"line\": 2, \"readable\": true, \"date\": \""));
