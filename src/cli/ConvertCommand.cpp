@@ -3,8 +3,6 @@
 
 #include <fmt/format.h>
 
-#include "cli/ConvertSession.h"
-#include "cli/JsonWriter.h"
 #include "cli/Text.h"
 #include "modeltools/QorConversionPlan.h"
 
@@ -51,7 +49,7 @@ std::string_view wordOf(QorConversionProblemKind kind) {
 /// What a plan says, for people or programs.
 class ConvertReport {
 public:
-    ConvertReport(const ConvertSession& session, const QorConversionPlan& plan) : _session(session), _plan(plan) {}
+    ConvertReport(const ModelEditSession& session, const QorConversionPlan& plan) : _session(session), _plan(plan) {}
 
     /// Before anything is converted: afterwards the old objects and relations have no names any more.
     void writeFindings(Console& console) const {
@@ -73,11 +71,8 @@ public:
                                 done ? "converted" : "looked at, nothing changed"));
     }
 
-    void writeJson(Console& console, bool done) const {
-        console.setMode(OutputMode::Document);
-        JsonWriter json([&console](std::string_view text) { console.out(text); });
-        json.beginObject().field("schema", "qor.convert/1").field("converted", done);
-        json.key("objects").beginList();
+    void writeJson(JsonWriter& json, bool done) const {
+        json.field("converted", done).key("objects").beginList();
         for (const QorPlannedConversion& planned : _plan.objects())
             json.beginObject(kLine)
                 .field("id", std::int64_t{planned.object})
@@ -116,7 +111,7 @@ public:
                 .field("found", std::int64_t{breach.found})
                 .field("text", breach.text.view())
                 .endObject();
-        json.endList().endObject();
+        json.endList();
     }
 
 private:
@@ -146,33 +141,37 @@ private:
                                 counted(attribute.objects, "value")));
     }
 
-    const ConvertSession& _session;
+    const ModelEditSession& _session;
     const QorConversionPlan& _plan;
 };
 
-}  // namespace
-
-Exit runConvert(const ConvertOptions& options, Console& console) {
-    ConvertSession session(options.edit, console);
+Exit convert(const ConvertOptions& options, ModelEditSession& session, QorConversionPlan& plan, bool& done,
+             Console& console) {
     if (const Exit exit = session.open(); exit != Exit::Clean) return exit;
     const auto objects = session.findObjects(options.objects);
     const QorIdentifier target = session.reader().findClass(session.library(), options.to);
     if (target == QorNoIdentifier) session.error("there is no class " + quoted(options.to));
     if (!objects || target == QorNoIdentifier) return Exit::WrongUse;
 
-    QorConversionPlan plan;
     const bool isPossible = plan.make(session.model(), *objects, target);
     const bool isWanted = isPossible && !options.edit.dryRun && (options.keep || plan.breaches().empty());
     const ConvertReport report(session, plan);
     if (!options.edit.json) report.writeFindings(console);
-    const bool done = isWanted && plan.carryOut();
-    if (options.edit.json)
-        report.writeJson(console, done);
-    else
-        report.writeEnd(console, done);
-    if (isWanted && !done) return session.end(session.notWritten());
-    if (!isPossible) return session.end(Exit::Findings);
-    return session.end(plan.breaches().empty() || options.keep ? Exit::Clean : Exit::Findings);
+    done = isWanted && plan.carryOut();
+    if (!options.edit.json) report.writeEnd(console, done);
+    if (isWanted && !done) return session.notWritten();
+    return isPossible && (plan.breaches().empty() || options.keep) ? Exit::Clean : Exit::Findings;
+}
+
+}  // namespace
+
+Exit runConvert(const ConvertOptions& options, Console& console) {
+    ModelEditSession session(options.edit, console);
+    QorConversionPlan plan;
+    bool done = false;
+    const Exit exit = convert(options, session, plan, done, console);
+    if (options.edit.json) ConvertReport(session, plan).writeJson(session.beginJson("qor.convert/1"), done);
+    return session.end(exit);
 }
 
 }  // namespace qor::cli
