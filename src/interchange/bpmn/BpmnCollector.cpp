@@ -117,9 +117,10 @@ std::string Collector::ownerWords() const {
 /// Everything since the last tag, since text comes in pieces.
 void Collector::tellStrayText() {
     if (const std::string_view text = trimmed(_strayText); !text.empty())
-        _findings.warn(FindingKind::LostValue, _open.back().place,
-                       concat({"<", _open.back().row->element, ">: the text ", inQuotes(folded(text, kMaxBorrowedBytes)),
-                               " stands where BPMN has none; it is left out"}));
+        _findings.warn(
+            FindingKind::LostValue, _open.back().place,
+            concat({"<", _open.back().row->element, ">: the text ", inQuotes(folded(text, kMaxBorrowedBytes)),
+                    " stands where BPMN has none; it is left out"}));
     _strayText.clear();
 }
 

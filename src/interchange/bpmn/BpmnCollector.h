@@ -67,9 +67,9 @@ private:
     Document& _document;
     Findings& _findings;
     std::vector<Open> _open;
-    std::string _text;     // of the innermost element that is read as text
+    std::string _text;       // of the innermost element that is read as text
     std::string _strayText;  // since the last tag, where BPMN has none
-    std::string _shapeOf;  // the element whose shape is open in the diagram
+    std::string _shapeOf;    // the element whose shape is open in the diagram
     std::size_t _shapeDepth = 0;
     std::vector<std::pair<std::string_view, std::string_view>> _bounds;  // by identifier
 };

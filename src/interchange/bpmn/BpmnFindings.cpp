@@ -15,9 +15,7 @@ std::string counted(std::uint64_t count, std::string_view noun) {
     return concat({std::to_string(count), " ", noun, count == 1 ? "" : "s"});
 }
 
-bool isBefore(Place one, Place other) {
-    return std::pair(one.line, one.column) < std::pair(other.line, other.column);
-}
+bool isBefore(Place one, Place other) { return std::pair(one.line, one.column) < std::pair(other.line, other.column); }
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(FindingKind::Count)> kKindNames = {
     "elements that are not understood", "elements outside a process",

@@ -155,7 +155,8 @@ void Links::carryAlong(const Pair& first) {
     }
 }
 
-/// What stands inside goes with what is around it; a collaboration with a pool of it, a category with one of its values.
+/// What stands inside goes with what is around it; a collaboration with a pool of it, a category with one of its
+/// values.
 void Links::addWaysWithin(NodeIndex node) {
     const Node& it = _document[node];
     if (it.parent == kNoNode) return;
