@@ -23,7 +23,6 @@ const Snippet kSnippets[] = {
     {"<endEvent><eventDefinitionRef>d</eventDefinitionRef></endEvent>",
      "<signal id='s' name='[1]' structureRef='[2]'><documentation>[3]</documentation></signal>"
      "<signalEventDefinition id='d' signalRef='s'><documentation>[4]</documentation></signalEventDefinition>"},
-    {"<sendTask messageRef='m'/>", "<message id='m'><documentation>[1]</documentation></message>"},
     {"<task id='t'/>", "<message id='m'><documentation>[1]</documentation></message>",
      "<participant id='Q'/><messageFlow sourceRef='t' targetRef='Q' messageRef='m'>"
      "<documentation>[2]</documentation></messageFlow>"},
@@ -40,15 +39,12 @@ const Snippet kSnippets[] = {
     // What nothing refers to.
     {"", "<timerEventDefinition id='[1]'/><message id='[2]'/><globalTask id='[3]'/>"},
     {"", "<message id='[1]' messageRef='[2]'/><message id='[2]' messageRef='[1]'/><property id='[3]'/>"},
-    {"",
-     "<resource id='[1]'/><globalTask><performer><resourceRef>[1]</resourceRef></performer><property id='[2]'/>"
-     "</globalTask>"},
+    {"", "<resource id='[1]'/><globalTask><resourceRef>[1]</resourceRef><property id='[2]'/></globalTask>"},
     {"<task id='t'/>", "<message id='[1]'/>", "<messageFlow sourceRef='t' targetRef='gone' messageRef='[1]'/>"},
     {"", "<collaboration id='[1]'><documentation>x</documentation></collaboration>"},
     // What is referred to from several places, or over several steps.
-    {"<userTask><performer><resourceRef>r</resourceRef></performer></userTask>",
-     "<globalTask><performer><resourceRef>r</resourceRef></performer></globalTask>"
-     "<resource id='r' name='[1]'><documentation>[2]</documentation></resource>"},
+    {"<task><resourceRef>r</resourceRef></task>",
+     "<globalTask><resourceRef>r</resourceRef></globalTask><resource id='r' name='[1]' type='[2]'/>"},
     {"<dataObject id='d'><categoryValueRef>k</categoryValueRef></dataObject><dataObjectReference dataObjectRef='d'/>",
      "<category name='[1]'><documentation>[2]</documentation><categoryValue id='k' value='[3]'><documentation>[4]"
      "</documentation></categoryValue></category>"},
