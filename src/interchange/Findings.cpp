@@ -60,10 +60,12 @@ std::string Findings::asWritten(std::string text) const {
         const auto behind = static_cast<std::size_t>(end - text.data());
         const bool isSpare = problem == std::errc() && number < _written.size() &&
                              text.compare(behind, kSpareMark.size(), kSpareMark) == 0;
-        const std::size_t size = isSpare ? behind + kSpareMark.size() - at : kSpareMark.size();
-        const std::string_view shown = isSpare ? std::string_view(_written[number]) : kSpareMark;
-        text.replace(at, size, shown);
-        at += shown.size();
+        if (!isSpare) {
+            at += kSpareMark.size();
+            continue;
+        }
+        text.replace(at, behind + kSpareMark.size() - at, _written[number]);
+        at += _written[number].size();
     }
     return text;
 }
