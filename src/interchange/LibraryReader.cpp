@@ -50,13 +50,14 @@ void LibraryReader::read(NodeId root, QorIdentifier& library) {
 
 void LibraryReader::make(NodeId root, QorIdentifier& library) {
     const Fields fields(_building.reading, root, "a library", kRootKeys);
-    const TextFields texts = readTexts(fields[kTexts]);
+    TextFields texts;
+    readTexts(fields[kTexts], texts);
     for (std::size_t p = 0; p < kParts.size(); ++p) {
         _parts[p].part = kParts[p].part;
         if (!fields.has(kFirstPart + p)) continue;
         _parts[p].fields.emplace(_building.reading, fields[kFirstPart + p],
                                  concat({"the part ", inQuotes(kParts[p].key)}), kPartKeys);
-        _parts[p].texts = readTexts((*_parts[p].fields)[kPartTexts]);
+        readTexts((*_parts[p].fields)[kPartTexts], _parts[p].texts);
     }
     if (!makeLibrary(root, fields.text(kName), fields[kName])) return;
     library = _library;
@@ -81,12 +82,11 @@ void LibraryReader::make(NodeId root, QorIdentifier& library) {
     for (const auto& [owner, expression] : _defaultExpressions) warnOfUnknownAttributes(_building, owner, expression);
 }
 
-LibraryReader::TextFields LibraryReader::readTexts(NodeId texts) {
-    if (texts == kNoNode) return std::nullopt;
-    const Fields fields(_building.reading, texts, "the texts of a library", kLibraryTextKeys);
+void LibraryReader::readTexts(NodeId texts, TextFields& fields) {
+    if (texts == kNoNode) return;
+    fields.emplace(_building.reading, texts, "the texts of a library", kLibraryTextKeys);
     for (std::size_t i = 0; i < kLibraryTexts.size(); ++i)
-        if (fields.has(i)) _keywordTexts.add(fields[i], std::string(kLibraryTexts[i].key));
-    return fields;
+        if (fields->has(i)) _keywordTexts.add((*fields)[i], std::string(kLibraryTexts[i].key));
 }
 
 bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameNode) {

@@ -70,7 +70,7 @@ private:
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
     void make(NodeId root, QorIdentifier& library);
-    TextFields readTexts(NodeId texts);
+    void readTexts(NodeId texts, TextFields& fields);
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
     void declareClasses(std::size_t part);
     void declareClass(std::size_t part, NodeId node, bool isRecord);
