@@ -25,7 +25,7 @@ FirstBreachRun::~FirstBreachRun() = default;
 bool FirstBreachRun::checkModel(long model) {
     ISortedSet<long> objects;
     if (!succeeded(Request::ObjectsOfModel, repository().getAllInstancesInModel(model, objects))) return false;
-    ObjectBlocks blocks({objects.begin(), objects.end()});
+    ObjectBlocks blocks({objects.begin(), objects.end()}, repository().bulkView());
     for (auto block = blocks.next(); !block.objects.empty(); block = blocks.next())
         for (std::size_t at = 0; at < block.objects.size(); ++at)
             if (!checkInBlock(block.objects[at], at < block.views.size() ? &block.views[at] : nullptr)) return false;

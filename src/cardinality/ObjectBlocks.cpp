@@ -3,11 +3,7 @@
 
 #include <algorithm>
 
-#include "cardinality/repository.h"
-
 namespace qor::cardinality {
-
-ObjectBlocks::ObjectBlocks(std::span<const long> objects) : _bulk(repository().bulkView()), _left(objects) {}
 
 ObjectBlocks::Block ObjectBlocks::next() {
     const auto wanted = _left.first(std::min(_left.size(), kObjects));

@@ -17,8 +17,8 @@ public:
         std::span<const QorObjectView> views;
     };
 
-    /// The objects must live as long as this.
-    explicit ObjectBlocks(std::span<const long> objects);
+    /// The objects and the view (null: none) must live as long as this.
+    ObjectBlocks(std::span<const long> objects, QorCoreBulkView* view) : _bulk(view), _left(objects) {}
     ObjectBlocks(const ObjectBlocks&) = delete;
     ObjectBlocks& operator=(const ObjectBlocks&) = delete;
 

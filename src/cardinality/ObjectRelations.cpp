@@ -2,6 +2,7 @@
 #include "cardinality/ObjectRelations.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "cardinality/repository.h"
 
@@ -30,15 +31,10 @@ bool readClass(QorCoreModelingManager& from, long object, QorIdentifier& cls) {
     return take(Request::ClassOfObject, code, found, cls);
 }
 
-bool readOtherEnd(QorCoreModelingManager& of, long relation, Direction direction, QorIdentifier& other) {
-    long from = QorNoIdentifier;
-    long to = QorNoIdentifier;
-    if (direction == Direction::Outgoing) {
-        const auto code = of.getToInstanceViaRelnInstance(relation, to);
-        return take(Request::TargetOfRelation, code, to, other);
-    }
-    const auto code = of.getEndpointsOfRelationInstance(relation, from, to);
-    return take(Request::EndsOfRelation, code, from, other);
+/// The place of an identifier in a table with as many places as a power of two.
+template <class Known>
+Known& placeOf(std::vector<Known>& table, long identifier) {
+    return table[static_cast<std::size_t>(identifier) & (table.size() - 1)];
 }
 
 }  // namespace
@@ -46,12 +42,12 @@ bool readOtherEnd(QorCoreModelingManager& of, long relation, Direction direction
 // ---- Plain operations ----
 
 bool PlainRelations::classOf(long object, QorIdentifier& cls) {
-    if (_known.empty()) _known.resize(kKnown);
-    auto& known = _known[static_cast<std::size_t>(object) % kKnown];
+    if (_knownObjects.empty()) _knownObjects.resize(kLeastKnown);
+    auto& known = placeOf(_knownObjects, object);
     if (known.cls == QorNoIdentifier || known.object != object) {
         QorIdentifier found = QorNoIdentifier;
         if (!readClass(_repository, object, found)) return false;
-        known = {object, found};
+        known = {Qor_NarrowIdentifier(object).value_or(QorNoIdentifier), found};
     }
     cls = known.cls;
     return true;
@@ -64,11 +60,31 @@ bool PlainRelations::list(long object, Direction direction, ISortedSet<long>& re
 }
 
 bool PlainRelations::readEnd(long relation, Direction direction, QorRelationEnd& end) {
+    const auto* known = _knownRelations.empty() ? nullptr : &placeOf(_knownRelations, relation);
+    if (known == nullptr || known->relation != relation) {
+        if (!readRelation(relation, direction, end)) return false;
+    } else {
+        end.relation = known->relation;
+        end.relationClass = known->relationClass;
+        end.other = direction == Direction::Outgoing ? known->to : known->from;
+    }
+    return classOf(end.other, end.otherClass);
+}
+
+bool PlainRelations::readRelation(long relation, Direction direction, QorRelationEnd& end) {
     long relationClass = QorNoIdentifier;
     const auto code = _repository.relationOf(relation, relationClass);
-    return take(Request::ClassOfRelation, code, relationClass, end.relationClass) &&
-           take(Request::ClassOfRelation, QorErrorCode::Ok, relation, end.relation) &&
-           readOtherEnd(_repository, relation, direction, end.other) && classOf(end.other, end.otherClass);
+    if (!take(Request::ClassOfRelation, code, relationClass, end.relationClass) ||
+        !take(Request::ClassOfRelation, QorErrorCode::Ok, relation, end.relation))
+        return false;
+    long from = QorNoIdentifier;
+    long to = QorNoIdentifier;
+    if (direction == Direction::Outgoing) {
+        const auto answer = _repository.getToInstanceViaRelnInstance(relation, to);
+        return take(Request::TargetOfRelation, answer, to, end.other);
+    }
+    const auto answer = _repository.getEndpointsOfRelationInstance(relation, from, to);
+    return take(Request::EndsOfRelation, answer, from, end.other);
 }
 
 bool PlainRelations::read(long object, Direction direction, std::vector<QorRelationEnd>& ends) {
@@ -76,6 +92,21 @@ bool PlainRelations::read(long object, Direction direction, std::vector<QorRelat
     if (!list(object, direction, _relations)) return false;
     for (const long relation : _relations)
         if (!readEnd(relation, direction, ends.emplace_back())) return false;
+    return true;
+}
+
+bool PlainRelations::readAhead(std::span<const long> objects) {
+    std::vector<KnownRelation> read;
+    for (const long object : objects) {
+        if (!list(object, Direction::Outgoing, _relations)) return false;
+        for (const long relation : _relations) {
+            QorRelationEnd end;
+            if (!readRelation(relation, Direction::Outgoing, end)) return false;
+            read.push_back({end.relation, end.relationClass, static_cast<QorIdentifier>(object), end.other});
+        }
+    }
+    _knownRelations.assign(std::bit_ceil(read.size() + 1), {});
+    for (const auto& relation : read) placeOf(_knownRelations, relation.relation) = relation;
     return true;
 }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -25,19 +27,33 @@ public:
     /// Their ends, ascending by relation.
     bool read(long object, Direction direction, std::vector<QorRelationEnd>& ends);
 
+    /// Reads the relations that begin at the objects, so that `read` need not ask for each of them at both its ends.
+    bool readAhead(std::span<const long> objects);
+    /// Makes room to know the classes of so many objects; without, of a few thousand.
+    void expect(std::size_t objects) { _knownObjects.assign(std::bit_ceil(std::max(objects, kLeastKnown)), {}); }
+
 private:
     /// Objects are met again and again, each time from another neighbour.
-    struct Known {
-        long object = QorNoIdentifier;
+    struct KnownObject {
+        QorIdentifier object = QorNoIdentifier;
         QorIdentifier cls = QorNoIdentifier;
     };
-    static constexpr std::size_t kKnown = 4096;
+    struct KnownRelation {
+        QorIdentifier relation = QorNoIdentifier;
+        QorIdentifier relationClass = QorNoIdentifier;
+        QorIdentifier from = QorNoIdentifier;
+        QorIdentifier to = QorNoIdentifier;
+    };
+    static constexpr std::size_t kLeastKnown = 4096;
 
     bool readEnd(long relation, Direction direction, QorRelationEnd& end);
+    bool readRelation(long relation, Direction direction, QorRelationEnd& end);
 
     QorCoreModelingManager& _repository;
     ISortedSet<long> _relations;
-    std::vector<Known> _known;  ///< by the lower bits of the object
+    // By the lower bits of the identifier, as many as a power of two. What has lost its place to another is read again.
+    std::vector<KnownObject> _knownObjects;
+    std::vector<KnownRelation> _knownRelations;
 };
 
 /// Class and relations of one object at a time, taken from the repository's bulk view where it offers one and from its
@@ -46,6 +62,11 @@ private:
 class ObjectRelations {
 public:
     ObjectRelations();
+
+    // Where there is no bulk view, these speed up the reading of many objects: first how many they are, then which
+    // ones.
+    void expect(std::size_t objects) { _plain.expect(objects); }
+    bool readAhead(std::span<const long> objects) { return _plain.readAhead(objects); }
 
     /// Turns to the object and reads its class.
     bool open(long object);

@@ -35,7 +35,9 @@ private:
         ISortedSet<long> objects;
         if (!succeeded(Request::ObjectsOfModel, repository().getAllInstancesInModel(model, objects)))
             return Outcome::Failed;
-        ObjectBlocks blocks({objects.begin(), objects.end()});
+        auto* const view = repository().bulkView();
+        if (view == nullptr && !readAhead(objects)) return Outcome::Failed;
+        ObjectBlocks blocks({objects.begin(), objects.end()}, view);
         for (auto block = blocks.next(); !block.objects.empty(); block = blocks.next())
             for (std::size_t at = 0; at < block.objects.size(); ++at) {
                 if (at < block.views.size() && _tests.planKept(block.views[at]) != nullptr) continue;
@@ -43,6 +45,18 @@ private:
                 if (outcome != Outcome::Completed) return outcome;
             }
         return Outcome::Completed;
+    }
+
+    /// Of classes without rules nothing is read.
+    bool readAhead(const ISortedSet<long>& objects) {
+        std::vector<long> withRules;
+        withRules.reserve(objects.numberOfElements());
+        _object.expect(objects.numberOfElements());
+        for (const long object : objects) {
+            if (!_object.open(object)) return false;
+            if (_plans.of(_object.cls()).rules != nullptr) withRules.push_back(object);
+        }
+        return _object.readAhead(withRules);
     }
 
     Outcome checkClasses(long model) {

@@ -3,6 +3,7 @@
 #include "cardinality/Desk.h"
 #include "cardinality/QorCardinalityCompleteCheck.h"
 #include "cardinality/RandomDesk.h"
+#include "platform/QorCoreBulkView.h"
 #include "platform/QorCoreModelingManager.h"
 
 namespace {
@@ -189,7 +190,23 @@ private:
     ISortedSet<long> _all;
 };
 
-TEST(CompleteCheck, AgreesWithSlowCountingWithTheFirstBreachRunAndWithThePlainRepository) {
+/// Every third object can only be read by the plain operations.
+class PartialView final : public QorCoreBulkView {
+public:
+    explicit PartialView(QorCoreBulkView& whole) : _whole(whole) {}
+    QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>& outgoing,
+                            std::span<const QorRelationEnd>& incoming) override {
+        if (object % 3 != 0) return _whole.viewObject(object, cls, outgoing, incoming);
+        cls = -1;
+        outgoing = incoming = {};
+        return QorErrorCode::Broken;
+    }
+
+private:
+    QorCoreBulkView& _whole;
+};
+
+TEST(CompleteCheck, AgreesWithSlowCountingWithTheFirstBreachRunAndWithoutTheView) {
     for (unsigned seed = 0; seed < 150; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         RandomDesk random(seed);
@@ -231,9 +248,14 @@ TEST(CompleteCheck, AgreesWithSlowCountingWithTheFirstBreachRunAndWithThePlainRe
             EXPECT_TRUE(atObject.empty() || isAmongAll(atObject)) << atObject;
         }
 
-        desk.watched();
-        EXPECT_EQ(allBreaches(desk), all);
-        EXPECT_EQ(firstBreach(desk.handler.checkModel(desk.model, 0) == 1), inModel);
+        PartialView partial(*QorCoreModelingManager::GetGlobal()->bulkView());
+        auto& watched = desk.watched();
+        for (QorCoreBulkView* view :
+             {static_cast<QorCoreBulkView*>(nullptr), static_cast<QorCoreBulkView*>(&partial)}) {
+            watched.offerView(view);
+            EXPECT_EQ(allBreaches(desk), all);
+            EXPECT_EQ(firstBreach(desk.handler.checkModel(desk.model, 0) == 1), inModel);
+        }
     }
 }
 

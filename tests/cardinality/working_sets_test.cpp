@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the checks count and mark with, against the standard containers.
+#include <numeric>
 #include <random>
 
 #include "cardinality/EndGroups.h"
 #include "cardinality/IdentifierMarks.h"
 #include "cardinality/KeyIndex.h"
+#include "cardinality/ObjectBlocks.h"
 #include "cardinality/ObjectClasses.h"
 
 namespace {
@@ -25,6 +27,40 @@ TEST(KeyIndex, NumbersKeysInOrderOfAppearanceAgainAndAgain) {
             ASSERT_EQ(index.add(key), number);
         }
     }
+}
+
+/// Shows each object as one of the class of that number, but for those that it declines.
+class NumberedView final : public QorCoreBulkView {
+public:
+    explicit NumberedView(std::set<long> declined) : _declined(std::move(declined)) {}
+    QorErrorCode viewObject(long object, long& cls, std::span<const QorRelationEnd>&,
+                            std::span<const QorRelationEnd>&) override {
+        cls = object;
+        return _declined.count(object) == 0 ? QorErrorCode::Ok : QorErrorCode::NotFound;
+    }
+
+private:
+    std::set<long> _declined;
+};
+
+TEST(ObjectBlocks, GoOverAllObjectsInOrderAndShowAllThatTheViewDoes) {
+    for (const std::size_t count : {0u, 1u, 63u, 64u, 65u, 200u})
+        for (const std::set<long>& declined :
+             {std::set<long>{}, {1}, {63, 64, 65}, {64, 128, 129, 200}, {62, 100, 150}}) {
+            std::vector<long> objects(count);
+            std::iota(objects.begin(), objects.end(), 1);
+            NumberedView view(declined);
+            qor::cardinality::ObjectBlocks blocks(objects, &view);
+            std::vector<long> met;
+            for (auto block = blocks.next(); !block.objects.empty(); block = blocks.next())
+                for (std::size_t at = 0; at < block.objects.size(); ++at) {
+                    met.push_back(block.objects[at]);
+                    const bool isViewed = at < block.views.size();
+                    EXPECT_EQ(isViewed, declined.count(met.back()) == 0) << met.back();
+                    EXPECT_TRUE(!isViewed || block.views[at].cls == met.back());
+                }
+            EXPECT_EQ(met, objects);
+        }
 }
 
 TEST(EndGroups, CountAndCollectLikeALookAtEveryEnd) {

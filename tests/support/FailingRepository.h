@@ -73,7 +73,7 @@ auto passed(CallRecord& record, std::string_view operation, Call call, Arguments
     }
 
 /// Hands every call on to another repository, unless it is to fail: then the outputs are set to none. Offers no bulk
-/// view, so that everything passes through here. The model-type handler is wrapped as well.
+/// view of its own, so that everything passes through here. The model-type handler is wrapped as well.
 class FailingRepository final : public QorCoreModelingManager {
 public:
     explicit FailingRepository(QorCoreModelingManager& wrapped);
@@ -87,7 +87,10 @@ public:
     /// Hands on the wrapped repository's units of work; without, none are offered.
     void offerUnitsOfWork() { _offersUnits = true; }
 
-    QorCoreBulkView* bulkView() override { return nullptr; }
+    /// Not owned. Null: there is none.
+    void offerView(QorCoreBulkView* view) { _view = view; }
+
+    QorCoreBulkView* bulkView() override { return _view; }
     QorCoreUnitsOfWork* unitsOfWork() override { return _offersUnits ? _wrapped.unitsOfWork() : nullptr; }
     QorModelTypeAttrHandler* modelTypeHandler() override;
 
@@ -187,6 +190,7 @@ private:
     class ModelTypes;
 
     QorCoreModelingManager& _wrapped;
+    QorCoreBulkView* _view = nullptr;
     bool _offersUnits = false;
     QorModelTypeAttrHandler* _ownHandler = nullptr;
     std::unique_ptr<ModelTypes> _modelTypes;
