@@ -131,13 +131,14 @@ bool QorAdminLogRecords::read(const QorAdminLogFilter& filter,
     });
 }
 
-bool QorAdminLogRecords::readText(const std::function<bool(std::string_view)>& take, const SV::String& file) noexcept {
+bool QorAdminLogRecords::readText(const std::function<bool(std::string_view, bool)>& take,
+                                  const SV::String& file) noexcept {
     return Qor_Guarded(kLogSource, false, [&] {
         std::string text;
         return readLogLines(file, [&](unsigned long line, std::optional<std::string_view> plain) {
             text = plain ? *plain : Qor_Message(message::unreadableLine, {{"%n", std::to_string(line)}}).view();
             text += '\n';
-            return take(text);
+            return take(text, plain.has_value());
         });
     });
 }

@@ -38,7 +38,7 @@ public:
     static bool read(const QorAdminLogFilter& filter, const std::function<bool(const QorAdminLogRecord&)>& take,
                      const SV::String& file = kLogFile) noexcept;
     /// Hands on every line as QorAdminLogger::ExportLog writes it, with its line feed; else as `read`.
-    static bool readText(const std::function<bool(std::string_view line)>& take,
+    static bool readText(const std::function<bool(std::string_view line, bool isReadable)>& take,
                          const SV::String& file = kLogFile) noexcept;
 
     // Lines for spreadsheets, with five columns separated by ";" and a line feed at the end. Unlike in

@@ -37,8 +37,14 @@ SV::String localDateAndTime() {
     return text.data();
 }
 
+/// What a settings file says; what it does not say stays as it is.
+struct Settings {
+    std::optional<bool> logging;
+    std::optional<bool> adminName;
+};
+
 /// Nothing when there are none, or none that can be read.
-std::optional<SV::String> readSettings() {
+std::optional<Settings> readSettings() {
     if (!QorFileManager::fileExists(kSettingsFile)) return std::nullopt;
     std::string enciphered;
     if (!readChunks(kSettingsFile, [&](std::string_view chunk) {
@@ -48,7 +54,15 @@ std::optional<SV::String> readSettings() {
         return std::nullopt;
     QorOwnedText plain;
     if (!decipher(SV::String(std::move(enciphered)), plain)) return std::nullopt;
-    return SV::String(plain.view());
+    QorKexParser parser(SV::String(plain.view()), "Admin Logsettings");
+    if (parser.Parse() != 0 || parser.GetElemCount() == 0) return std::nullopt;
+    Settings settings;
+    for (unsigned long index = 0; parser.SetCurElemIndex(index); ++index) {
+        if (parser.GetCurElemNameView() != "LOGSETTINGS") continue;
+        if (parser.IsContained("log")) settings.logging = parser.GetIntValue("log") == 1;
+        if (parser.IsContained("adminname")) settings.adminName = parser.GetIntValue("adminname") != 0;
+    }
+    return settings;
 }
 
 }  // namespace
@@ -133,7 +147,7 @@ bool QorAdminLogger::_ReadLogFromDB() noexcept {
     return Qor_Guarded(kLogSource, false, [this] {
         _record.Clear();
         std::string log;
-        const bool wasRead = QorAdminLogRecords::readText([&](std::string_view line) {
+        const bool wasRead = QorAdminLogRecords::readText([&](std::string_view line, bool) {
             log += line;
             return true;
         });
@@ -155,18 +169,19 @@ void QorAdminLogger::_HandleMultilineText(SV::String& text) noexcept {
     });
 }
 
+QorAdminLogSettings QorAdminLogger::StateOfSettings() noexcept {
+    return Qor_Guarded(kLogSource, QorAdminLogSettings::Unreadable, [] {
+        if (!QorFileManager::fileExists(kSettingsFile)) return QorAdminLogSettings::None;
+        return readSettings() ? QorAdminLogSettings::Readable : QorAdminLogSettings::Unreadable;
+    });
+}
+
 void QorAdminLogger::_GetSettings() noexcept {
     const bool wereRead = Qor_Guarded(kLogSource, false, [this] {
-        const auto text = readSettings();
-        if (!text) return false;
-        QorKexParser parser(*text, "Admin Logsettings");
-        if (parser.Parse() != 0 || parser.GetElemCount() == 0) return false;
-        // What such a text does not say stays as it is.
-        for (unsigned long index = 0; parser.SetCurElemIndex(index); ++index) {
-            if (parser.GetCurElemNameView() != "LOGSETTINGS") continue;
-            if (parser.IsContained("log")) _logging = parser.GetIntValue("log") == 1;
-            if (parser.IsContained("adminname")) _adminName = parser.GetIntValue("adminname") != 0;
-        }
+        const auto settings = readSettings();
+        if (!settings) return false;
+        _logging = settings->logging.value_or(_logging);
+        _adminName = settings->adminName.value_or(_adminName);
         return true;
     });
     if (wereRead) return;

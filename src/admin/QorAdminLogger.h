@@ -1,10 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <cstdint>
 
 #include "platform/QorEventListener.h"
 #include "platform/QorExport.h"
 #include "platform/QorUserID.h"
 #include "platform/SvString.h"
+
+/// What stands where the log's settings are kept.
+enum class QorAdminLogSettings : std::int32_t {
+    None,       ///< nothing: they were never saved, or somebody took them away
+    Readable,   ///< settings
+    Unreadable  ///< what cannot be deciphered, or says nothing: nobody knows whether changes are to be logged
+};
 
 /// The administrator log: who changed which users and memberships when. Each change becomes one enciphered line of a
 /// file in the repository's file area; docs/access.md has its form. A failure to write is silent, so that nobody's
@@ -18,6 +26,8 @@ public:
 
     /// Reads the settings and begins to listen; another call reads the settings anew.
     void StartLogging() noexcept;
+    /// StartLogging takes settings that cannot be read for "off". Who must not change anything unlogged asks before.
+    [[nodiscard]] static QorAdminLogSettings StateOfSettings() noexcept;
     /// Asks for the settings in a dialog on the top window, and saves them after OK.
     void DoSettings() noexcept;
     /// Asks for a file on the top window and writes the log into it, deciphered; every outcome but Cancel is told in a

@@ -101,16 +101,15 @@ std::string reasonForNothing(AdminSession& session, const QorUserInfo& info, con
 }
 
 void showRights(AdminSession& session, const std::string& name) {
-    const QorIdentifier user = session.user(name);
-    if (user == QorNoIdentifier) return;
+    const QorIdentifier user = session.isOpen() ? session.user(name) : QorNoIdentifier;
     QorModelGroupRights rights;
-    const QorErrorCode code = rights.read(QorUserID(user));
-    if (code != QorErrorCode::NotFound && !wasRead(session, code)) return;
+    const QorErrorCode code = user == QorNoIdentifier ? QorErrorCode::NotFound : rights.read(QorUserID(user));
+    const bool isKnown = user != QorNoIdentifier && (code == QorErrorCode::NotFound || wasRead(session, code));
     const QorUserInfo info = session.users().userInfo(user);
     const Ways ways(session, user);
     if (session.isJson()) {
         JsonWriter& json = session.beginJson();
-        json.field("user", info.logonName)
+        json.field("user", isKnown ? info.logonName : std::string_view(name))
             .field("library", info.allowedLibrary == QorNoIdentifier
                                   ? std::optional<std::string>()
                                   : std::optional(session.nameOf(info.allowedLibrary)));
@@ -131,20 +130,20 @@ void showRights(AdminSession& session, const std::string& name) {
         if (session.options.why)
             session.console.out(fmt::format("       through {}\n", sourcesText(session, ways, rights.sources(right))));
     }
-    if (rights.rights().empty())
+    if (isKnown && rights.rights().empty())
         session.hint(
             fmt::format("{} {}, and so reaches no model group", quoted(name), reasonForNothing(session, info, ways)));
 }
 
 void showReach(AdminSession& session) {
-    const QorIdentifier modelGroup = session.modelGroup(session.options.who);
-    if (modelGroup == QorNoIdentifier) return;
+    const QorIdentifier modelGroup = session.isOpen() ? session.modelGroup(session.options.who) : QorNoIdentifier;
     QorModelGroupReach reach;
-    if (!wasRead(session, reach.read(modelGroup))) return;
+    const bool isKnown = modelGroup != QorNoIdentifier && wasRead(session, reach.read(modelGroup));
     JsonWriter* const json = session.isJson() ? &session.beginJson() : nullptr;
     if (json != nullptr)
-        json->field("model_group", std::string_view(session.wayTo(modelGroup)))
-            .field("library", std::string_view(session.nameOf(session.reader().applicationLibraryOf(modelGroup))))
+        json->field("model_group", std::string_view(isKnown ? session.wayTo(modelGroup) : session.options.who))
+            .field("library", isKnown ? std::optional(session.nameOf(session.reader().applicationLibraryOf(modelGroup)))
+                                      : std::optional<std::string>())
             .key("users")
             .beginList();
     for (const QorReachingUser& reaching : reach.users()) {
@@ -167,19 +166,23 @@ void showReach(AdminSession& session) {
     }
     if (json != nullptr)
         json->endList();
-    else if (reach.users().empty())
+    else if (isKnown && reach.users().empty())
         session.hint(fmt::format("nobody reaches {}", quoted(session.wayTo(modelGroup))));
+}
+
+void show(AdminSession& session) {
+    if (session.options.who.empty())
+        showRights(session, session.options.subject);
+    else
+        showReach(session);
 }
 
 }  // namespace
 
-Exit runAccess(const AdminOptions& options, Console& console) {
-    AdminSession session(options, console);
-    if (session.open(false)) {
-        if (!options.who.empty()) showReach(session);
-        for (const std::string& name : options.names) showRights(session, name);
-    }
-    return session.end();
+const AdminVerb& accessVerb() {
+    static constexpr AdminVerb kVerb{
+        "access", "Show which model groups a user reaches, or who reaches one", false, show, {"USER", "The user"}};
+    return kVerb;
 }
 
 }  // namespace qor::cli

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -8,12 +10,36 @@
 
 namespace qor::cli {
 
+class AdminSession;
 class Console;
+
+/// An argument behind FILE.
+struct AdminArgument {
+    const char* name = nullptr;  ///< null: there is none
+    const char* purpose = nullptr;
+    std::array<const char*, 3> words{};  ///< that it may be; null ones are none, and all: any text
+};
+
+/// A command about users, groups or permissions; its arguments stand in the order of the members.
+struct AdminVerb {
+    const char* name;
+    const char* purpose;
+    bool writes;
+    void (*run)(AdminSession& session);
+    AdminArgument subject{};  ///< who or what the command is about
+    AdminArgument word{};     ///< what the subject gets
+    AdminArgument names{};    ///< one or more
+    bool mayNameNone = false;
+};
+[[nodiscard]] std::span<const AdminVerb> userVerbs();
+[[nodiscard]] std::span<const AdminVerb> userGroupVerbs();
+[[nodiscard]] std::span<const AdminVerb> permissionVerbs();
+[[nodiscard]] const AdminVerb& accessVerb();
 
 /// Of `qor user`, `qor group`, `qor permission` and `qor access`; each verb uses what it needs.
 struct AdminOptions {
-    std::string command;  ///< "user", "group", "permission", "access"
-    std::string verb;     ///< of an access: empty
+    const AdminVerb* verb = nullptr;
+    std::string schema;  ///< of the document, "qor.user.add/1"
     std::string file;
     std::string actor;    ///< the current user; empty: the operating system's
     std::string keyFile;  ///< of the administrator log; empty: the usual one
@@ -21,7 +47,9 @@ struct AdminOptions {
     bool json = false;
     std::string language = "en";
 
-    std::vector<std::string> names;    ///< what the verb is about, in the order of its arguments
+    std::string subject;
+    std::string word;
+    std::vector<std::string> names;
     std::vector<std::string> groups;   ///< user groups that are named beside
     std::vector<std::string> profile;  ///< "6=text"
     std::vector<long> managers;
@@ -38,9 +66,6 @@ struct AdminOptions {
     bool yes = false;
 };
 
-[[nodiscard]] Exit runUser(const AdminOptions& options, Console& console);
-[[nodiscard]] Exit runUserGroup(const AdminOptions& options, Console& console);
-[[nodiscard]] Exit runPermission(const AdminOptions& options, Console& console);
-[[nodiscard]] Exit runAccess(const AdminOptions& options, Console& console);
+[[nodiscard]] Exit runAdmin(const AdminOptions& options, Console& console);
 
 }  // namespace qor::cli

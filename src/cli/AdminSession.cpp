@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "cli/Diagnostics.h"
 #include "cli/LogSettings.h"
 #include "cli/Nearest.h"
@@ -16,7 +18,7 @@ namespace qor::cli {
 
 std::string_view permissionWord(std::int32_t permission) {
     if (permission == QorModelGroupPermission::Write) return "write";
-    return permission == QorModelGroupPermission::Read ? "read" : "no access";
+    return permission == QorModelGroupPermission::Read ? "read" : "none";
 }
 
 AdminSession::AdminSession(const AdminOptions& itsOptions, Console& itsConsole)
@@ -32,7 +34,10 @@ AdminSession::AdminSession(const AdminOptions& itsOptions, Console& itsConsole)
 
 AdminSession::~AdminSession() { _installation.reset(); }
 
-bool AdminSession::open(bool forWriting) {
+void AdminSession::open() { _isOpen = openFile(); }
+
+bool AdminSession::openFile() {
+    const bool forWriting = options.verb->writes;
     const QorRepositoryResult result =
         _platform.openRepository(options.file, forWriting && !options.dryRun ? QorRepositoryAccess::ReadWrite
                                                : forWriting                  ? QorRepositoryAccess::Copy
@@ -92,6 +97,20 @@ QorIdentifier AdminSession::library(const std::string& name) {
     return found;
 }
 
+namespace {
+
+/// A name as a step of a way.
+std::string stepFor(std::string_view name) {
+    std::string step;
+    for (const char c : name) {
+        if (c == '/' || c == '\\') step += '\\';
+        step += c;
+    }
+    return step;
+}
+
+}  // namespace
+
 QorIdentifier AdminSession::modelGroup(const std::string& name) {
     std::vector<QorIdentifier> byWay;
     std::vector<QorIdentifier> byName;
@@ -101,18 +120,22 @@ QorIdentifier AdminSession::modelGroup(const std::string& name) {
         for (const QorModelGroupInfo& group : reader().modelGroupsOf(its)) {
             ways.push_back(wayTo(group.id));
             if (ways.back() == name) byWay.push_back(group.id);
-            if (group.name == name) byName.push_back(group.id);
+            if (group.name == name || stepFor(group.name) == name) byName.push_back(group.id);
         }
     }
     const auto& found = byWay.empty() ? byName : byWay;
     if (found.size() == 1) return found.front();
-    if (found.empty())
+    if (found.empty()) {
         error(fmt::format("there is no model group {}{}", quoted(name), didYouMean(name, ways)), Exit::WrongUse);
-    else
-        error(fmt::format("{} are called {}; {}", counted(found.size(), "model group"), quoted(name),
-                          byWay.empty() ? "give the way from the top, as in " + quoted(wayTo(found.front()))
-                                        : std::string("give their --library")),
-              Exit::WrongUse);
+        return QorNoIdentifier;
+    }
+    // Within a library no two have the same way.
+    const std::string way = wayTo(found.front());
+    const bool haveOneWay =
+        std::all_of(found.begin(), found.end(), [&](QorIdentifier group) { return wayTo(group) == way; });
+    error(fmt::format("{} are called {}; {}", counted(found.size(), "model group"), quoted(name),
+                      haveOneWay ? "give their --library" : "give the way from the top, as in " + quoted(way)),
+          Exit::WrongUse);
     return QorNoIdentifier;
 }
 
@@ -126,13 +149,22 @@ bool AdminSession::find(const std::vector<std::string>& names,
     return all;
 }
 
+std::vector<QorIdentifier> AdminSession::chosen(QorIdentifier (AdminSession::*findOne)(const std::string&),
+                                                std::vector<QorIdentifier> (QorUserAdministration::*all)() const) {
+    std::vector<QorIdentifier> ids;
+    if (!_isOpen) return ids;
+    if (options.names.empty()) return (users().*all)();
+    if (!find(options.names, findOne, ids)) std::erase(ids, QorNoIdentifier);
+    return ids;
+}
+
 std::string AdminSession::nameOf(long id) const { return std::string(reader().nameOf(static_cast<QorIdentifier>(id))); }
 
 std::string AdminSession::wayTo(long modelGroup) const {
     std::string way;
     for (QorModelGroupInfo at = reader().modelGroupInfo(static_cast<QorIdentifier>(modelGroup));
          at.id != QorNoIdentifier; at = reader().modelGroupInfo(at.parent))
-        way.insert(0, way.empty() ? std::string(at.name) : std::string(at.name) + "/");
+        way.insert(0, stepFor(at.name) + (way.empty() ? "" : "/"));
     return way;
 }
 
@@ -146,6 +178,7 @@ std::string AdminSession::displayNameOf(QorIdentifier user) {
 // ---- Changes ----
 
 void AdminSession::change(const std::function<bool()>& changes) {
+    if (!_isOpen || !isPlainText(options.subject) || !isPlainText(options.word)) return;
     for (const auto* names : {&options.names, &options.groups, &options.profile})
         for (const std::string& name : *names)
             if (!isPlainText(name)) return;
@@ -236,9 +269,9 @@ void AdminSession::hint(const std::string& text) {
 JsonWriter& AdminSession::beginJson() {
     console.setMode(OutputMode::Document);
     _json.emplace([this](std::string_view text) { console.out(text); });
-    const std::string schema =
-        options.verb.empty() ? "qor." + options.command + "/1" : "qor." + options.command + "." + options.verb + "/1";
-    return _json->beginObject().field("schema", std::string_view(schema)).field("file", std::string_view(options.file));
+    return _json->beginObject()
+        .field("schema", std::string_view(options.schema))
+        .field("file", std::string_view(options.file));
 }
 
 Exit AdminSession::end() {
@@ -255,6 +288,13 @@ Exit AdminSession::end() {
         _json->endList().endObject();
     }
     return _internalErrors.count() != 0 ? Exit::Internal : _exit;
+}
+
+Exit runAdmin(const AdminOptions& options, Console& console) {
+    AdminSession session(options, console);
+    session.open();
+    options.verb->run(session);
+    return session.end();
 }
 
 }  // namespace qor::cli

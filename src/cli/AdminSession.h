@@ -30,8 +30,10 @@ public:
     [[nodiscard]] const QorRepositoryReader& reader() const { return _platform.reader(); }
     [[nodiscard]] bool isJson() const { return options.json; }
 
-    /// Opens the file. False, after telling why, when nothing of it can be read, or nothing written to it.
-    bool open(bool forWriting);
+    /// Opens the file for what the verb wants. Tells why when nothing of it can be read, or nothing written to it; then
+    /// the verb runs all the same, for the sake of its document, and does nothing.
+    void open();
+    [[nodiscard]] bool isOpen() const { return _isOpen; }
 
     /// Goes on as this user, when so far a guest has acted.
     void actAs(const std::string& name);
@@ -40,7 +42,7 @@ public:
 
     [[nodiscard]] QorIdentifier user(const std::string& name);
     [[nodiscard]] QorIdentifier userGroup(const std::string& name);
-    /// "Sales/Orders", the way from the top, or the name alone where just one group has it.
+    /// "Sales/Orders", the way from the top as `wayTo` writes it, or the name alone where just one group has it.
     [[nodiscard]] QorIdentifier modelGroup(const std::string& name);
     [[nodiscard]] QorIdentifier library(const std::string& name);
     /// The names, one by one; false when one of them is not there.
@@ -48,8 +50,16 @@ public:
                             QorIdentifier (AdminSession::*findOne)(const std::string&),
                             std::vector<QorIdentifier>& found);
 
+    /// Those of the arguments' names that are there, or all when the arguments name none.
+    [[nodiscard]] std::vector<QorIdentifier> chosen(QorIdentifier (AdminSession::*findOne)(const std::string&),
+                                                    std::vector<QorIdentifier> (QorUserAdministration::*all)() const);
+    /// Whether nothing was chosen because there is nothing.
+    [[nodiscard]] bool hasNone(const std::vector<QorIdentifier>& chosen) const {
+        return _isOpen && options.names.empty() && chosen.empty();
+    }
+
     [[nodiscard]] std::string nameOf(long id) const;
-    /// "Sales/Orders", quoted when it is shown to people.
+    /// "Sales/Orders", with "\/" for a slash within a name and "\\" for a backslash.
     [[nodiscard]] std::string wayTo(long modelGroup) const;
     [[nodiscard]] std::string displayNameOf(QorIdentifier user);
 
@@ -71,12 +81,13 @@ public:
     void hint(const std::string& text);
     void endAtLeast(Exit exit) { _exit = worse(_exit, exit); }
 
-    /// Begins the document "qor.COMMAND.VERB/1".
+    /// Begins the document.
     JsonWriter& beginJson();
     [[nodiscard]] Exit end();
 
 private:
     [[nodiscard]] bool isPlainText(const std::string& name);
+    [[nodiscard]] bool openFile();
     [[nodiscard]] bool rehearse(const std::function<bool()>& changes);
     /// As it is shown; of a guest it is the logon name.
     [[nodiscard]] std::string currentName() const;
@@ -89,10 +100,17 @@ private:
     std::vector<std::string> _messages;
     std::vector<std::string> _errors;
     std::optional<std::string> _actedBefore;
+    bool _isOpen = false;
     Exit _exit = Exit::Clean;
 };
 
-/// "no access", "read", "write".
+/// As a verb's `run`: what `make` changes, all of it or nothing.
+template <bool (*make)(AdminSession& session)>
+void changing(AdminSession& session) {
+    session.change([&] { return make(session); });
+}
+
+/// "none", "read", "write".
 [[nodiscard]] std::string_view permissionWord(std::int32_t permission);
 
 }  // namespace qor::cli

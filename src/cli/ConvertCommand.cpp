@@ -3,8 +3,6 @@
 
 #include <fmt/format.h>
 
-#include "cli/ConvertSession.h"
-#include "cli/JsonWriter.h"
 #include "cli/Text.h"
 #include "modeltools/QorConversionPlan.h"
 
@@ -51,7 +49,7 @@ std::string_view wordOf(QorConversionProblemKind kind) {
 /// What a plan says, for people or programs.
 class ConvertReport {
 public:
-    ConvertReport(const ConvertSession& session, const QorConversionPlan& plan) : _session(session), _plan(plan) {}
+    ConvertReport(const ModelEditSession& session, const QorConversionPlan& plan) : _session(session), _plan(plan) {}
 
     /// Before anything is converted: afterwards the old objects and relations have no names any more.
     void writeFindings(Console& console) const {
@@ -65,6 +63,10 @@ public:
         for (const QorLostRelation& lost : _plan.lostRelations())
             console.out(fmt::format("{}: {} the relation {} is deleted with the old object\n", about(lost.object),
                                     console.outColours().warning("warning:"), relationText(lost.relation)));
+        for (const QorLostReference& lost : _plan.lostReferences())
+            console.out(fmt::format("{}: {} the reference {} in model {} would lead nowhere\n", about(lost.object),
+                                    console.outColours().warning("warning:"), quoted(_session.nameOf(lost.attribute)),
+                                    quoted(_session.nameOf(lost.model))));
         for (const QorConversionAttribute& attribute : _plan.attributes()) writeAttribute(console, attribute);
     }
 
@@ -73,11 +75,8 @@ public:
                                 done ? "converted" : "looked at, nothing changed"));
     }
 
-    void writeJson(Console& console, bool done) const {
-        console.setMode(OutputMode::Document);
-        JsonWriter json([&console](std::string_view text) { console.out(text); });
-        json.beginObject().field("schema", "qor.convert/1").field("converted", done);
-        json.key("objects").beginList();
+    void writeJson(JsonWriter& json, bool done) const {
+        json.field("converted", done).key("objects").beginList();
         for (const QorPlannedConversion& planned : _plan.objects())
             json.beginObject(kLine)
                 .field("id", std::int64_t{planned.object})
@@ -107,6 +106,13 @@ public:
                 .field("relation", std::int64_t{lost.relation})
                 .field("object", std::int64_t{lost.object})
                 .endObject();
+        json.endList().key("lost_references").beginList();
+        for (const QorLostReference& lost : _plan.lostReferences())
+            json.beginObject(kLine)
+                .field("object", std::int64_t{lost.object})
+                .field("model", std::string_view(_session.nameOf(lost.model)))
+                .field("attribute", std::string_view(_session.nameOf(lost.attribute)))
+                .endObject();
         json.endList().key("breaches").beginList();
         for (const QorCardinalityBreach& breach : _plan.breaches())
             json.beginObject(kLine)
@@ -116,7 +122,7 @@ public:
                 .field("found", std::int64_t{breach.found})
                 .field("text", breach.text.view())
                 .endObject();
-        json.endList().endObject();
+        json.endList();
     }
 
 private:
@@ -146,33 +152,39 @@ private:
                                 counted(attribute.objects, "value")));
     }
 
-    const ConvertSession& _session;
+    const ModelEditSession& _session;
     const QorConversionPlan& _plan;
 };
 
-}  // namespace
-
-Exit runConvert(const ConvertOptions& options, Console& console) {
-    ConvertSession session(options.edit, console);
+Exit convert(const ConvertOptions& options, ModelEditSession& session, QorConversionPlan& plan, bool& done,
+             Console& console) {
     if (const Exit exit = session.open(); exit != Exit::Clean) return exit;
     const auto objects = session.findObjects(options.objects);
     const QorIdentifier target = session.reader().findClass(session.library(), options.to);
     if (target == QorNoIdentifier) session.error("there is no class " + quoted(options.to));
     if (!objects || target == QorNoIdentifier) return Exit::WrongUse;
 
-    QorConversionPlan plan;
-    const bool isPossible = plan.make(session.model(), *objects, target);
+    ISortedSet<long> models;
+    for (const QorModelInfo& model : session.reader().modelsOf(session.library())) models.add(model.id);
+    const bool isPossible = plan.make(session.model(), *objects, target, models);
     const bool isWanted = isPossible && !options.edit.dryRun && (options.keep || plan.breaches().empty());
     const ConvertReport report(session, plan);
     if (!options.edit.json) report.writeFindings(console);
-    const bool done = isWanted && plan.carryOut();
-    if (options.edit.json)
-        report.writeJson(console, done);
-    else
-        report.writeEnd(console, done);
-    if (isWanted && !done) return session.end(session.notWritten());
-    if (!isPossible) return session.end(Exit::Findings);
-    return session.end(plan.breaches().empty() || options.keep ? Exit::Clean : Exit::Findings);
+    done = isWanted && plan.carryOut();
+    if (!options.edit.json) report.writeEnd(console, done);
+    if (isWanted && !done) return session.notWritten();
+    return isPossible && (plan.breaches().empty() || options.keep) ? Exit::Clean : Exit::Findings;
+}
+
+}  // namespace
+
+Exit runConvert(const ConvertOptions& options, Console& console) {
+    ModelEditSession session(options.edit, console);
+    QorConversionPlan plan;
+    bool done = false;
+    const Exit exit = convert(options, session, plan, done, console);
+    if (options.edit.json) ConvertReport(session, plan).writeJson(session.beginJson("qor.convert/1"), done);
+    return session.end(exit);
 }
 
 }  // namespace qor::cli

@@ -60,7 +60,7 @@ inline constexpr const char* kConvertExamples =
 inline constexpr const char* kTransferExamples =
     "Examples:\n"
     "  qor transfer shop.qor --from \"Look\" --to \"Listen\" --to \"Feel\" --attributes Costs,size\n\n"
-    "Everything that fits is written, or nothing when something cannot be written.\n";
+    "What fits is written; with --all nothing, unless everything fits.\n";
 
 inline constexpr const char* kSimExamples =
     "Examples:\n"

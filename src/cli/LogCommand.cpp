@@ -23,37 +23,134 @@ std::string logFile(const std::string& number) {
     return number.empty() ? QorAdminLogRecords::kLogFile : "db:\\qor_admin_log." + number + ".dat";
 }
 
-struct LogRun {
-    const LogOptions& options;
-    RepoSession& session;
+}  // namespace
 
-    [[nodiscard]] QorFileArea& area() const { return session.platform().fileArea(); }
-    void say(const std::string& text) const {
-        if (!options.repo.json) session.console.out(text + "\n");
+class LogRun {
+public:
+    LogRun(const LogOptions& options, RepoSession& session) : _options(options), _session(session) {}
+
+    // ---- Settings ----
+
+    void start() { change(true); }
+    void stop() { change(false); }
+    void settings() {
+        if (_options.names) return change(std::nullopt);
+        if (!tell(checkSettings(area()))) return;
+        QorAdminLogger::Instance().StartLogging();
+        showSettings({});
     }
-    void error(std::string text, Exit exit) const { session.error(options.repo.file, std::move(text), exit); }
+
+    // ---- Reading ----
+
+    void show() {
+        if (!isJson()) return readRecords([&](const QorAdminLogRecord& record) { say(recordText(record)); });
+        JsonWriter& json = _session.beginJson();
+        json.key("records").beginList();
+        readRecords([&](const QorAdminLogRecord& record) { writeRecord(json, record); });
+        json.endList();
+    }
+
+    void exportLog() {
+        OutputFile target(_options.target);
+        std::int64_t lines = 0;
+        const auto add = [&](std::string_view line) {
+            ++lines;
+            target.add(line);
+        };
+        if (_options.raw) {
+            readLog([&](const std::string& file) { return readText(file, add); });
+        } else {
+            if (!_options.jsonLines) target.add(QorAdminLogRecords::csvHeader());
+            readRecords([&](const QorAdminLogRecord& record) {
+                add(_options.jsonLines ? jsonLine(record) : QorAdminLogRecords::csvLine(record).str());
+            });
+        }
+        if (_session.exit() >= Exit::WrongUse) return;  // half a log reads like a whole one
+        if (const std::string problem = target.commit(); !problem.empty())
+            return _session.error(_options.target, problem, Exit::WriteFailed);
+        if (isJson())
+            _session.beginJson().field("target", std::string_view(_options.target)).field("lines", lines);
+        else if (_options.target != "-")
+            say(fmt::format("{}: {}", printable(_options.target), counted(static_cast<std::uint64_t>(lines), "line")));
+    }
+
+    // ---- Seals ----
+
+    void verify() {
+        std::string key = _options.verificationKey;
+        if (key == "-") std::getline(std::cin, key);
+        const QorSealReport report = area().verify(key, _options.head);
+        if (!tell(report.result)) return;
+        if (report.tampering != QorTampering::None) _session.endAtLeast(Exit::Findings);
+        if (isJson()) return writeReport(report, !key.empty());
+        const std::string with =
+            fmt::format("checked with the key file{}{}", key.empty() ? "" : ", the verification key",
+                        _options.head.empty() ? "" : ", the noted head");
+        if (report.lostWrites > 0)
+            say(counted(static_cast<std::uint64_t>(report.lostWrites), "line") +
+                " could not be written when they came");
+        if (report.isSound())
+            say(fmt::format("{}: {} sealed, {}; {}\nhead: {}", printable(_options.repository.file),
+                            report.entries == 1 ? "1 entry" : fmt::format("{} entries", report.entries),
+                            tamperingText(report), with, report.head));
+        else
+            say(fmt::format("{}: {} ({})", printable(_options.repository.file), tamperingText(report), with));
+    }
+
+    void head() {
+        std::string head;
+        if (!tell(area().readHead(head))) return;
+        if (isJson())
+            _session.beginJson().field("head", std::string_view(head));
+        else
+            say(head);
+    }
+
+    /// Behind the others that were put aside; the next line begins a new log.
+    void rotate() {
+        if (!mayAdminister()) return;
+        if (!QorFileManager::fileExists(logFile({}))) return error("there is no log to put aside", Exit::BadInput);
+        int number = 1;
+        while (QorFileManager::fileExists(logFile(std::to_string(number)))) ++number;
+        if (!tell(area().rename(logFile({}), logFile(std::to_string(number))))) return;
+        if (isJson())
+            _session.beginJson().field("number", std::int64_t{number});
+        else
+            say(fmt::format("the log was put aside as number {}: qor log show --number {}", number, number));
+    }
+
+private:
+    [[nodiscard]] QorFileArea& area() { return _session.platform().fileArea(); }
+    [[nodiscard]] bool isJson() const { return _options.repository.json; }
+    void say(const std::string& text) {
+        if (!isJson()) _session.console.out(text + "\n");
+    }
+    void warn(const std::string& text) {
+        _session.tell({QorSeverity::Warning, {_options.repository.file, 0, 0}, text});
+    }
+    void error(std::string text, Exit exit) { _session.error(_options.repository.file, std::move(text), exit); }
     /// False after telling why.
-    bool tell(const QorRepositoryResult& result) const { return session.tell(result, options.repo.file); }
+    bool tell(const QorRepositoryResult& result) { return _session.tell(result, _options.repository.file); }
 
     // ---- Settings ----
 
     /// Whether the current user may change what is logged; told if not.
-    [[nodiscard]] bool mayAdminister() const {
-        if (session.platform().isRepositoryReadOnly())
+    [[nodiscard]] bool mayAdminister() {
+        if (_session.platform().isRepositoryReadOnly())
             return tell({QorRepositoryStatus::ReadOnly, Qor_RepositoryStatusText(QorRepositoryStatus::ReadOnly), {}});
         if (isAdministrator()) return true;
         error("only administrators change what is logged", Exit::WrongUse);
         return false;
     }
 
-    void showSettings(const std::string& verificationKey) const {
+    void showSettings(const std::string& verificationKey) {
         const QorAdminLogger& logger = QorAdminLogger::Instance();
-        if (options.repo.json) {
-            JsonWriter& json = session.beginJson();
+        if (isJson()) {
+            JsonWriter& json = _session.beginJson();
             json.field("logging", logger.HasLogging())
                 .field("names", logger.HasAdminName())
-                .field("keyFile", std::string_view(area().keyFile()));
-            if (!verificationKey.empty()) json.field("verificationKey", std::string_view(verificationKey));
+                .field("key_file", std::string_view(area().keyFile()));
+            if (!verificationKey.empty()) json.field("verification_key", std::string_view(verificationKey));
             return;
         }
         say(fmt::format("logging: {}", logger.HasLogging() ? "on" : "off"));
@@ -62,35 +159,24 @@ struct LogRun {
         if (!verificationKey.empty())
             say("verification key: " + verificationKey +
                 "\nKeep it elsewhere; it is not told again. qor log verify uses it against changes by somebody with "
-                "the "
-                "key file.");
+                "the key file.");
     }
 
-    void change(std::optional<bool> logging) const {
-        if (!mayAdminister() || !tell(area().prepare())) return;
+    void change(std::optional<bool> logging) {
+        if (!mayAdminister() || !tell(checkSettings(area())) || !tell(area().prepare())) return;
         const std::string verificationKey = area().takeVerificationKey();
-        if (!saveSettings(logging, options.names)) tell(area().lastProblem());
+        if (!saveSettings(logging, _options.names)) tell(area().lastProblem());
         showSettings(verificationKey);
-    }
-    void start() const { change(true); }
-    void stop() const { change(false); }
-    void settings() const {
-        if (options.names) return change(std::nullopt);
-        const bool wereSaved = QorFileManager::fileExists(kLogSettingsFile);
-        std::string head;
-        if (wereSaved && !tell(area().readHead(head))) return;
-        QorAdminLogger::Instance().StartLogging();
-        showSettings({});
     }
 
     // ---- Reading ----
 
-    [[nodiscard]] std::optional<QorAdminLogFilter> filter() const {
+    [[nodiscard]] std::optional<QorAdminLogFilter> filter() {
         QorAdminLogFilter filter;
-        filter.user = options.by;
-        filter.action = options.action;
+        filter.user = _options.by;
+        filter.action = _options.action;
         for (const auto& [given, bound] :
-             {std::pair(&options.from, &filter.from), std::pair(&options.to, &filter.to)}) {
+             {std::pair(&_options.from, &filter.from), std::pair(&_options.to, &filter.to)}) {
             const auto instant = logInstant(*given);
             if (!instant) {
                 error(quoted(*given) + " is no date or time as in 2026-03-01 09:05", Exit::WrongUse);
@@ -102,118 +188,71 @@ struct LogRun {
     }
 
     /// Whether there is a log, and its key. Tells of what is missing; that nothing was logged yet is no error.
-    [[nodiscard]] bool canRead() const {
-        const std::string file = logFile(options.file);
-        if (!QorFileManager::fileExists(file)) {
-            if (options.file.empty())
-                session.tell({QorSeverity::Warning, {options.repo.file, 0, 0}, "nothing was logged yet"});
+    [[nodiscard]] bool canRead() {
+        if (!QorFileManager::fileExists(logFile(_options.number))) {
+            if (_options.number.empty())
+                warn("nothing was logged yet");
             else
-                error("there is no log " + quoted(options.file) + " that was put aside", Exit::BadInput);
+                error("there is no log " + quoted(_options.number) + " that was put aside", Exit::WrongUse);
             return false;
         }
         std::string head;
         const QorRepositoryResult result = area().readHead(head);
-        if (result.ok()) return true;
-        tell(result);
-        return result.status == QorRepositoryStatus::Damaged;
+        return tell(result) || result.status == QorRepositoryStatus::Damaged;
     }
 
-    void unreadable() const {
-        session.endAtLeast(Exit::Findings);
-        _gaps = true;
+    /// `read` hands on what stands in the file, as far as it can.
+    template <class Read>
+    void readLog(Read read) {
+        if (!canRead()) return;
+        if (!read(logFile(_options.number))) error("the log cannot be read to its end", Exit::BadInput);
+        if (!_hasGaps) return;
+        _session.endAtLeast(Exit::Findings);
+        warn("lines cannot be deciphered; qor log verify tells what was done to them");
     }
-    mutable bool _gaps = false;
 
     template <class Take>
-    void readRecords(Take take) const {
+    void readRecords(Take take) {
         const auto wanted = filter();
-        if (!wanted || !canRead()) return;
-        const bool wasRead = QorAdminLogRecords::read(
-            *wanted,
-            [&](const QorAdminLogRecord& record) {
-                if (!record.isReadable) unreadable();
-                take(record);
-                return true;
-            },
-            logFile(options.file));
-        if (!wasRead) error("the log cannot be read to its end", Exit::BadInput);
-        if (_gaps)
-            session.tell({QorSeverity::Warning,
-                          {options.repo.file, 0, 0},
-                          "lines cannot be deciphered; qor log verify tells what was done to them"});
-    }
-
-    void show() const {
-        if (!options.repo.json) return readRecords([&](const QorAdminLogRecord& record) { say(recordText(record)); });
-        JsonWriter& json = session.beginJson();
-        json.key("records").beginList();
-        readRecords([&](const QorAdminLogRecord& record) { writeRecord(json, record); });
-        json.endList();
-    }
-
-    void exportLog() const {
-        OutputFile target(options.repo.target);
-        std::uint64_t lines = 0;
-        if (options.raw) {
-            if (!canRead()) return;
-            const bool wasRead = QorAdminLogRecords::readText(
-                [&](std::string_view line) {
-                    ++lines;
-                    target.add(line);
+        if (!wanted) return;
+        readLog([&](const std::string& file) {
+            return QorAdminLogRecords::read(
+                *wanted,
+                [&](const QorAdminLogRecord& record) {
+                    _hasGaps = _hasGaps || !record.isReadable;
+                    take(record);
                     return true;
                 },
-                logFile(options.file));
-            if (!wasRead) return error("the log cannot be read to its end", Exit::BadInput);
-        } else {
-            if (!options.jsonLines) target.add(QorAdminLogRecords::csvHeader());
-            readRecords([&](const QorAdminLogRecord& record) {
-                ++lines;
-                if (!options.jsonLines) return target.add(QorAdminLogRecords::csvLine(record));
-                JsonWriter json([&](std::string_view text) { target.add(text); });
-                writeRecord(json, record);
-                target.add("\n");
-            });
-        }
-        if (session.exit() >= Exit::WrongUse) return;  // half a log reads like a whole one
-        if (const std::string problem = target.commit(); !problem.empty())
-            return session.error(options.repo.target, problem, Exit::WriteFailed);
-        if (options.repo.json)
-            session.beginJson()
-                .field("target", std::string_view(options.repo.target))
-                .field("lines", static_cast<std::int64_t>(lines));
-        else if (options.repo.target != "-")
-            say(fmt::format("{}: {}", printable(options.repo.target), counted(lines, "line")));
+                file);
+        });
+    }
+
+    template <class Take>
+    [[nodiscard]] bool readText(const std::string& file, Take take) {
+        return QorAdminLogRecords::readText(
+            [&](std::string_view line, bool isReadable) {
+                _hasGaps = _hasGaps || !isReadable;
+                take(line);
+                return true;
+            },
+            file);
+    }
+
+    [[nodiscard]] static std::string jsonLine(const QorAdminLogRecord& record) {
+        std::string line;
+        JsonWriter json([&](std::string_view text) { line += text; });
+        writeRecord(json, record);
+        return line;
     }
 
     // ---- Seals ----
 
-    void verify() const {
-        std::string key = options.verificationKey;
-        if (key == "-") std::getline(std::cin, key);
-        const QorSealReport report = area().verify(key, options.head);
-        if (!tell(report.result)) return;
-        if (report.tampering != QorTampering::None) session.endAtLeast(Exit::Findings);
-        if (options.repo.json) return writeReport(report, !key.empty());
-        const std::string with =
-            fmt::format("checked with the key file{}{}", key.empty() ? "" : ", the verification key",
-                        options.head.empty() ? "" : ", the noted head");
-        if (report.lostWrites > 0)
-            say(counted(static_cast<std::uint64_t>(report.lostWrites), "line") +
-                " could not be written when they came");
-        if (report.isSound())
-            say(fmt::format("{}: {} sealed, {}; {}\nhead: {}", printable(options.repo.file),
-                            report.entries == 1 ? "1 entry" : fmt::format("{} entries", report.entries),
-                            tamperingText(report), with, report.head));
-        else
-            say(fmt::format("{}: {} ({})", printable(options.repo.file), tamperingText(report), with));
-    }
-
-    void writeReport(const QorSealReport& report, bool hadKey) const {
-        JsonWriter& json = session.beginJson();
+    void writeReport(const QorSealReport& report, bool hadKey) {
+        JsonWriter& json = _session.beginJson();
         json.field("entries", report.entries)
-            .field("lostWrites", report.lostWrites)
-            .field("withVerificationKey", hadKey)
-            .field("withHead", !options.head.empty())
+            .field("lost_writes", report.lostWrites)
+            .field("with_verification_key", hadKey)
+            .field("with_head", !_options.head.empty())
             .field("tampering", std::string_view(tamperingName(report.tampering)));
         if (report.isSound()) {
             json.field("head", std::string_view(report.head));
@@ -226,52 +265,31 @@ struct LogRun {
             .field("count", report.count);
     }
 
-    void head() const {
-        std::string head;
-        if (!tell(area().readHead(head))) return;
-        if (options.repo.json)
-            session.beginJson().field("head", std::string_view(head));
-        else
-            say(head);
-    }
-
-    /// Behind the others that were put aside; the next line begins a new log.
-    void rotate() const {
-        if (!mayAdminister()) return;
-        if (!QorFileManager::fileExists(logFile({}))) return error("there is no log to put aside", Exit::BadInput);
-        int number = 1;
-        while (QorFileManager::fileExists(logFile(std::to_string(number)))) ++number;
-        if (!tell(area().rename(logFile({}), logFile(std::to_string(number))))) return;
-        if (options.repo.json)
-            session.beginJson().field("number", std::int64_t{number});
-        else
-            say(fmt::format("the log was put aside as number {}: qor log show --number {}", number, number));
-    }
+    const LogOptions& _options;
+    RepoSession& _session;
+    bool _hasGaps = false;  ///< among the lines that were read
 };
 
-struct Verb {
-    std::string_view name;
-    QorRepositoryAccess access;
-    void (LogRun::*run)() const;
-};
-constexpr Verb kVerbs[] = {
-    {"start", QorRepositoryAccess::ReadWrite, &LogRun::start},
-    {"stop", QorRepositoryAccess::ReadWrite, &LogRun::stop},
-    {"settings", QorRepositoryAccess::ReadWrite, &LogRun::settings},
-    {"show", QorRepositoryAccess::ReadOnly, &LogRun::show},
-    {"export", QorRepositoryAccess::ReadOnly, &LogRun::exportLog},
-    {"verify", QorRepositoryAccess::ReadOnly, &LogRun::verify},
-    {"head", QorRepositoryAccess::ReadOnly, &LogRun::head},
-    {"rotate", QorRepositoryAccess::ReadWrite, &LogRun::rotate},
-};
-
-}  // namespace
+std::span<const LogVerb> logVerbs() {
+    static constexpr LogVerb kVerbs[] = {
+        {"start", "Write changes of users and memberships into the log from now on", true, false, &LogRun::start},
+        {"stop", "Write no more", true, false, &LogRun::stop},
+        {"settings", "Show or change what is written", true, false, &LogRun::settings},
+        {"show", "Show the log", false, true, &LogRun::show},
+        {"export", "Write the log into a file", false, true, &LogRun::exportLog},
+        {"verify", "Tell whether anybody has tampered with it", false, false, &LogRun::verify},
+        {"head", "Tell where it ends, to be noted elsewhere", false, false, &LogRun::head},
+        {"rotate", "Put the log aside and begin a new one", true, false, &LogRun::rotate},
+    };
+    return kVerbs;
+}
 
 Exit runLog(const LogOptions& options, Console& console) {
-    RepoSession session(options.repo, console);
-    const LogRun run{options, session};
-    for (const Verb& verb : kVerbs)
-        if (options.repo.verb == verb.name && session.open(verb.access)) (run.*verb.run)();
+    RepoSession session(options.repository, console);
+    if (session.open(options.verb->writes ? QorRepositoryAccess::ReadWrite : QorRepositoryAccess::ReadOnly)) {
+        LogRun run(options, session);
+        (run.*options.verb->run)();
+    }
     return session.end();
 }
 

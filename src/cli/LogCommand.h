@@ -1,19 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <optional>
+#include <span>
 #include <string>
 
-#include "cli/RepoCommand.h"
+#include "cli/Exit.h"
+#include "cli/RepositoryOptions.h"
 
 namespace qor::cli {
 
+class Console;
+class LogRun;
+
+/// A command on the administrator log.
+struct LogVerb {
+    const char* name;
+    const char* purpose;
+    bool writes;
+    bool filters;  ///< takes the arguments that choose lines
+    void (LogRun::*run)();
+};
+[[nodiscard]] std::span<const LogVerb> logVerbs();
+
 struct LogOptions {
-    RepoOptions repo;
-    std::string from;  ///< "2026-03-01 09:05", or as much of it as matters
+    RepositoryOptions repository;
+    const LogVerb* verb = nullptr;
+    std::string target;  ///< of an export; "-" is standard output
+    std::string from;    ///< "2026-03-01 09:05", or as much of it as matters
     std::string to;
     std::string by;  ///< who acted
     std::string action;
-    std::string file;  ///< a log that was put aside, by its number; empty: the log
+    std::string number;  ///< of a log that was put aside; empty: the log
     bool jsonLines = false;
     bool raw = false;
     std::optional<bool> names;

@@ -3,10 +3,25 @@
 
 #include <fmt/format.h>
 
+#include <array>
+#include <iterator>
+
 #include "cli/JsonWriter.h"
 #include "cli/Text.h"
 
 namespace qor::cli {
+
+namespace {
+
+/// Of a date and time: month, day, hour, minute, second.
+struct TwoDigits {
+    std::size_t at;
+    int least;
+    int most;
+};
+constexpr TwoDigits kFields[] = {{5, 1, 12}, {8, 1, 31}, {11, 0, 23}, {14, 0, 59}, {17, 0, 59}};
+
+}  // namespace
 
 std::optional<std::string> logInstant(const std::string& given) {
     constexpr std::string_view kForm = "0000-00-00 00:00:00";
@@ -22,6 +37,11 @@ std::optional<std::string> logInstant(const std::string& given) {
         if (!fits) return std::nullopt;
         if (wanted == '-') instant[at] = '.';
         if (wanted == ' ') instant[at] = ';';
+    }
+    for (const TwoDigits& field : kFields) {
+        if (instant.size() < field.at + 2) break;
+        const int number = (instant[field.at] - '0') * 10 + (instant[field.at + 1] - '0');
+        if (number < field.least || number > field.most) return std::nullopt;
     }
     return instant;
 }
@@ -92,8 +112,9 @@ std::string tamperingText(const QorSealReport& report) {
 }
 
 const char* tamperingName(QorTampering tampering) {
-    constexpr const char* kNames[] = {"none", "changed",     "removed",  "swapped",     "inserted", "not-sealed",
-                                      "cut",  "end-changed", "resealed", "rolled-back", "file-list"};
+    constexpr const char* kNames[] = {"none", "changed",     "removed",  "swapped",     "inserted", "not_sealed",
+                                      "cut",  "end_changed", "resealed", "rolled_back", "file_list"};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(QorTampering::FileList) + 1);
     return kNames[static_cast<std::size_t>(tampering)];
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/LogSettings.h"
 
+#include "admin/QorAdminLogRecords.h"
 #include "admin/QorAdminLogger.h"
 #include "cli/Text.h"
 #include "platform/QorFileManager.h"
@@ -46,7 +47,7 @@ bool saveSettings(std::optional<bool> logging, std::optional<bool> names) {
     const bool wantsLog = logging.value_or(logger.HasLogging());
     const bool wantsNames = names.value_or(logger.HasAdminName());
     const auto isAsWanted = [&] { return logger.HasLogging() == wantsLog && logger.HasAdminName() == wantsNames; };
-    if (isAsWanted() && QorFileManager::fileExists(kLogSettingsFile)) return true;
+    if (isAsWanted() && QorAdminLogger::StateOfSettings() == QorAdminLogSettings::Readable) return true;
     QorHost host = *Qor_InstalledHost();
     AnsweredDialog dialog(*host.windows, wantsLog, wantsNames);
     host.windows = &dialog;
@@ -58,17 +59,27 @@ bool saveSettings(std::optional<bool> logging, std::optional<bool> names) {
     return isAsWanted();
 }
 
+// The logger takes settings that cannot be read for "off", and whoever can write to the repository file can make them
+// so.
+QorRepositoryResult checkSettings(QorFileArea& area) {
+    const QorAdminLogSettings state = QorAdminLogger::StateOfSettings();
+    std::string head;
+    QorRepositoryResult result = area.readHead(head);
+    const bool hasLog = state != QorAdminLogSettings::None || QorFileManager::fileExists(QorAdminLogRecords::kLogFile);
+    if (result.status == QorRepositoryStatus::NoKey && !hasLog) return {};  // nothing was sealed yet
+    if (!result.ok() || state == QorAdminLogSettings::Readable) return result;
+    // A host may log without having saved settings; that they were never there is what the chain tells.
+    if (state == QorAdminLogSettings::None && area.verify({}, {}).isSound()) return {};
+    return {QorRepositoryStatus::Damaged, "the log's settings cannot be read; qor log verify tells why", {}};
+}
+
 QorRepositoryResult keepLog(QorFileArea& area) {
-    if (QorFileManager::fileExists(kLogSettingsFile)) {
-        std::string head;
-        QorRepositoryResult result = area.readHead(head);
-        if (result.status == QorRepositoryStatus::NoKey) {
-            result.text += "; the change could not be written into the log";
-            return result;
-        }
-    }
-    QorAdminLogger::Instance().StartLogging();
-    return {};
+    QorRepositoryResult result = checkSettings(area);
+    if (result.ok())
+        QorAdminLogger::Instance().StartLogging();
+    else
+        result.text += "; the change could not be written into the log";
+    return result;
 }
 
 std::string lostLines(const QorFileArea& area) {

@@ -15,11 +15,8 @@ namespace {
 constexpr auto kLine = JsonWriter::Layout::Line;
 
 void list(AdminSession& session) {
-    std::vector<QorIdentifier> groups;
-    if (session.options.names.empty())
-        groups = session.users().userGroups();
-    else if (!session.find(session.options.names, &AdminSession::userGroup, groups))
-        return;
+    const std::vector<QorIdentifier> groups =
+        session.chosen(&AdminSession::userGroup, &QorUserAdministration::userGroups);
     JsonWriter* const json = session.isJson() ? &session.beginJson() : nullptr;
     if (json != nullptr) json->key("permissions").beginList();
     std::size_t count = 0;
@@ -41,37 +38,31 @@ void list(AdminSession& session) {
         }
     if (json != nullptr)
         json->endList();
-    else if (count == 0)
+    else if (count == 0 && session.isOpen())
         session.hint("no permissions");
 }
 
 /// Of one user group on model groups: no sub-groups, no questions.
-bool give(AdminSession& session, std::size_t firstModelGroup, std::int32_t permission) {
-    const auto& names = session.options.names;
-    const QorIdentifier group = session.userGroup(names.front());
+bool give(AdminSession& session, std::int32_t permission) {
+    const QorIdentifier group = session.userGroup(session.options.subject);
     std::vector<QorIdentifier> modelGroups;
-    const std::vector<std::string> given(names.begin() + static_cast<std::ptrdiff_t>(firstModelGroup), names.end());
-    if (!session.find(given, &AdminSession::modelGroup, modelGroups) || group == QorNoIdentifier) return false;
+    if (!session.find(session.options.names, &AdminSession::modelGroup, modelGroups) || group == QorNoIdentifier)
+        return false;
     for (const QorIdentifier modelGroup : modelGroups) {
-        const std::string what =
-            fmt::format("{} on {}", quoted(session.nameOf(group)), quoted(session.wayTo(modelGroup)));
-        if (!session.done(session.users().setPermission(group, modelGroup, permission), what)) return false;
-        session.say(fmt::format("{}: {} on {}", quoted(session.nameOf(group)), permissionWord(permission),
-                                quoted(session.wayTo(modelGroup))));
+        const std::string name = quoted(session.nameOf(group));
+        const std::string way = quoted(session.wayTo(modelGroup));
+        if (!session.done(session.users().setPermission(group, modelGroup, permission),
+                          fmt::format("{} on {}", name, way)))
+            return false;
+        session.say(fmt::format("{}: {} on {}", name, permissionWord(permission), way));
     }
     return true;
 }
 
 bool grant(AdminSession& session) {
-    const auto permission = permissionNamed(session.options.names[1]);
-    if (permission && session.options.names.size() > 2) return give(session, 2, *permission);
-    session.error(
-        permission ? "name a model group" : quoted(session.options.names[1]) + " is none of read, write, none",
-        Exit::WrongUse);
-    return false;
+    return give(session, permissionNamed(session.options.word).value_or(QorModelGroupPermission::None));
 }
-
-bool revoke(AdminSession& session) { return give(session, 1, QorModelGroupPermission::None); }
+bool revoke(AdminSession& session) { return give(session, QorModelGroupPermission::None); }
 
 }  // namespace
 
@@ -82,16 +73,41 @@ std::optional<std::int32_t> permissionNamed(std::string_view word) {
     return std::nullopt;
 }
 
-Exit runPermission(const AdminOptions& options, Console& console) {
-    AdminSession session(options, console);
-    if (options.verb == "list") {
-        if (session.open(false)) list(session);
-    } else if (session.open(true)) {
-        if (options.verb == "grant") session.change([&] { return grant(session); });
-        if (options.verb == "revoke") session.change([&] { return revoke(session); });
-        if (options.verb == "set") setPermissions(session);
-    }
-    return session.end();
+std::span<const AdminVerb> permissionVerbs() {
+    static constexpr AdminArgument kGroup{"USERGROUP", "The user group"};
+    static constexpr AdminArgument kModelGroups{"GROUP", "The model groups"};
+    static constexpr AdminVerb kVerbs[] = {
+        {"list",
+         "Show the permissions of user groups on model groups",
+         false,
+         list,
+         {},
+         {},
+         {"USERGROUP", "Only of these"},
+         true},
+        {"grant",
+         "Give a user group a permission on model groups, as they are",
+         true,
+         changing<grant>,
+         kGroup,
+         {"PERMISSION", "read, write or none", {"read", "write", "none"}},
+         kModelGroups},
+        {"revoke",
+         "Take a user group's permission on model groups away",
+         true,
+         changing<revoke>,
+         kGroup,
+         {},
+         kModelGroups},
+        {"set",
+         "Set permissions on model groups and those below, shown before",
+         true,
+         setPermissions,
+         {},
+         {},
+         {"GROUP", "The model groups; after them, or at the end of --to, read, write or none"}},
+    };
+    return kVerbs;
 }
 
 }  // namespace qor::cli

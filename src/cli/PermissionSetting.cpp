@@ -43,11 +43,11 @@ public:
     explicit Setting(AdminSession& session) : _session(session) {}
 
     void run() {
-        if (!openAssignment() || !plan()) return;
-        const bool carriesOut = !_session.options.dryRun && apply();
+        const bool isPlanned = _session.isOpen() && openAssignment() && plan();
+        const bool carriesOut = isPlanned && !_session.options.dryRun && apply();
         if (_session.isJson())
             writeJson(carriesOut);
-        else if (carriesOut || _session.options.dryRun)
+        else if (carriesOut || (isPlanned && _session.options.dryRun))
             writeText(carriesOut);
     }
 
@@ -91,7 +91,8 @@ private:
         if (!ok(_assignment.plan(given == "all" ? QorSubGroupMode::All : QorSubGroupMode::AdaptedOnly,
                                  [this](const SV::String& text) { return answer(text.str()); })))
             return false;
-        if (!_isUnanswered) return ok(_impact.read(_assignment.changes()));
+        if (!ok(_impact.read(_assignment.changes()))) return false;
+        if (!_isUnanswered) return true;
         _session.error("nothing was changed: higher permissions below would be lowered; --yes says yes to that",
                        Exit::WrongUse);
         return false;

@@ -7,6 +7,7 @@
 
 #include "cli/RepoLocks.h"
 #include "cli/RepoSession.h"
+#include "cli/RepoVerbs.h"
 #include "cli/Text.h"
 
 namespace qor::cli {
@@ -33,7 +34,7 @@ LibraryCounts countsOf(const QorRepositoryReader& reader, QorIdentifier library)
     return counts;
 }
 
-void showInfo(RepoSession& session) {
+void showInfo(RepoSession& session, const RepoOptions&) {
     std::vector<LibraryCounts> libraries;
     for (const QorIdentifier library : session.reader().applicationLibraries())
         libraries.push_back(countsOf(session.reader(), library));
@@ -68,7 +69,9 @@ void say(RepoSession& session, const std::string& text) {
     if (!session.options.json) session.console.out(printable(text) + "\n");
 }
 
-void verify(RepoSession& session) {
+void tellMade(RepoSession& session, const RepoOptions&) { say(session, session.options.file + ": made"); }
+
+void verify(RepoSession& session, const RepoOptions&) {
     const std::string& file = session.options.file;
     const QorRepositoryResult result = session.platform().verifyRepository();
     if (result.ok()) return say(session, file + ": everything is as it was written");
@@ -78,31 +81,37 @@ void verify(RepoSession& session) {
     session.endAtLeast(Exit::BadInput);
 }
 
-void backUp(RepoSession& session) {
-    const QorRepositoryResult result = session.platform().backUpRepository(session.options.target);
+void backUp(RepoSession& session, const RepoOptions& options) {
+    const QorRepositoryResult result = session.platform().backUpRepository(options.target);
     // A copy that cannot be written is not the repository's fault.
-    if (session.tell(result, session.options.target)) return say(session, session.options.target + ": copied");
+    if (session.tell(result, options.target)) return say(session, options.target + ": copied");
     session.endAtLeast(Exit::WriteFailed);
 }
 
-struct Verb {
-    std::string_view name;
-    QorRepositoryAccess access;
-    void (*run)(RepoSession& session);
-};
-constexpr Verb kVerbs[] = {
-    {"import", QorRepositoryAccess::ReadWrite, importInto}, {"export", QorRepositoryAccess::ReadOnly, exportFrom},
-    {"info", QorRepositoryAccess::ReadOnly, showInfo},      {"verify", QorRepositoryAccess::ReadOnly, verify},
-    {"backup", QorRepositoryAccess::ReadOnly, backUp},      {"unlock", QorRepositoryAccess::ReadWrite, unlock},
-};
-
 }  // namespace
 
+std::span<const RepoVerb> repoVerbs() {
+    using enum RepoOpening;
+    static constexpr RepoVerb kVerbs[] = {
+        {"init", "Make an empty repository file", Make, tellMade},
+        {"import", "Take in libraries and models from YAML, JSON and BPMN files", Write, importInto},
+        {"export", "Write libraries and models as YAML files into a folder", Read, exportFrom},
+        {"info", "Show what is in it", Read, showInfo},
+        {"verify", "Compare everything in it with its hashes", Read, verify},
+        {"backup", "Copy it while it is in use", Read, backUp},
+        {"unlock", "Break the locks of its libraries, as an administrator", Write, unlock},
+    };
+    return kVerbs;
+}
+
 Exit runRepo(const RepoOptions& options, Console& console) {
-    RepoSession session(options, console);
-    if (options.verb == "init" && session.create()) say(session, options.file + ": made");
-    for (const Verb& verb : kVerbs)
-        if (options.verb == verb.name && session.open(verb.access)) verb.run(session);
+    RepoSession session(options.repository, console);
+    const RepoVerb& verb = *options.verb;
+    const bool isOpen = verb.opening == RepoOpening::Make
+                            ? session.create()
+                            : session.open(verb.opening == RepoOpening::Write ? QorRepositoryAccess::ReadWrite
+                                                                              : QorRepositoryAccess::ReadOnly);
+    if (isOpen) verb.run(session, options);
     return session.end();
 }
 

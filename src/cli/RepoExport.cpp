@@ -9,7 +9,9 @@
 #include <streambuf>
 
 #include "cli/OutputFile.h"
+#include "cli/RepoCommand.h"
 #include "cli/RepoSession.h"
+#include "cli/RepoVerbs.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/Text.h"
 #include "interchange/QorExport.h"
@@ -54,7 +56,7 @@ private:
 
 class Export {
 public:
-    explicit Export(RepoSession& session) : _session(session), _folder(session.options.target) {}
+    Export(RepoSession& session, const std::string& folder) : _session(session), _folder(folder) {}
 
     void write(QorIdentifier library) {
         const QorRepositoryReader& reader = _session.reader();
@@ -100,19 +102,18 @@ private:
 
 }  // namespace
 
-void exportFrom(RepoSession& session) {
+void exportFrom(RepoSession& session, const RepoOptions& options) {
     std::error_code error;
-    fs::create_directories(session.options.target, error);
+    fs::create_directories(options.target, error);
     if (error)
-        return session.error(session.options.target, fmt::format("cannot be made: {}", error.message()),
-                             Exit::WriteFailed);
+        return session.error(options.target, fmt::format("cannot be made: {}", error.message()), Exit::WriteFailed);
     std::vector<QorIdentifier> libraries = session.reader().applicationLibraries();
-    if (!session.options.library.empty()) {
+    if (!options.library.empty()) {
         std::string reason;
-        libraries = {chooseLibrary(session.reader(), session.options.library, reason)};
+        libraries = {chooseLibrary(session.reader(), options.library, reason)};
         if (!reason.empty()) return session.error(session.options.file, reason, Exit::WrongUse);
     }
-    Export run(session);
+    Export run(session, options.target);
     for (const QorIdentifier library : libraries) run.write(library);
     if (!session.options.json) return;
     JsonWriter& json = session.beginJson();

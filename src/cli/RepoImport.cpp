@@ -4,12 +4,17 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <map>
+#include <set>
 
 #include "cardinality/QorCardinalityHandler.h"
 #include "cli/Diagnostics.h"
 #include "cli/FirstBreach.h"
 #include "cli/InputFiles.h"
+#include "cli/RepoCommand.h"
 #include "cli/RepoSession.h"
+#include "cli/RepoVerbs.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Text.h"
@@ -31,10 +36,25 @@ struct Imported {
     QorImportResult result = {};
 };
 
+/// Things that a file may bring beside models, by their identifiers, ascending.
+struct Holdings {
+    std::vector<QorIdentifier> libraries;
+    std::vector<QorIdentifier> groups;
+};
+
+/// What of `now` was not there before; the last one first, since what was made last may stand on what was made before.
+std::vector<QorIdentifier> madeSince(const std::vector<QorIdentifier>& before, const std::vector<QorIdentifier>& now) {
+    std::vector<QorIdentifier> made;
+    std::set_difference(now.begin(), now.end(), before.begin(), before.end(), std::back_inserter(made));
+    std::reverse(made.begin(), made.end());
+    return made;
+}
+
 class Import {
 public:
-    explicit Import(RepoSession& session)
+    Import(RepoSession& session, const RepoOptions& options)
         : _session(session),
+          _options(options),
           _units(*session.platform().host().repository->unitsOfWork()),
           _importer(session.platform().builder(), session.reader()),
           _calls(session.platform().builder(), session.reader()) {}
@@ -47,28 +67,22 @@ public:
         if (path.empty()) return _session.error(file, error, Exit::BadInput);
         Imported imported{file, path};
         if (!_isUnitOpen && !begin()) return;
-        if (!read(imported)) return takeBackAllBut({});
+        if (!read(imported)) {
+            if (_waiting.empty() || !takeBack(imported)) takeBackAllBut({});
+            return;
+        }
         for (const QorIdentifier model : imported.result.models)
             if (!_session.reader().missingTargets(model).empty()) _unresolved.push_back(model);
         _waiting.push_back(std::move(imported));
         dropResolved();
-        if (_unresolved.empty() || _session.options.keep) commit();
+        if (_unresolved.empty() || _options.keep) commit();
     }
 
     /// What names something that no file has brought is refused, and with it what names the models of its file.
     void finish() {
         while (!_waiting.empty()) {
             dropResolved();
-            if (_unresolved.empty()) return commit();
-            std::vector<std::string> refused;
-            for (const Imported& its : _waiting)
-                if (tellMissing(its, QorSeverity::Error)) refused.push_back(its.file);
-            if (refused.empty()) return commit();
-            _session.endAtLeast(Exit::BadInput);
-            std::erase_if(_waiting, [&](const Imported& its) {
-                return std::find(refused.begin(), refused.end(), its.file) != refused.end();
-            });
-            takeBackAllBut({});
+            if (_unresolved.empty() || !refuseUnresolved()) return commit();
         }
         dropResolved();
         for (const Imported& its : _imported)
@@ -108,7 +122,25 @@ private:
         _waiting.clear();
     }
 
-    /// The unit cannot let go of one file only, so those that wait are read again.
+    /// Of the file that was read last, and has something wrong. False when it could not be taken back.
+    [[nodiscard]] bool takeBack(const Imported& imported) {
+        QorRepositoryBuilder& builder = _session.platform().builder();
+        const Holdings now = holdings();
+        bool isGone = removeModels(imported);
+        for (const QorIdentifier group : madeSince(_before.groups, now.groups))
+            isGone = builder.removeModelGroup(group).ok() && isGone;
+        for (const QorIdentifier library : madeSince(_before.libraries, now.libraries))
+            isGone = builder.removeApplicationLibrary(library).ok() && isGone;
+        return isGone;
+    }
+
+    bool removeModels(const Imported& imported) {
+        const auto& models = imported.result.models;
+        return std::all_of(models.rbegin(), models.rend(),
+                           [&](QorIdentifier model) { return _session.platform().builder().removeModel(model).ok(); });
+    }
+
+    /// What a file brought may be what files behind it stand on, so those that stay are read again.
     void takeBackAllBut(std::string bad) {
         bool isGood = false;
         while (!isGood) {
@@ -128,22 +160,81 @@ private:
         }
     }
 
+    /// From the last one, and no further than it takes to know whether one is left.
     void dropResolved() {
-        std::erase_if(_unresolved,
-                      [&](QorIdentifier model) { return _session.reader().missingTargets(model).empty(); });
+        while (!_unresolved.empty() && _session.reader().missingTargets(_unresolved.back()).empty())
+            _unresolved.pop_back();
     }
 
-    bool tellMissing(const Imported& its, QorSeverity severity) {
+    /// A model as references name it.
+    using ModelKey = std::pair<std::string, std::string>;
+
+    [[nodiscard]] ModelKey keyOf(QorIdentifier model) const {
+        const QorModelInfo info = _session.reader().modelInfo(model);
+        return {std::string(_session.reader().nameOf(info.modelType)), std::string(info.name)};
+    }
+
+    /// Which of the files that wait name a model.
+    [[nodiscard]] std::multimap<ModelKey, std::size_t> waitingByTarget() const {
+        std::multimap<ModelKey, std::size_t> files;
+        QorSourceInterRefContainer targets;
+        for (std::size_t file = 0; file < _waiting.size(); ++file)
+            for (const QorIdentifier model : _waiting[file].result.models) {
+                (void)QorCoreModelingManager::GetGlobal()->getInterRefsOfSourceModel(model, targets);
+                for (unsigned long at = 0; at < targets.numberOfElements(); ++at) {
+                    const QorInterModRefTarget& target = targets.elementAtIndex(at);
+                    files.emplace(ModelKey{target.modelTypeName.str(), target.modelName.str()}, file);
+                }
+            }
+        return files;
+    }
+
+    /// Tells each file that is refused, with its cause, and reads the others again. False when there is none.
+    bool refuseUnresolved() {
+        std::vector<std::size_t> refused;
+        std::vector<bool> isRefused(_waiting.size());
+        const auto refuse = [&](std::size_t file, const Imported* because) {
+            if (isRefused[file] || !tellMissing(_waiting[file], QorSeverity::Error, because)) return;
+            isRefused[file] = true;
+            refused.push_back(file);
+        };
+        for (std::size_t file = 0; file < _waiting.size(); ++file) refuse(file, nullptr);
+        const auto files = waitingByTarget();
+        for (std::size_t at = 0; at < refused.size(); ++at) {
+            const Imported& gone = _waiting[refused[at]];
+            std::set<ModelKey> keys;
+            for (const QorIdentifier model : gone.result.models) keys.insert(keyOf(model));
+            (void)removeModels(gone);  // all of the unit is taken back below
+            for (const ModelKey& key : keys) {
+                const auto [first, last] = files.equal_range(key);
+                for (auto user = first; user != last; ++user) refuse(user->second, &gone);
+            }
+        }
+        if (refused.empty()) return false;
+        _session.endAtLeast(Exit::BadInput);
+        std::vector<Imported> kept;
+        for (std::size_t file = 0; file < _waiting.size(); ++file)
+            if (!isRefused[file]) kept.push_back(std::move(_waiting[file]));
+        _waiting = std::move(kept);
+        takeBackAllBut({});
+        return true;
+    }
+
+    /// `because`: the refused file that would have brought it. False when the models name nothing that is not there.
+    bool tellMissing(const Imported& its, QorSeverity severity, const Imported* because = nullptr) {
+        const std::string why =
+            because == nullptr ? "which does not exist" : "of " + printable(because->file) + ", which was not taken in";
         bool isSome = false;
         for (const QorIdentifier model : its.result.models)
             for (const QorMissingTarget& missing : _session.reader().missingTargets(model)) {
                 const std::string_view name = _session.reader().nameOf(missing.instance);
                 QorFilePlace place = _importer.placeOf(missing.instance);
                 if (place.file.empty() || place.file == its.path) place.file = its.file;
-                _session.tell({severity, std::move(place),
-                               fmt::format("{}{} names {}, which does not exist",
-                                           name.empty() ? std::string() : cli::quoted(name) + ": ",
-                                           cli::quoted(_session.reader().nameOf(missing.attribute)), missing.what)});
+                _session.tell(
+                    {severity, std::move(place),
+                     fmt::format("{}{} names {}{} {}", name.empty() ? std::string() : cli::quoted(name) + ": ",
+                                 cli::quoted(_session.reader().nameOf(missing.attribute)), missing.what,
+                                 because == nullptr ? "," : "", why)});
                 isSome = true;
             }
         return isSome;
@@ -160,12 +251,12 @@ private:
         const std::string& path = imported.path;
         const QorFileKind kind = _importer.kindOf(path);
         QorIdentifier library = QorNoIdentifier;
+        _before = holdings();
         if ((kind == QorFileKind::Models || kind == QorFileKind::Bpmn) && !findLibrary(kind, file, path, library))
             return false;
-        const std::size_t groups = countGroups();
         imported.result = _importer.readFile(path, library);
         if (!tellAll(imported.result.diagnostics, file, path)) return false;
-        imported.groups = countGroups() - groups;
+        imported.groups = holdings().groups.size() - _before.groups.size();
         if (imported.result.library != QorNoIdentifier)
             imported.library = _session.reader().nameOf(imported.result.library);
         bool isGood = true;
@@ -176,11 +267,14 @@ private:
         return isGood;
     }
 
-    [[nodiscard]] std::size_t countGroups() const {
-        std::size_t count = 0;
-        for (const QorIdentifier library : _session.reader().applicationLibraries())
-            count += _session.reader().modelGroupsOf(library).size();
-        return count;
+    [[nodiscard]] Holdings holdings() const {
+        Holdings held{_session.reader().applicationLibraries(), {}};
+        for (const QorIdentifier library : held.libraries)
+            for (const QorModelGroupInfo& group : _session.reader().modelGroupsOf(library))
+                held.groups.push_back(group.id);
+        std::sort(held.libraries.begin(), held.libraries.end());
+        std::sort(held.groups.begin(), held.groups.end());
+        return held;
     }
 
     /// What was told when the file was first read is not told again.
@@ -193,15 +287,13 @@ private:
         std::string reason;
         const std::string named = kind == QorFileKind::Bpmn ? shippedLibrary(kBpmnLibrary)
                                                             : InputFiles::resolved(_importer.libraryNamedBy(path));
-        if (!_session.options.library.empty() || named.empty()) {
-            library = chooseLibrary(_session.reader(), _session.options.library, reason);
-            if (library == QorNoIdentifier)
-                _session.error(_session.options.file,
-                               named.empty() && _session.options.library.empty()
-                                   ? reason + fmt::format(" for {}; give --library", cli::quoted(file))
-                                   : reason,
-                               Exit::BadInput);
-            return library != QorNoIdentifier;
+        const std::string& wanted = _options.library;
+        if (!wanted.empty() || named.empty()) {
+            library = chooseLibrary(_session.reader(), wanted, reason);
+            if (library != QorNoIdentifier) return true;
+            if (wanted.empty()) reason += fmt::format(" for {}; give --library", cli::quoted(file));
+            _session.error(_session.options.file, reason, wanted.empty() ? Exit::BadInput : Exit::WrongUse);
+            return false;
         }
         // What the file calls its library is known only from reading it.
         QorEmbeddedPlatform scratch;
@@ -248,8 +340,7 @@ private:
             return true;
         };
         if (handler.isCheckCardinalitiesBeforeSave())
-            (void)reportFirstBreach(model,
-                                    [&](const auto& breach) { return tellBreach(breach, _session.options.keep); });
+            (void)reportFirstBreach(model, [&](const auto& breach) { return tellBreach(breach, _options.keep); });
         // Everything in the model was touched by making it.
         if (isClean && handler.isCheckCardinalitiesAfterModelingAction() && !handler.isCheckCardinalitiesBeforeSave())
             (void)reportFirstBreach(model, [&](const auto& breach) { return tellBreach(breach, true); });
@@ -271,6 +362,7 @@ private:
     }
 
     RepoSession& _session;
+    const RepoOptions& _options;
     QorCoreUnitsOfWork& _units;
     QorImporter _importer;
     QorCalledProcesses _calls;
@@ -278,6 +370,7 @@ private:
     InputFiles _inputs;
     std::vector<Imported> _imported;
     std::vector<Imported> _waiting;          ///< read, and kept together by the unit that is open
+    Holdings _before;                        ///< before the file that was read last
     std::vector<QorIdentifier> _unresolved;  ///< models that name what is not there yet
     bool _isUnitOpen = false;
     bool _isRepeating = false;
@@ -299,11 +392,11 @@ bool isLocked(RepoSession& session) {
 
 }  // namespace
 
-void importInto(RepoSession& session) {
+void importInto(RepoSession& session, const RepoOptions& options) {
     if (isLocked(session)) return;
-    Import import(session);
+    Import import(session, options);
     session.console.progress().start();
-    for (const std::string& file : session.options.inputs) import.take(file);
+    for (const std::string& file : options.inputs) import.take(file);
     import.finish();
     import.linkCalls();
     if (!session.options.json) return;

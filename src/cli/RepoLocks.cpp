@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "cli/RepoCommand.h"
 #include "cli/RepoSession.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/Text.h"
@@ -54,11 +55,11 @@ void showLocks(RepoSession& session, JsonWriter* json) {
                                         lock.isAlive ? "" : ", whose process has ended"));
 }
 
-void unlock(RepoSession& session) {
+void unlock(RepoSession& session, const RepoOptions& options) {
     std::vector<QorIdentifier> libraries = session.reader().applicationLibraries();
-    if (!session.options.library.empty()) {
+    if (!options.library.empty()) {
         std::string reason;
-        libraries = {chooseLibrary(session.reader(), session.options.library, reason)};
+        libraries = {chooseLibrary(session.reader(), options.library, reason)};
         if (!reason.empty()) return session.error(session.options.file, reason, Exit::WrongUse);
     }
     if (!session.platform().userAdministration().mayAdminister(true))

@@ -11,7 +11,7 @@ namespace qor::cli {
 
 namespace {
 
-QorEmbeddedOptions platformOptions(const RepoOptions& given) {
+QorEmbeddedOptions platformOptions(const RepositoryOptions& given) {
     QorEmbeddedOptions options;
     options.language = given.language;
     options.user = given.user;
@@ -21,7 +21,7 @@ QorEmbeddedOptions platformOptions(const RepoOptions& given) {
 
 }  // namespace
 
-RepoSession::RepoSession(const RepoOptions& itsOptions, Console& itsConsole)
+RepoSession::RepoSession(const RepositoryOptions& itsOptions, Console& itsConsole)
     : options(itsOptions),
       console(itsConsole),
       _internalErrors(itsConsole),
@@ -67,7 +67,7 @@ JsonWriter& RepoSession::beginJson() {
     console.setMode(OutputMode::Document);
     _json.emplace([this](std::string_view text) { console.out(text); });
     return _json->beginObject()
-        .field("schema", std::string_view("qor." + options.family + "." + options.verb + "/1"))
+        .field("schema", std::string_view(options.schema))
         .field("file", std::string_view(options.file));
 }
 

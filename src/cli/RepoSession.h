@@ -8,21 +8,21 @@
 #include "cli/Exit.h"
 #include "cli/InternalErrors.h"
 #include "cli/JsonWriter.h"
-#include "cli/RepoCommand.h"
+#include "cli/RepositoryOptions.h"
 #include "embedded/QorEmbeddedPlatform.h"
 #include "interchange/QorImport.h"
 
 namespace qor::cli {
 
-/// One run of `qor repo`: the repository file, opened as the installed host, and what is told of it.
+/// One run of `qor repo` or `qor log`: the repository file, opened as the installed host, and what is told of it.
 class RepoSession {
 public:
-    RepoSession(const RepoOptions& options, Console& console);
+    RepoSession(const RepositoryOptions& options, Console& console);
     RepoSession(const RepoSession&) = delete;
     RepoSession& operator=(const RepoSession&) = delete;
     ~RepoSession();
 
-    const RepoOptions& options;
+    const RepositoryOptions& options;
     Console& console;
 
     [[nodiscard]] QorEmbeddedPlatform& platform() { return _platform; }
@@ -40,7 +40,7 @@ public:
     void endAtLeast(Exit exit) { _exit = worse(_exit, exit); }
     [[nodiscard]] Exit exit() const { return _exit; }
 
-    /// Begins the document "qor.repo.VERB/1" in which results are written with --json.
+    /// Begins the document in which results are written with --json.
     JsonWriter& beginJson();
     /// Ends it with what was told, or does nothing.
     [[nodiscard]] Exit end();
@@ -54,9 +54,5 @@ private:
     std::vector<QorDiagnostic> _told;
     Exit _exit = Exit::Clean;
 };
-
-/// What the verbs do with an open session.
-void importInto(RepoSession& session);
-void exportFrom(RepoSession& session);
 
 }  // namespace qor::cli

@@ -14,6 +14,7 @@ class Console;
 enum class SimListing : std::uint8_t { Options, Classes, Actions, Texts, Results };
 
 struct SimListOptions {
+    SimListing listing = SimListing::Options;
     std::string library;
     bool json = false;
     std::string language = "en";
@@ -41,7 +42,7 @@ struct SimResetOptions {
     std::string user;  ///< who acts; empty: the operating system's
 };
 
-[[nodiscard]] Exit runSimList(SimListing listing, const SimListOptions& options, Console& console);
+[[nodiscard]] Exit runSimList(const SimListOptions& options, Console& console);
 [[nodiscard]] Exit runSimCheck(const SimCheckOptions& options, Console& console);
 [[nodiscard]] Exit runSimWrite(const SimWriteOptions& options, Console& console);
 [[nodiscard]] Exit runSimReset(const SimResetOptions& options, Console& console);

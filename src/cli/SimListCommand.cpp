@@ -159,14 +159,14 @@ void writeJson(Console& console, const Workspace& workspace, const Listing& list
 
 }  // namespace
 
-Exit runSimList(SimListing what, const SimListOptions& options, Console& console) {
+Exit runSimList(const SimListOptions& options, Console& console) {
     InternalErrors internalErrors(console);
     Workspaces workspaces(options.language, internalErrors.windows());
     Workspace& workspace = workspaces.open(resolveLibrary(options.library));
-    Listing listing{nameOf(what), {}, {}, {}};
+    Listing listing{nameOf(options.listing), {}, {}, {}};
     if (workspace.hasLibrary()) {
         SimLibrary library(workspace);
-        listing = listingOf(what, library);
+        listing = listingOf(options.listing, library);
     }
     (options.json ? writeJson : writeText)(console, workspace, listing);
 

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "cli/TransferCommand.h"
+
 #include <fmt/format.h>
 
-#include <map>
-
-#include "cli/ConvertCommand.h"
-#include "cli/ConvertSession.h"
-#include "cli/JsonWriter.h"
 #include "cli/Text.h"
 #include "modeltools/QorAttributeTransfer.h"
 
@@ -17,29 +14,35 @@ constexpr auto kLine = JsonWriter::Layout::Line;
 constexpr std::string_view kSize = "size";
 constexpr long kSizeAttribute = -1;
 
-std::string_view wordOf(QorTransferOutcome outcome) {
+/// For programs, and for people.
+struct OutcomeWords {
+    std::string_view word;
+    std::string_view text;
+};
+
+OutcomeWords wordsOf(QorTransferOutcome outcome) {
     switch (outcome) {
         case QorTransferOutcome::Changes:
-            return "changes";
+            return {"changes", "changes"};
         case QorTransferOutcome::Same:
-            return "same already";
+            return {"same", "same already"};
         case QorTransferOutcome::IsSource:
-            return "is the source itself";
+            return {"source", "is the source itself"};
         case QorTransferOutcome::NotOfClass:
-            return "is of another class";
+            return {"other_class", "is of another class"};
         case QorTransferOutcome::NotInModel:
-            return "lies in another model";
+            return {"other_model", "lies in another model"};
         case QorTransferOutcome::NoAttribute:
-            return "has no such attribute";
+            return {"no_attribute", "has no such attribute"};
         case QorTransferOutcome::NoPlaceForSize:
-            return "has no place for the size";
+            return {"no_size", "has no place for the size"};
         default:
-            return "the repository failed";
+            return {"failed", "the repository failed"};
     }
 }
 
 /// "size" means an attribute of that name where the class has one.
-bool findAttributes(const ConvertSession& session, long source, const std::vector<std::string>& names,
+bool findAttributes(ModelEditSession& session, long source, const std::vector<std::string>& names,
                     ISortedSet<long>& attributes) {
     const QorIdentifier cls = session.reader().classOfObject(static_cast<QorIdentifier>(source));
     bool all = true;
@@ -57,16 +60,16 @@ bool findAttributes(const ConvertSession& session, long source, const std::vecto
     return all;
 }
 
-std::string attributeName(const ConvertSession& session, const QorTransferEntry& entry) {
+std::string attributeName(const ModelEditSession& session, const QorTransferEntry& entry) {
     return entry.attribute < 0 ? std::string(kSize) : session.nameOf(entry.attribute);
 }
 
-void writeText(const ConvertSession& session, const QorAttributeTransfer& transfer, bool done, Console& console) {
+void writeText(const ModelEditSession& session, const QorAttributeTransfer& transfer, bool done, Console& console) {
     std::uint64_t changes = 0;
     std::uint64_t same = 0;
     for (const QorTransferEntry& entry : transfer.entries()) {
         console.out(fmt::format("{}: {} {}\n", session.objectText(entry.object), quoted(attributeName(session, entry)),
-                                wordOf(entry.outcome)));
+                                wordsOf(entry.outcome).text));
         if (entry.outcome == QorTransferOutcome::Changes) ++changes;
         if (entry.outcome == QorTransferOutcome::Same) ++same;
     }
@@ -74,24 +77,20 @@ void writeText(const ConvertSession& session, const QorAttributeTransfer& transf
                             done ? "changed" : "to be changed, nothing written", same, transfer.impossibleCount()));
 }
 
-void writeJson(const ConvertSession& session, const QorAttributeTransfer& transfer, bool done, Console& console) {
-    console.setMode(OutputMode::Document);
-    JsonWriter json([&console](std::string_view text) { console.out(text); });
-    json.beginObject().field("schema", "qor.transfer/1").field("written", done).key("entries").beginList();
+void writeJson(const ModelEditSession& session, const QorAttributeTransfer& transfer, bool done, JsonWriter& json) {
+    json.field("written", done).key("entries").beginList();
     for (const QorTransferEntry& entry : transfer.entries())
         json.beginObject(kLine)
             .field("object", std::int64_t{entry.object})
             .field("name", std::string_view(session.nameOf(entry.object)))
             .field("attribute", std::string_view(attributeName(session, entry)))
-            .field("outcome", wordOf(entry.outcome))
+            .field("outcome", wordsOf(entry.outcome).word)
             .endObject();
-    json.endList().endObject();
+    json.endList();
 }
 
-}  // namespace
-
-Exit runTransfer(const TransferOptions& options, Console& console) {
-    ConvertSession session(options.edit, console);
+Exit transferAttributes(const TransferOptions& options, ModelEditSession& session, QorAttributeTransfer& transfer,
+                        bool& done) {
     if (const Exit exit = session.open(); exit != Exit::Clean) return exit;
     const QorIdentifier source = session.findObject(options.from);
     const auto targets = session.findObjects(options.to);
@@ -99,18 +98,26 @@ Exit runTransfer(const TransferOptions& options, Console& console) {
     if (source == QorNoIdentifier || !targets || !findAttributes(session, source, options.attributes, attributes))
         return Exit::WrongUse;
 
-    QorAttributeTransfer transfer;
     if (!transfer.plan(session.model(), source, attributes, *targets)) return Exit::Internal;
     const bool isPossible = transfer.impossibleCount() == 0;
     const bool isWanted = !options.edit.dryRun && (isPossible || !options.all);
-    const bool done =
-        isWanted && transfer.carryOut(options.all ? QorTransferMode::AllOrNothing : QorTransferMode::WhatFits);
+    done = isWanted && transfer.carryOut(options.all ? QorTransferMode::AllOrNothing : QorTransferMode::WhatFits);
+    if (isWanted && !done) return session.notWritten();
+    return isPossible ? Exit::Clean : Exit::Findings;
+}
+
+}  // namespace
+
+Exit runTransfer(const TransferOptions& options, Console& console) {
+    ModelEditSession session(options.edit, console);
+    QorAttributeTransfer transfer;
+    bool done = false;
+    const Exit exit = transferAttributes(options, session, transfer, done);
     if (options.edit.json)
-        writeJson(session, transfer, done, console);
-    else
+        writeJson(session, transfer, done, session.beginJson("qor.transfer/1"));
+    else if (!transfer.entries().empty())
         writeText(session, transfer, done, console);
-    if (isWanted && !done) return session.end(session.notWritten());
-    return session.end(isPossible ? Exit::Clean : Exit::Findings);
+    return session.end(exit);
 }
 
 }  // namespace qor::cli

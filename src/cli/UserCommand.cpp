@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "cli/AdminSession.h"
+#include "cli/Members.h"
 #include "cli/Nearest.h"
 #include "cli/Text.h"
 #include "platform/QorUserEventKind.h"
@@ -13,18 +14,7 @@ namespace qor::cli {
 namespace {
 
 constexpr auto kLine = JsonWriter::Layout::Line;
-
-std::string joined(const AdminSession& session, const std::vector<QorIdentifier>& ids) {
-    std::string text;
-    for (const QorIdentifier id : ids) text += (text.empty() ? "" : ", ") + quoted(session.nameOf(id));
-    return text;
-}
-
-void writeNames(AdminSession& session, JsonWriter& json, const char* key, const std::vector<QorIdentifier>& ids) {
-    json.key(key).beginList(kLine);
-    for (const QorIdentifier id : ids) json.value(std::string_view(session.nameOf(id)));
-    json.endList();
-}
+constexpr std::array<const char*, 3> kRights{"administrator", "sub-administrator"};
 
 // ---- List ----
 
@@ -58,7 +48,7 @@ std::string described(AdminSession& session, const QorUserInfo& info) {
     text += info.allowedLibrary == QorNoIdentifier ? std::string(", no library")
                                                    : ", library " + quoted(session.nameOf(info.allowedLibrary));
     const auto groups = session.users().groupsOf(info.id);
-    if (!groups.empty()) text += ", in " + joined(session, groups);
+    if (!groups.empty()) text += ", in " + namesText(session, groups);
     for (const QorProfileEntryInfo& entry : session.users().profileOf(info.id))
         text += fmt::format(
             "\n    {}: {}",
@@ -68,11 +58,7 @@ std::string described(AdminSession& session, const QorUserInfo& info) {
 }
 
 void list(AdminSession& session) {
-    std::vector<QorIdentifier> ids;
-    if (session.options.names.empty())
-        ids = session.users().users();
-    else if (!session.find(session.options.names, &AdminSession::user, ids))
-        return;
+    const std::vector<QorIdentifier> ids = session.chosen(&AdminSession::user, &QorUserAdministration::users);
     if (session.isJson()) {
         JsonWriter& json = session.beginJson();
         json.field("sign_on_mode", std::int64_t{session.users().singleSignOnMode()}).key("users").beginList();
@@ -81,18 +67,30 @@ void list(AdminSession& session) {
         return;
     }
     for (const QorIdentifier id : ids) session.console.out(described(session, session.users().userInfo(id)) + "\n");
-    if (ids.empty()) session.hint("no users yet: everybody is an administrator, and so will be the first one added");
+    if (session.hasNone(ids))
+        session.hint("no users yet: everybody is an administrator, and so will be the first one added");
 }
 
 // ---- Changes ----
 
-std::string userText(const std::string& name) { return "user " + quoted(name); }
+/// Why a membership has no effect for now; empty when it has.
+std::string withoutEffect(AdminSession& session, QorIdentifier user, bool isSystem) {
+    bool isOrdinary = false;
+    for (const long manager : session.users().userInfo(user).managers)
+        isOrdinary = isOrdinary || manager == QorUserManagerNumber::Ordinary;
+    if (isOrdinary != isSystem) return {};
+    return isSystem ? " (without effect: of users of manager 1000 the system user groups do not count)"
+                    : " (without effect: of single sign-on users only the system user groups count)";
+}
+
+constexpr MemberKind kUser{"user",       "is in", "is not in", &AdminSession::user, &QorUserAdministration::renameUser,
+                           withoutEffect};
 
 /// What --display, --organisation, --library, --remark, --profile and --manager ask for.
 bool furnish(AdminSession& session, QorIdentifier user) {
     QorUserAdministration& users = session.users();
     const AdminOptions& options = session.options;
-    const std::string what = userText(session.nameOf(user));
+    const std::string what = kUser.text(session.nameOf(user));
     if (options.display || options.organisation) {
         const QorUserInfo info = users.userInfo(user);
         const bool hasOwnName = info.displayName != info.logonName;
@@ -127,16 +125,6 @@ bool furnish(AdminSession& session, QorIdentifier user) {
     return true;
 }
 
-/// Why a membership has no effect for now; empty when it has.
-std::string withoutEffect(AdminSession& session, QorIdentifier user, bool isSystem) {
-    bool isOrdinary = false;
-    for (const long manager : session.users().userInfo(user).managers)
-        isOrdinary = isOrdinary || manager == QorUserManagerNumber::Ordinary;
-    if (isOrdinary != isSystem) return {};
-    return isSystem ? " (without effect: of users of manager 1000 the system user groups do not count)"
-                    : " (without effect: of single sign-on users only the system user groups count)";
-}
-
 bool add(AdminSession& session) {
     QorUserAdministration& users = session.users();
     const AdminOptions& options = session.options;
@@ -147,18 +135,18 @@ bool add(AdminSession& session) {
         const bool isFirst = !users.hasUsers();
         const long manager = options.managers.empty() ? QorUserManagerNumber::Ordinary : options.managers.front();
         const QorBuildResult added = users.addUser(name, manager);
-        if (!session.done(added, userText(name))) return false;
-        std::string text = userText(name) + " added";
+        if (!session.done(added, kUser.text(name))) return false;
+        std::string text = kUser.text(name) + " added";
         if (isFirst)
             text += fmt::format(", the first one and so an administrator; from now on act with --user {}", name);
         // The others are added, and all of them furnished, by the one who may do so from now on.
         if (isFirst) session.actAs(name);
         if (options.library.empty() && !options.noLibrary && libraries.size() == 1 &&
-            !session.done(users.setAllowedLibrary(added.id, libraries.front()), userText(name)))
+            !session.done(users.setAllowedLibrary(added.id, libraries.front()), kUser.text(name)))
             return false;
         if (!furnish(session, added.id)) return false;
         for (const QorIdentifier group : groups) {
-            if (!session.done(users.join(added.id, group), userText(name))) return false;
+            if (!session.done(users.join(added.id, group), kUser.text(name))) return false;
             text += fmt::format(", in {}{}", quoted(session.nameOf(group)),
                                 withoutEffect(session, added.id, users.userGroupInfo(group).isSystem));
         }
@@ -167,34 +155,21 @@ bool add(AdminSession& session) {
     return true;
 }
 
-bool rename(AdminSession& session) {
-    const auto& names = session.options.names;
-    const QorIdentifier user = session.user(names.front());
-    if (user == QorNoIdentifier ||
-        !session.done(session.users().renameUser(user, names.back()), userText(names.back())))
-        return false;
-    session.say(fmt::format("{} is now {}", userText(names.front()), quoted(names.back())));
-    return true;
-}
-
 bool set(AdminSession& session) {
-    const std::string& name = session.options.names.front();
-    const QorIdentifier user = session.user(name);
+    const QorIdentifier user = session.user(session.options.subject);
     if (user == QorNoIdentifier || !furnish(session, user)) return false;
     session.say(described(session, session.users().userInfo(user)));
     return true;
 }
 
 bool setRight(AdminSession& session, bool granted) {
-    const auto& names = session.options.names;
-    const QorIdentifier user = session.user(names.front());
+    const std::string& name = session.options.subject;
+    const std::string& word = session.options.word;
+    const QorIdentifier user = session.user(name);
     if (user == QorNoIdentifier) return false;
-    const bool isAll = names.back() == "administrator";
-    if (!session.done(session.users().setRight(
-                          user, isAll ? QorUserRight::Administrator : QorUserRight::SubAdministrator, granted),
-                      userText(names.front())))
-        return false;
-    session.say(fmt::format("{} is {}{}", userText(names.front()), granted ? "now " : "no longer ", names.back()));
+    const long right = word == kRights[0] ? QorUserRight::Administrator : QorUserRight::SubAdministrator;
+    if (!session.done(session.users().setRight(user, right, granted), kUser.text(name))) return false;
+    session.say(fmt::format("{} is {}{}", kUser.text(name), granted ? "now " : "no longer ", word));
     return true;
 }
 
@@ -205,7 +180,7 @@ bool remove(AdminSession& session) {
     std::vector<QorIdentifier> ids;
     if (!session.find(session.options.names, &AdminSession::user, ids)) return false;
     for (std::size_t at = 0; at < ids.size(); ++at) {
-        const std::string what = userText(session.options.names[at]);
+        const std::string what = kUser.text(session.options.names[at]);
         if (!session.done(session.users().removeUser(ids[at]), what)) return false;
         session.say(what + " removed");
     }
@@ -213,27 +188,12 @@ bool remove(AdminSession& session) {
     return true;
 }
 
-bool changeMembership(AdminSession& session, bool joins) {
-    const auto& names = session.options.names;
-    const QorIdentifier user = session.user(names.front());
-    std::vector<QorIdentifier> groups;
-    if (!session.find({names.begin() + 1, names.end()}, &AdminSession::userGroup, groups) || user == QorNoIdentifier)
-        return false;
-    for (const QorIdentifier group : groups) {
-        const QorBuildResult result = joins ? session.users().join(user, group) : session.users().leave(user, group);
-        if (!session.done(result, userText(names.front()))) return false;
-        session.say(fmt::format(
-            "{} is {} {}{}", userText(names.front()), joins ? "in" : "not in", quoted(session.nameOf(group)),
-            joins ? withoutEffect(session, user, session.users().userGroupInfo(group).isSystem) : std::string()));
-    }
-    return true;
-}
-
-bool join(AdminSession& session) { return changeMembership(session, true); }
-bool leave(AdminSession& session) { return changeMembership(session, false); }
+bool rename(AdminSession& session) { return renameMember(session, kUser); }
+bool join(AdminSession& session) { return changeMembership(session, kUser, true); }
+bool leave(AdminSession& session) { return changeMembership(session, kUser, false); }
 
 bool signOn(AdminSession& session) {
-    const std::string& given = session.options.names.front();
+    const std::string& given = session.options.word;
     long mode = 0;
     if (given != "none") (void)std::from_chars(given.data(), given.data() + given.size(), mode);
     if (!session.done(session.users().setSingleSignOnMode(mode), "sign-on mode")) return false;
@@ -241,23 +201,36 @@ bool signOn(AdminSession& session) {
     return true;
 }
 
-struct Verb {
-    std::string_view name;
-    bool (*run)(AdminSession& session);
-};
-constexpr Verb kChanges[] = {
-    {"add", add},       {"rename", rename}, {"set", set},     {"grant", grant},    {"revoke", revoke},
-    {"remove", remove}, {"join", join},     {"leave", leave}, {"sign-on", signOn},
-};
+constexpr AdminArgument kOne{"USER", "The user"};
 
 }  // namespace
 
-Exit runUser(const AdminOptions& options, Console& console) {
-    AdminSession session(options, console);
-    if (options.verb == "list" && session.open(false)) list(session);
-    for (const Verb& verb : kChanges)
-        if (options.verb == verb.name && session.open(true)) session.change([&] { return verb.run(session); });
-    return session.end();
+std::span<const AdminVerb> userVerbs() {
+    static constexpr AdminArgument kRight{"RIGHT", "administrator or sub-administrator", kRights};
+    static constexpr AdminVerb kVerbs[] = {
+        {"list", "Show users with their groups", false, list, {}, {}, {"NAME", "Only these"}, true},
+        {"add",
+         "Add users; the first one is an administrator",
+         true,
+         changing<add>,
+         {},
+         {},
+         {"NAME", "Their logon names"}},
+        {"rename", "Give a user another logon name", true, changing<rename>, kOne, {"NEW-NAME", "The new logon name"}},
+        {"set", "Change a user's display name, library, profile or user managers", true, changing<set>, kOne},
+        {"grant", "Make a user an administrator or a sub-administrator", true, changing<grant>, kOne, kRight},
+        {"revoke", "Take that right away again", true, changing<revoke>, kOne, kRight},
+        {"remove", "Remove users with their memberships", true, changing<remove>, {}, {}, {"NAME", "The users"}},
+        {"join", "Put a user into user groups", true, changing<join>, kOne, {}, {"GROUP", "The groups"}},
+        {"leave", "Take a user out of user groups", true, changing<leave>, kOne, {}, {"GROUP", "The groups"}},
+        {"sign-on",
+         "Say which further user manager counts",
+         true,
+         changing<signOn>,
+         {},
+         {"MODE", "667, 668 or none", {"667", "668", "none"}}},
+    };
+    return kVerbs;
 }
 
 }  // namespace qor::cli

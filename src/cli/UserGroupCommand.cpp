@@ -4,6 +4,7 @@
 #include <map>
 
 #include "cli/AdminSession.h"
+#include "cli/Members.h"
 #include "cli/Text.h"
 
 namespace qor::cli {
@@ -28,24 +29,12 @@ MembersByGroup membersByGroup(AdminSession& session) {
     return members;
 }
 
-std::string joined(const AdminSession& session, const std::vector<QorIdentifier>& ids) {
-    std::string text;
-    for (const QorIdentifier id : ids) text += (text.empty() ? "" : ", ") + quoted(session.nameOf(id));
-    return text;
-}
-
-void writeNames(AdminSession& session, JsonWriter& json, const char* key, const std::vector<QorIdentifier>& ids) {
-    json.key(key).beginList(kLine);
-    for (const QorIdentifier id : ids) json.value(std::string_view(session.nameOf(id)));
-    json.endList();
-}
-
 void writeText(AdminSession& session, const QorUserGroupInfo& info, const Members& members) {
     std::string text = quoted(info.name) + (info.isSystem ? ", system user group" : "");
     const auto outer = session.users().groupsOf(info.id);
-    if (!outer.empty()) text += ", lies in " + joined(session, outer);
-    if (!members.users.empty()) text += "\n    users: " + joined(session, members.users);
-    if (!members.groups.empty()) text += "\n    groups: " + joined(session, members.groups);
+    if (!outer.empty()) text += ", lies in " + namesText(session, outer);
+    if (!members.users.empty()) text += "\n    users: " + namesText(session, members.users);
+    if (!members.groups.empty()) text += "\n    groups: " + namesText(session, members.groups);
     for (const QorGroupPermissionInfo& entry : session.users().permissionsOf(info.id))
         text +=
             fmt::format("\n    {} on {}", permissionWord(entry.permission), quoted(session.wayTo(entry.modelGroup)));
@@ -68,11 +57,7 @@ void writeJson(AdminSession& session, JsonWriter& json, const QorUserGroupInfo& 
 }
 
 void list(AdminSession& session) {
-    std::vector<QorIdentifier> ids;
-    if (session.options.names.empty())
-        ids = session.users().userGroups();
-    else if (!session.find(session.options.names, &AdminSession::userGroup, ids))
-        return;
+    const std::vector<QorIdentifier> ids = session.chosen(&AdminSession::userGroup, &QorUserAdministration::userGroups);
     MembersByGroup members = membersByGroup(session);
     if (session.isJson()) {
         JsonWriter& json = session.beginJson();
@@ -82,26 +67,21 @@ void list(AdminSession& session) {
         return;
     }
     for (const QorIdentifier id : ids) writeText(session, session.users().userGroupInfo(id), members[id]);
-    if (ids.empty()) session.hint("no user groups yet");
+    if (session.hasNone(ids)) session.hint("no user groups yet");
 }
 
-std::string groupText(const std::string& name) { return "user group " + quoted(name); }
+constexpr MemberKind kGroup{
+    "user group", "lies in", "does not lie in", &AdminSession::userGroup, &QorUserAdministration::renameUserGroup,
+    nullptr};
+bool rename(AdminSession& session) { return renameMember(session, kGroup); }
+bool join(AdminSession& session) { return changeMembership(session, kGroup, true); }
+bool leave(AdminSession& session) { return changeMembership(session, kGroup, false); }
 
 bool add(AdminSession& session) {
     for (const std::string& name : session.options.names) {
-        if (!session.done(session.users().addUserGroup(name, session.options.system), groupText(name))) return false;
-        session.say((session.options.system ? "system " : "") + groupText(name) + " added");
+        if (!session.done(session.users().addUserGroup(name, session.options.system), kGroup.text(name))) return false;
+        session.say((session.options.system ? "system " : "") + kGroup.text(name) + " added");
     }
-    return true;
-}
-
-bool rename(AdminSession& session) {
-    const auto& names = session.options.names;
-    const QorIdentifier group = session.userGroup(names.front());
-    if (group == QorNoIdentifier ||
-        !session.done(session.users().renameUserGroup(group, names.back()), groupText(names.back())))
-        return false;
-    session.say(fmt::format("{} is now {}", groupText(names.front()), quoted(names.back())));
     return true;
 }
 
@@ -109,7 +89,7 @@ bool remove(AdminSession& session) {
     std::vector<QorIdentifier> ids;
     if (!session.find(session.options.names, &AdminSession::userGroup, ids)) return false;
     for (std::size_t at = 0; at < ids.size(); ++at) {
-        const std::string what = groupText(session.options.names[at]);
+        const std::string what = kGroup.text(session.options.names[at]);
         const auto members = session.users().membersOf(ids[at]).size();
         const auto permissions = session.users().permissionsOf(ids[at]).size();
         if (!session.done(session.users().removeUserGroup(ids[at]), what)) return false;
@@ -119,41 +99,32 @@ bool remove(AdminSession& session) {
     return true;
 }
 
-bool changeMembership(AdminSession& session, bool joins) {
-    const auto& names = session.options.names;
-    const QorIdentifier inner = session.userGroup(names.front());
-    std::vector<QorIdentifier> groups;
-    if (!session.find({names.begin() + 1, names.end()}, &AdminSession::userGroup, groups) || inner == QorNoIdentifier)
-        return false;
-    for (const QorIdentifier group : groups) {
-        const QorBuildResult result = joins ? session.users().join(inner, group) : session.users().leave(inner, group);
-        if (!session.done(result, fmt::format("{} in {}", groupText(names.front()), quoted(session.nameOf(group)))))
-            return false;
-        session.say(fmt::format("{} {} in {}", groupText(names.front()), joins ? "lies" : "does not lie",
-                                quoted(session.nameOf(group))));
-    }
-    return true;
-}
-
-bool join(AdminSession& session) { return changeMembership(session, true); }
-bool leave(AdminSession& session) { return changeMembership(session, false); }
-
-struct Verb {
-    std::string_view name;
-    bool (*run)(AdminSession& session);
-};
-constexpr Verb kChanges[] = {
-    {"add", add}, {"rename", rename}, {"remove", remove}, {"join", join}, {"leave", leave},
-};
+constexpr AdminArgument kOne{"NAME", "The group"};
 
 }  // namespace
 
-Exit runUserGroup(const AdminOptions& options, Console& console) {
-    AdminSession session(options, console);
-    if (options.verb == "list" && session.open(false)) list(session);
-    for (const Verb& verb : kChanges)
-        if (options.verb == verb.name && session.open(true)) session.change([&] { return verb.run(session); });
-    return session.end();
+std::span<const AdminVerb> userGroupVerbs() {
+    static constexpr AdminVerb kVerbs[] = {
+        {"list", "Show user groups with members and permissions", false, list, {}, {}, {"NAME", "Only these"}, true},
+        {"add", "Add user groups", true, changing<add>, {}, {}, {"NAME", "Their names"}},
+        {"rename", "Give a user group another name", true, changing<rename>, kOne, {"NEW-NAME", "The new name"}},
+        {"remove",
+         "Remove user groups with memberships and permissions",
+         true,
+         changing<remove>,
+         {},
+         {},
+         {"NAME", "The groups"}},
+        {"join", "Put a user group into others", true, changing<join>, kOne, {}, {"GROUP", "Those it is put into"}},
+        {"leave",
+         "Take a user group out of others",
+         true,
+         changing<leave>,
+         kOne,
+         {},
+         {"GROUP", "Those it is taken out of"}},
+    };
+    return kVerbs;
 }
 
 }  // namespace qor::cli

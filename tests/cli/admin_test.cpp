@@ -24,10 +24,10 @@ struct Step {
 struct CliUsers : testing::Test {
     CliUsers() {
         qor.write("workshop.yaml", kWorkshop);
-        qor.write(
-            "groups.yaml",
-            "format: qor.model/1\nlibrary: workshop.yaml\ngroups:\n  - [Sales, Orders, Late]\n  - [Archive, Late]\n"
-            "models: []\n");
+        qor.write("groups.yaml",
+                  "format: qor.model/1\nlibrary: workshop.yaml\ngroups:\n  - [Sales, Orders, Late]\n  - [Archive, "
+                  "Late]\n  - [Archive, A/B]\n  - [A/B, A/B]\n"
+                  "models: []\n");
         EXPECT_EQ(qor.run("repo init shop.qor").exit, 0);
         EXPECT_EQ(qor.run("repo import shop.qor workshop.yaml groups.yaml").exit, 0);
     }
@@ -78,17 +78,28 @@ TEST_F(CliUsers, AreRefusedWithAReasonAndNothingIsDoneByHalves) {
          {"user add shop.qor --user ada new --profile x=1", 2, "no ENTRY=TEXT"},
          {"user add shop.qor --user ada new --library Works", 2, "Works"},
          {"user join shop.qor --user ada bob Bosses Staf", 2, "no user group \"Staf\"; did you mean Staff?"},
-         {"user grant shop.qor --user ada bob king", 2, "administrator or sub-administrator"},
+         {"user grant shop.qor --user ada bob king", 2, "king not in {administrator,sub-administrator}"},
          {"group join shop.qor --user ada Staff Bosses", 2, "would lie in itself"},
          {"group add shop.qor --user ada new Staff --system", 2, "the name is taken"},
          {"permission grant shop.qor --user ada Staff read Sales Late", 2, "2 model groups are called \"Late\""},
-         {"permission grant shop.qor --user ada Staff all Sales", 2, "none of read, write, none"},
+         {"permission grant shop.qor --user ada Staff all Sales", 2, "all not in {read,write,none}"},
          {"permission set shop.qor --user ada Sales --to Staff read", 2, "--sub-groups adapted"},
          {"permission set shop.qor --user bob Sales --to Staff read --sub-groups all", 2, "only an administrator"},
          {"permission set shop.qor --user ada Sales --to Staff read --sub-groups adapted </dev/null", 2, "--yes"},
          {"access shop.qor dan", 2, "no user \"dan\""},
          {"access shop.qor", 2, "USER or --who"},
+         {"permission grant shop.qor --user ada Staff read 'A/B'", 2, "as in \"A\\/B\""},
          {"user list nowhere.qor", 3, "no such"}});
+    // A document is always the verb's own.
+    for (const auto& [arguments, key] : {std::pair("user list shop.qor --json dan", "\"users\": []"),
+                                         {"group list none.qor --json", "\"groups\": []"},
+                                         {"permission list shop.qor --json dan", "\"permissions\": []"},
+                                         {"access shop.qor --json dan", "\"rights\": []"},
+                                         {"access shop.qor --json --who dan", "\"users\": []"},
+                                         {"permission set shop.qor --user ada Sales --to Staff read --sub-groups all "
+                                          "--json",
+                                          "\"carried_out\": false"}})
+        EXPECT_THAT(qor.run(arguments).out, HasSubstr(key)) << arguments;
     EXPECT_EQ(qor.run("user list shop.qor --json").out, users);
     EXPECT_EQ(qor.run("group list shop.qor --json").out, groups);
 }
@@ -101,11 +112,11 @@ TEST_F(CliUsers, ReachWhatTheirGroupsMayAndAreToldWhy) {
           "\"Staff\" on \"Sales/Orders/Late\": write -> read\n"},
          {"access shop.qor --who Orders/Late", 2, "no model group"},
          {"permission set shop.qor --user ada Sales read --to Staff --sub-groups adapted --yes", 0,
-          "    user \"cyd\" on \"Sales/Orders\": no access -> read\n"},
+          "    user \"cyd\" on \"Sales/Orders\": none -> read\n"},
          {"access shop.qor --who Sales/Orders/Late --why", 0,
           "read   \"bob\"\n       through \"Staff\" (read)\nread   \"cyd\"\n       through \"Staff\" by \"Bosses\" "
           "(read)\n"},
-         {"permission revoke shop.qor --user ada Staff Sales", 0, "no access on \"Sales\""},
+         {"permission revoke shop.qor --user ada Staff Sales 'Archive/A\\/B'", 0, "none on \"Sales\""},
          {"permission list shop.qor Staff", 0,
           "\"Staff\": read on \"Sales/Orders\" of library \"Workshop\"\n\"Staff\": read on \"Sales/Orders/Late\""},
          {"access shop.qor --json --who Sales/Orders", 0,

@@ -95,6 +95,7 @@ TEST_F(OnRepository, ConvertsAllOrNothing) {
         {"shop.qor Look --to Task", 1, "do not name the target class"},
         {"shop.qor Look Nobody --to Decision", 2, "", "there is no object \"Nobody\""},
         {"shop.qor Look --to Nothing", 2, "", "there is no class \"Nothing\""},
+        {"shop.qor Look --to Nothing --json", 2, "\"converted\": false ... there is no class \\\"Nothing\\\""},
         {"shop.qor Look --to Decision --model Tuesday", 2, "", "there is no model \"Tuesday\""},
         {"none.qor Look --to Decision", 3, "", "none.qor"},
         {"model.yaml Look --to Decision", 3, "", "model.yaml"},
@@ -129,6 +130,8 @@ TEST_F(OnRepository, TransfersAttributes) {
         {"Look --to Listen Feel --attributes Costs,Info --dry-run", 0, "4 values to be changed, nothing written"},
         {"Look --to Look --to Feel --attributes Info --all", 1},
         {"Look --to Feel --attributes Price", 2, "", "no attribute \"Price\""},
+        {"Look --to Feel --attributes Price --json", 2, "\"entries\": [] ... no attribute \\\"Price\\\""},
+        {"Look --to Look --to Feel --attributes Info --json --dry-run", 1, "\"outcome\": \"source\""},
     };
     runner.expect("transfer shop.qor --from ", calls);
     EXPECT_EQ(exported(), before);

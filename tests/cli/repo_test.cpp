@@ -10,6 +10,7 @@ using qor::test::Call;
 using qor::test::kClean;
 using qor::test::kWorkshop;
 using qor::test::Outcome;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -90,7 +91,7 @@ TEST_F(CliRepo, TellsWhatIsWrongWithAFileByItsExitCode) {
         {"export shop.qor text.qor/x", 5, "", "cannot be made"},
         {"export --library None shop.qor out", 2, "", "holds no library named"},
         {"import shop.qor order.txt", 3, "", "order.txt"},
-        {"import --library None shop.qor clean.yaml", 3, "", "holds no library named"},
+        {"import --library None shop.qor clean.yaml", 2, "", "holds no library named"},
         {"verfy shop.qor", 2, "", "did you mean verify?"},
         {"import shop.qor", 2, "", "required"},
     };
@@ -175,13 +176,16 @@ struct CliRepoReferences : CliRepo {
 };
 
 TEST_F(CliRepoReferences, MayLeadToFilesThatComeLaterButNotNowhere) {
-    const Outcome import = qor.run("repo import shop.qor One.yaml Three.yaml Two.yaml Four.yaml");
+    // With a library of its own, which goes when it is not taken in.
+    qor.write("bad.yaml", std::string(kClean) + "      - {class: Takk, name: Lost}\n");
+    const Outcome import = qor.run("repo import shop.qor One.yaml bad.yaml Three.yaml Two.yaml Four.yaml");
     EXPECT_EQ(import.exit, 3) << import.err;
     EXPECT_EQ(import.out, "One.yaml: 1 model\nTwo.yaml: 1 model\n") << "Three leads to Four, which is refused";
     EXPECT_THAT(import.err, HasSubstr("Four.yaml:7:9: error: \"go\": \"Next\" names the model \"Nowhere\" of type "
                                       "\"Process\", which does not exist"));
-    EXPECT_THAT(import.err, HasSubstr("Three.yaml:7:9: error: "));
-    EXPECT_THAT(info(), HasSubstr("library \"Steps\": 1 class, 2 models"));
+    EXPECT_THAT(import.err, HasSubstr("Three.yaml:7:9: error: \"go\": \"Next\" names the model \"Four\" of type "
+                                      "\"Process\" of Four.yaml, which was not taken in"));
+    EXPECT_THAT(info(), AllOf(HasSubstr("library \"Steps\": 1 class, 2 models"), Not(HasSubstr("Workshop"))));
     const Outcome kept = qor.run("repo import --keep shop.qor Four.yaml Three.yaml");
     EXPECT_EQ(kept.exit, 1) << kept.err;
     EXPECT_THAT(kept.err, HasSubstr("Four.yaml:7:9: warning: "));
