@@ -178,7 +178,8 @@ TEST(ModelToolsWithoutMemory, TransferWhatTheySay) {
         for (const char* name : {"Info", "Calls", "Position"}) all += desk->valueOf(desk->tasks[at], name);
         return all;
     };
-    const std::string values = std::string(kLong) + "MODEL \"Monday\" type: \"Shop\"NODE x:1cm w:2cm h:3cm";
+    std::string values(kLong);
+    values += "MODEL \"Monday\" type: \"Shop\"NODE x:1cm w:2cm h:3cm";
     eachAllocationFails(
         [&] {
             renew(desk);
