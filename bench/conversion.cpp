@@ -5,69 +5,46 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <ctime>
 #include <string>
 #include <vector>
 
-#include "embedded/QorEmbeddedPlatform.h"
+#include "Works.h"
 #include "modeltools/QorAttributeTransfer.h"
 #include "modeltools/QorConversionPlan.h"
-#include "platform/QorCoreModelingManager.h"
 #include "platform/QorCoreUnitsOfWork.h"
-#include "platform/QorHost.h"
 
 namespace {
 
 constexpr int kAttributes = 20;
 constexpr int kRelationsOut = 5;  // and as many in
 
-/// Of the processor: the machine may have more to do.
-double secondsOf(const auto& work) {
-    const std::clock_t start = std::clock();
-    work();
-    return static_cast<double>(std::clock() - start) / static_cast<double>(CLOCKS_PER_SEC);
-}
-
-class Model {
+class Model : public Works {
 public:
-    explicit Model(int objects) : _installation(_platform.host()) {
-        auto& builder = _platform.builder();
-        _library = builder.addApplicationLibrary("Works", {}, {}).id;
-        const QorIdentifier part = builder.libraryPart(_library, QorLibraryPart::BusinessProcess);
-        const QorIdentifier thing = builder.addClass(part, "Thing", QorNoIdentifier, true).id;
-        _relationClass = builder.addRelationClass(part, "then", thing, thing).id;
-        task = builder.addClass(part, "Task", thing, false).id;
-        check = builder.addClass(part, "Check", thing, false).id;
+    explicit Model(int objects) {
+        const QorIdentifier thing = builder().addClass(part, "Thing", QorNoIdentifier, true).id;
+        _relationClass = builder().addRelationClass(part, "then", thing, thing).id;
+        task = builder().addClass(part, "Task", thing, false).id;
+        check = builder().addClass(part, "Check", thing, false).id;
         std::string conversion = "CLASS \"Check\"";
         for (int number = 0; number < kAttributes; ++number) {
             const std::string name = "Attribute " + std::to_string(number);
-            QorAttributeSpec attribute;
-            attribute.name = name;
-            attributes.add(builder.addAttribute(task, attribute).id);
-            _targets.push_back(builder.addAttribute(check, attribute).id);
+            attributes.add(textAttribute(task, name));
+            _targets.push_back(textAttribute(check, name));
             conversion += "\nATTR \"" + name + "\"";
         }
-        QorAttributeSpec attribute;
-        attribute.name = "__Conversion__";
-        const QorIdentifier rule = builder.addAttribute(task, attribute).id;
-        (void)builder.setClassValue(task, rule, conversion);
-        const QorIdentifier type = builder.addModelType(part, "Shop", std::vector<QorIdentifier>{task, check}).id;
-        id = builder.addModel(type, "Monday", {}).id;
+        (void)builder().setClassValue(task, textAttribute(task, "__Conversion__"), conversion);
+        const QorIdentifier type = builder().addModelType(part, "Shop", std::vector<QorIdentifier>{task, check}).id;
+        id = builder().addModel(type, "Monday", {}).id;
         std::vector<QorIdentifier> made;
         for (int number = 0; number < objects; ++number) {
-            made.push_back(builder.addObject(id, task, "Task " + std::to_string(number)).id);
+            made.push_back(builder().addObject(id, task, "Task " + std::to_string(number)).id);
             tasks.add(made.back());
             for (const long value : attributes)
-                (void)builder.setValue(made.back(), static_cast<QorIdentifier>(value), "A value as people write it");
+                (void)builder().setValue(made.back(), static_cast<QorIdentifier>(value), "A value as people write it");
         }
-        for (std::size_t from = 0; from < made.size(); ++from)
-            for (std::size_t next = 1; next <= kRelationsOut; ++next)
-                (void)builder.addRelation(_relationClass, made[from], made[(from + next) % made.size()]);
-        auto& repository = *_platform.host().repository;
-        (void)repository.LoadApplicationLibrary(_library, false);
-        (void)repository.initLibraryHandlers(true);
+        relate(made);
+        load();
     }
-    ~Model() { (void)_platform.host().repository->discardCompleteLibrary(_library); }
 
     QorIdentifier id = QorNoIdentifier;
     QorIdentifier task = QorNoIdentifier;
@@ -77,43 +54,43 @@ public:
 
     /// New objects with values, and relations between them.
     void writeRows() {
-        auto& repository = *_platform.host().repository;
         QorUnitOfWork unit;
         std::vector<QorIdentifier> made;
         for (unsigned long number = 0; number < tasks.numberOfElements(); ++number) {
             long object = -1;
-            (void)repository.createInstance(id, check, ("Row " + std::to_string(number)).c_str(), object);
+            (void)repository().createInstance(id, check, ("Row " + std::to_string(number)).c_str(), object);
             made.push_back(static_cast<QorIdentifier>(object));
             for (const QorIdentifier attribute : _targets)
-                (void)repository.setAttributeValueAsString(id, object, attribute, "A value as people write it", false);
+                (void)repository().setAttributeValueAsString(id, object, attribute, "A value as people write it",
+                                                             false);
         }
-        for (std::size_t from = 0; from < made.size(); ++from)
-            for (std::size_t next = 1; next <= kRelationsOut; ++next)
-                (void)_platform.builder().addRelation(_relationClass, made[from], made[(from + next) % made.size()]);
+        relate(made);
         (void)unit.commit();
     }
 
     /// Values only.
     void writeValues() {
-        auto& repository = *_platform.host().repository;
         QorUnitOfWork unit;
         for (const long object : tasks)
             for (const long attribute : attributes)
-                (void)repository.setAttributeValueAsString(id, object, attribute, "Another value, written plainly",
-                                                           true);
+                (void)repository().setAttributeValueAsString(id, object, attribute, "Another value, written plainly",
+                                                             true);
         (void)unit.commit();
     }
 
     void changeFirst() {
         for (const long attribute : attributes)
-            (void)_platform.host().repository->setAttributeValueAsString(id, tasks.elementAtIndex(0), attribute,
-                                                                         "The value of the source", false);
+            (void)repository().setAttributeValueAsString(id, tasks.elementAtIndex(0), attribute,
+                                                         "The value of the source", false);
     }
 
 private:
-    QorEmbeddedPlatform _platform;
-    QorHostInstallation _installation;
-    QorIdentifier _library = QorNoIdentifier;
+    void relate(const std::vector<QorIdentifier>& objects) {
+        for (std::size_t from = 0; from < objects.size(); ++from)
+            for (std::size_t next = 1; next <= kRelationsOut; ++next)
+                (void)builder().addRelation(_relationClass, objects[from], objects[(from + next) % objects.size()]);
+    }
+
     QorIdentifier _relationClass = QorNoIdentifier;
     std::vector<QorIdentifier> _targets;
 };

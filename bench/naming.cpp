@@ -4,57 +4,32 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <ctime>
 #include <string>
 #include <unordered_map>
 
-#include "embedded/QorEmbeddedPlatform.h"
+#include "Works.h"
 #include "modeltools/QorNameGenerator.h"
 #include "modeltools/QorNamePlan.h"
-#include "platform/QorCoreModelingManager.h"
-#include "platform/QorHost.h"
 
 namespace {
 
-/// Of the processor: the machine may have more to do.
-double secondsOf(const auto& work) {
-    const std::clock_t start = std::clock();
-    work();
-    return static_cast<double>(std::clock() - start) / static_cast<double>(CLOCKS_PER_SEC);
-}
-
 /// A model whose objects all have one title and a default name.
-class Model {
+class Model : public Works {
 public:
-    explicit Model(int objects) : _installation(_platform.host()) {
-        auto& builder = _platform.builder();
-        _library = builder.addApplicationLibrary("Works", {}, {}).id;
-        const QorIdentifier part = builder.libraryPart(_library, QorLibraryPart::BusinessProcess);
-        const QorIdentifier order = builder.addClass(part, "Order", QorNoIdentifier, false).id;
-        QorAttributeSpec attribute;
-        attribute.name = "Title";
-        const QorIdentifier title = builder.addAttribute(order, attribute).id;
-        attribute.name = "__NameGeneration__";
-        const QorIdentifier rule = builder.addAttribute(order, attribute).id;
-        (void)builder.setClassValue(order, rule, "NAMEGEN srcattr: \"Title\"");
-        const QorIdentifier type = builder.addModelType(part, "Shop", std::vector<QorIdentifier>{order}).id;
-        id = builder.addModel(type, "Monday", {}).id;
+    explicit Model(int objects) {
+        const QorIdentifier order = builder().addClass(part, "Order", QorNoIdentifier, false).id;
+        const QorIdentifier title = textAttribute(order, "Title");
+        (void)builder().setClassValue(order, textAttribute(order, "__NameGeneration__"), "NAMEGEN srcattr: \"Title\"");
+        const QorIdentifier type = builder().addModelType(part, "Shop", std::vector<QorIdentifier>{order}).id;
+        id = builder().addModel(type, "Monday", {}).id;
         for (int number = 1; number <= objects; ++number) {
-            const QorIdentifier object = builder.addObject(id, order, "Order-" + std::to_string(number)).id;
-            (void)builder.setValue(object, title, "A title as people write it");
+            const QorIdentifier object = builder().addObject(id, order, "Order-" + std::to_string(number)).id;
+            (void)builder().setValue(object, title, "A title as people write it");
         }
-        auto& repository = *_platform.host().repository;
-        (void)repository.LoadApplicationLibrary(_library, false);
-        (void)repository.initLibraryHandlers(true);
+        load();
     }
-    ~Model() { (void)_platform.host().repository->discardCompleteLibrary(_library); }
 
     QorIdentifier id = QorNoIdentifier;
-
-private:
-    QorEmbeddedPlatform _platform;
-    QorHostInstallation _installation;
-    QorIdentifier _library = QorNoIdentifier;
 };
 
 double secondsOfHashPass(int objects) {

@@ -21,21 +21,18 @@ void demand(bool condition) {
     if (!condition) std::abort();
 }
 
-std::string writtenValue(const std::string& text, const Document& document, const Value& value) {
+std::string writtenValue(const Value& value) {
     switch (value.kind) {
-        case ValueKind::None:
+        case QorKexValueKind::None:
             return "";
-        case ValueKind::String:
-        case ValueKind::Unescaped:
-            return quoted(document.stringOf(text, value).value());
-        case ValueKind::Word:
-            return std::string(Document::viewOf(text, value.span()));
-        case ValueKind::Integer:
-            return std::to_string(value.number());
-        case ValueKind::Moment:
-            return writtenMoment(static_cast<std::int32_t>(value.number()));
-        case ValueKind::NegativeLength:
-            return "-1cm";
+        case QorKexValueKind::String:
+            return quoted(value.text);
+        case QorKexValueKind::Word:
+            return std::string(value.text);
+        case QorKexValueKind::Integer:
+            return std::to_string(value.number);
+        case QorKexValueKind::TimeOrLength:
+            return writtenMoment(static_cast<std::int32_t>(value.number));
     }
     std::abort();
 }
@@ -46,12 +43,13 @@ std::string written(const std::string& text, const Document& document) {
         const Element& element = document.elements[i];
         const bool last = i + 1 == document.elements.size();
         const std::size_t end = last ? document.keys.size() : document.elements[i + 1].firstKey;
-        out.append(Document::viewOf(text, element.name)).append(writtenValue(text, document, element.value));
+        out.append(Document::wordAt(text, element.name)).append(writtenValue(document.valueAt(text, element.value)));
         for (std::size_t k = element.firstKey; k < end; ++k) {
             const Key& key = document.keys[k];
-            demand(document.find(text, i, Document::viewOf(text, key.name)) == &key);
-            out.append("\n").append(Document::viewOf(text, key.name));
-            if (key.value.kind != ValueKind::None) out.append(":").append(writtenValue(text, document, key.value));
+            const auto name = Document::wordAt(text, key.name);
+            demand(document.find(text, i, name) == &key);
+            out.append("\n").append(name);
+            if (key.value != 0) out.append(":").append(writtenValue(document.valueAt(text, key.value)));
         }
         out += '\n';
     }

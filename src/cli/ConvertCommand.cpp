@@ -63,6 +63,10 @@ public:
         for (const QorLostRelation& lost : _plan.lostRelations())
             console.out(fmt::format("{}: {} the relation {} is deleted with the old object\n", about(lost.object),
                                     console.outColours().warning("warning:"), relationText(lost.relation)));
+        for (const QorLostReference& lost : _plan.lostReferences())
+            console.out(fmt::format("{}: {} the reference {} in model {} would lead nowhere\n", about(lost.object),
+                                    console.outColours().warning("warning:"), quoted(_session.nameOf(lost.attribute)),
+                                    quoted(_session.nameOf(lost.model))));
         for (const QorConversionAttribute& attribute : _plan.attributes()) writeAttribute(console, attribute);
     }
 
@@ -101,6 +105,13 @@ public:
             json.beginObject(kLine)
                 .field("relation", std::int64_t{lost.relation})
                 .field("object", std::int64_t{lost.object})
+                .endObject();
+        json.endList().key("lost_references").beginList();
+        for (const QorLostReference& lost : _plan.lostReferences())
+            json.beginObject(kLine)
+                .field("object", std::int64_t{lost.object})
+                .field("model", std::string_view(_session.nameOf(lost.model)))
+                .field("attribute", std::string_view(_session.nameOf(lost.attribute)))
                 .endObject();
         json.endList().key("breaches").beginList();
         for (const QorCardinalityBreach& breach : _plan.breaches())
@@ -153,7 +164,9 @@ Exit convert(const ConvertOptions& options, ModelEditSession& session, QorConver
     if (target == QorNoIdentifier) session.error("there is no class " + quoted(options.to));
     if (!objects || target == QorNoIdentifier) return Exit::WrongUse;
 
-    const bool isPossible = plan.make(session.model(), *objects, target);
+    ISortedSet<long> models;
+    for (const QorModelInfo& model : session.reader().modelsOf(session.library())) models.add(model.id);
+    const bool isPossible = plan.make(session.model(), *objects, target, models);
     const bool isWanted = isPossible && !options.edit.dryRun && (options.keep || plan.breaches().empty());
     const ConvertReport report(session, plan);
     if (!options.edit.json) report.writeFindings(console);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/QorCoreModelingManager.h"
+#include "platform/QorEditingHelpers.h"
 #include "platform/QorOwnedText.h"
 
 namespace qor::frame {
@@ -42,6 +43,22 @@ std::optional<SV::String> nameOfAttribute(long attribute) {
     if (QorCoreModelingManager::GetGlobal()->getAttributeName(attribute, name.out()) != QorErrorCode::Ok)
         return std::nullopt;
     return SV::String(name.view());
+}
+
+QorErrorCode readNotebook(long cls, std::vector<ShownAttribute>& attributes) {
+    const QorBasicNotebookAttrHandler notebook(cls);
+    ShownAttribute its;
+    // Asked twice, for without memory it answers as behind the end, and attributes would be lost.
+    const auto isShown = [&](unsigned long index) {
+        return notebook.GetAttr(index, its.name) || notebook.GetAttr(index, its.name);
+    };
+    for (unsigned long index = 0; isShown(index); ++index) {
+        const auto code =
+            QorCoreModelingManager::GetGlobal()->getAttributeIDFromAttributeName(cls, its.name.c_str(), its.id);
+        if (code != QorErrorCode::Ok) return code;
+        attributes.push_back(its);
+    }
+    return QorErrorCode::Ok;
 }
 
 }  // namespace qor::frame

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <optional>
+#include <vector>
 
+#include "platform/QorErrorCode.h"
 #include "platform/QorIdentifier.h"
 #include "platform/SvString.h"
 
@@ -18,5 +20,13 @@ namespace qor::frame {
 
 /// Nothing when the repository fails.
 [[nodiscard]] std::optional<SV::String> nameOfAttribute(long attribute);
+
+/// An attribute that the notebook of a class or record class shows.
+struct ShownAttribute {
+    SV::String name;
+    long id = QorNoIdentifier;
+};
+/// All of a notebook, in its order. The first code but Ok is returned.
+[[nodiscard]] QorErrorCode readNotebook(long cls, std::vector<ShownAttribute>& attributes);
 
 }  // namespace qor::frame

@@ -62,10 +62,6 @@ private:
     std::string _joined;  // the last list
 };
 
-/// Begins the names and versions, which nobody writes, of things that cannot have the ones that were written. It is a
-/// noncharacter of Unicode.
-inline constexpr std::string_view kSpareMark = "\xEF\xBF\xBE";
-
 /// A class or relation class as a file names it: by its name, or with the library part when both parts have one.
 struct Reference {
     NodeId node = kNoNode;

@@ -2,11 +2,20 @@
 #include "interchange/Findings.h"
 
 #include <algorithm>
+#include <charconv>
+#include <system_error>
 #include <tuple>
 
 #include "interchange/Wording.h"
 
 namespace qor::interchange {
+
+namespace {
+
+// Around the number of a spare name; a noncharacter of Unicode.
+constexpr std::string_view kSpareMark = "\xEF\xBF\xBE";
+
+}  // namespace
 
 Findings::Findings(std::string file, Places& places) : _file(std::move(file)), _places(places) {
     _places.beginFile(_file);
@@ -19,7 +28,7 @@ void Findings::report(QorSeverity severity, std::uint32_t line, std::uint32_t co
                       std::vector<QorMention> mentions) {
     std::size_t& count = severity == QorSeverity::Error ? _errors : _warnings;
     if (++count <= kKept)
-        _diagnostics.push_back({severity, {_file, line, column}, std::move(text), std::move(mentions)});
+        _diagnostics.push_back({severity, {_file, line, column}, asWritten(std::move(text)), std::move(mentions)});
 }
 
 bool Findings::tooMany(Mark mark) {
@@ -30,10 +39,35 @@ bool Findings::tooMany(Mark mark) {
     return true;
 }
 
-bool Findings::hasErrorAt(std::uint32_t line, std::uint32_t column) const {
-    return std::any_of(_diagnostics.begin(), _diagnostics.end(), [line, column](const QorDiagnostic& known) {
-        return known.severity == QorSeverity::Error && known.place.line == line && known.place.column == column;
-    });
+std::set<std::pair<std::uint32_t, std::uint32_t>> Findings::errorPlaces() const {
+    std::set<std::pair<std::uint32_t, std::uint32_t>> places;
+    for (const QorDiagnostic& known : _diagnostics)
+        if (known.severity == QorSeverity::Error) places.emplace(known.place.line, known.place.column);
+    return places;
+}
+
+std::string Findings::spareName(std::string_view written) {
+    const std::string shown = inQuotes(written);
+    _written.push_back(shown.substr(1, shown.size() - 2));
+    return concat({kSpareMark, std::to_string(_written.size() - 1), kSpareMark});
+}
+
+std::string Findings::asWritten(std::string text) const {
+    for (std::size_t at = text.find(kSpareMark); at != std::string::npos; at = text.find(kSpareMark, at)) {
+        const char* const digits = text.data() + at + kSpareMark.size();
+        std::size_t number = _written.size();
+        const auto [end, problem] = std::from_chars(digits, text.data() + text.size(), number);
+        const auto behind = static_cast<std::size_t>(end - text.data());
+        const bool isSpare = problem == std::errc() && number < _written.size() &&
+                             text.compare(behind, kSpareMark.size(), kSpareMark) == 0;
+        if (!isSpare) {
+            at += kSpareMark.size();
+            continue;
+        }
+        text.replace(at, behind + kSpareMark.size() - at, _written[number]);
+        at += _written[number].size();
+    }
+    return text;
 }
 
 void Findings::madeModel(QorIdentifier model) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "interchange/ImportSink.h"
@@ -32,8 +34,11 @@ public:
     /// The file cannot be read to its end.
     void breakOff() { _brokeOff = true; }
     [[nodiscard]] bool brokeOff() const { return _brokeOff; }
-    /// An error at that place was reported.
-    [[nodiscard]] bool hasErrorAt(std::uint32_t line, std::uint32_t column) const;
+    /// Lines and columns of the errors so far.
+    [[nodiscard]] std::set<std::pair<std::uint32_t, std::uint32_t>> errorPlaces() const;
+
+    /// A name that nobody writes, for a thing that cannot have the one that was written; messages show the latter.
+    [[nodiscard]] std::string spareName(std::string_view written);
 
     [[nodiscard]] Places& places() { return _places; }
     [[nodiscard]] const std::vector<QorIdentifier>& models() const { return _models; }
@@ -47,8 +52,11 @@ public:
 private:
     static constexpr std::size_t kKept = 1000;
 
+    [[nodiscard]] std::string asWritten(std::string text) const;
+
     std::string _file;
     Places& _places;
+    std::vector<std::string> _written;  // what spare names stand for, by their numbers
     std::vector<QorDiagnostic> _diagnostics;
     std::vector<QorIdentifier> _models;
     std::vector<QorImportedProcess> _processes;

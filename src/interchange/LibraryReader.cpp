@@ -5,7 +5,6 @@
 
 #include "interchange/InstanceValues.h"
 #include "interchange/Places.h"
-#include "platform/QorKexParser.h"
 
 namespace qor::interchange {
 namespace {
@@ -46,21 +45,25 @@ constexpr auto kLibraryTextKeys = libraryTextKeys(std::make_index_sequence<kLibr
 
 void LibraryReader::read(NodeId root, QorIdentifier& library) {
     make(root, library);
-    if (_building.reading.findings.hasErrors()) reportSyntaxErrors(root);
+    if (_building.reading.findings.hasErrors()) _keywordTexts.reportSyntaxErrors(_building.reading);
 }
 
 void LibraryReader::make(NodeId root, QorIdentifier& library) {
     const Fields fields(_building.reading, root, "a library", kRootKeys);
+    TextFields texts;
+    readTexts(fields[kTexts], texts);
     for (std::size_t p = 0; p < kParts.size(); ++p) {
         _parts[p].part = kParts[p].part;
         if (!fields.has(kFirstPart + p)) continue;
         _parts[p].fields.emplace(_building.reading, fields[kFirstPart + p],
                                  concat({"the part ", inQuotes(kParts[p].key)}), kPartKeys);
+        readTexts((*_parts[p].fields)[kPartTexts], _parts[p].texts);
     }
     if (!makeLibrary(root, fields.text(kName), fields[kName])) return;
     library = _library;
 
     for (std::size_t p = 0; p < kParts.size(); ++p) declareClasses(p);
+    for (const Class& cls : _classes) rememberRules(cls);
     for (Class& cls : _classes) resolveSuperclass(cls);
     makeClasses();
     if (!isOfBearableSize()) {
@@ -73,11 +76,17 @@ void LibraryReader::make(NodeId root, QorIdentifier& library) {
     for (const Class& cls : _classes) setClassValues(cls);
     for (std::size_t p = 0; p < kParts.size(); ++p) makeModelTypes(p);
 
-    setTexts(_library, fields[kTexts]);
-    for (const Part& part : _parts)
-        if (part.fields) setTexts(part.id, (*part.fields)[kPartTexts]);
+    setTexts(_library, texts);
+    for (const Part& part : _parts) setTexts(part.id, part.texts);
     if (_tree.breaksOff()) return;
     for (const auto& [owner, expression] : _defaultExpressions) warnOfUnknownAttributes(_building, owner, expression);
+}
+
+void LibraryReader::readTexts(NodeId texts, TextFields& fields) {
+    if (texts == kNoNode) return;
+    fields.emplace(_building.reading, texts, "the texts of a library", kLibraryTextKeys);
+    for (std::size_t i = 0; i < kLibraryTexts.size(); ++i)
+        if (fields->has(i)) _keywordTexts.add((*fields)[i], std::string(kLibraryTexts[i].key));
 }
 
 bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameNode) {
@@ -93,16 +102,13 @@ bool LibraryReader::makeLibrary(NodeId root, std::string_view name, NodeId nameN
         _building.error(nameNode, _building.whyNotMade(made, name));
     }
     for (int tries = 0; !made.ok() && tries < 100; ++tries)
-        made = _building.builder.addApplicationLibrary(spareName(), {}, {});
+        made = _building.builder.addApplicationLibrary(_building.reading.findings.spareName(name), {}, {});
     if (!made.ok()) return false;
     _library = made.id;
     _building.wrote(_library, root);
     for (Part& part : _parts) part.id = _building.builder.libraryPart(_library, part.part);
     return true;
 }
-
-// A name that nobody writes, for what cannot have the one that was written.
-std::string LibraryReader::spareName() { return concat({kSpareMark, std::to_string(++_spareNames)}); }
 
 void LibraryReader::declareClasses(std::size_t part) {
     const auto& fields = _parts[part].fields;
@@ -125,6 +131,18 @@ void LibraryReader::declareClass(std::size_t part, NodeId node, bool isRecord) {
     if (fields.text(kClassName).empty()) return;
     _parts[part].classes.try_emplace(fields.text(kClassName), index);
     _classNames.push_back(fields.text(kClassName));
+}
+
+void LibraryReader::rememberRules(const Class& cls) {
+    if (cls.isRecord || cls.fields.flag(kAbstract)) return;
+    const std::string_view name = cls.fields.text(kClassName);
+    for (std::size_t i = 0; i < kClassTexts.size(); ++i) {
+        if (!kClassTexts[i].isKeywordText || !cls.fields.has(kFirstClassText + i)) continue;
+        const QorIdentifier attribute = kClassTexts[i].attribute(_parts[cls.part].part);
+        _keywordTexts.add(cls.fields[kFirstClassText + i],
+                          concat({_building.reader.nameOf(attribute), name.empty() ? "" : " of class ",
+                                  name.empty() ? std::string() : inQuotes(name)}));
+    }
 }
 
 void LibraryReader::resolveSuperclass(Class& cls) {
@@ -210,7 +228,7 @@ void LibraryReader::makeClass(Class& cls, std::uint32_t superclass) {
     QorBuildResult made = add(name);
     if (!made.ok()) {
         if (cls.fields.has(kClassName)) _building.error(cls.fields[kClassName], _building.whyNotMade(made, name));
-        made = add(spareName());
+        made = add(_building.reading.findings.spareName(name));
     }
     cls.id = made.id;
     cls.doubtful = cls.doubtful || !cls.fields.complete();
@@ -249,7 +267,7 @@ void LibraryReader::makeRelationClass(std::size_t part, NodeId node) {
     if (!made.ok()) {
         if (fields.has(kRelationName) && !(doubtful && made.error == QorBuildError::UnknownIdentifier))
             _building.error(fields[kRelationName], _building.whyNotMade(made, fields.text(kRelationName)));
-        made = add(spareName());
+        made = add(_building.reading.findings.spareName(fields.text(kRelationName)));
     }
     if (!made.ok()) return;
     _building.wrote(made.id, node);
@@ -315,57 +333,15 @@ void LibraryReader::setValues(QorIdentifier owner, NodeId values, bool doubtful)
     });
 }
 
-void LibraryReader::setTexts(QorIdentifier library, NodeId texts) {
-    if (texts == kNoNode) return;
-    const Fields fields(_building.reading, texts, "the texts of a library", kLibraryTextKeys);
+void LibraryReader::setTexts(QorIdentifier library, const TextFields& texts) {
+    if (!texts) return;
     for (std::size_t i = 0; i < kLibraryTexts.size(); ++i) {
-        if (!fields.has(i)) continue;
+        if (!texts->has(i)) continue;
         const QorIdentifier attribute = kLibraryTexts[i].attribute;
-        const QorBuildResult set = _building.builder.setLibraryValue(library, attribute, fields.text(i));
-        if (!set.ok()) _building.error(fields[i], _building.whyNotTaken(set, attribute, fields.text(i)));
-        _building.reading.findings.places().addText(library, attribute, textPlaceOf(_tree, fields[i]));
+        const QorBuildResult set = _building.builder.setLibraryValue(library, attribute, texts->text(i));
+        if (!set.ok()) _building.error((*texts)[i], _building.whyNotTaken(set, attribute, texts->text(i)));
+        _building.reading.findings.places().addText(library, attribute, textPlaceOf(_tree, (*texts)[i]));
     }
-}
-
-// Whoever reads the keyword texts of a library reports their errors. Nobody reads those of a file with errors, which
-// should not hide what else is wrong with it.
-void LibraryReader::reportSyntaxErrors(NodeId root) {
-    for (const Class& cls : _classes)
-        for (std::size_t i = 0; i < kClassTexts.size(); ++i) {
-            const std::size_t key = kFirstClassText + i;
-            if (!kClassTexts[i].isKeywordText || !cls.fields.has(key) || cls.fields.flag(kAbstract)) continue;
-            const QorIdentifier attribute = kClassTexts[i].attribute(_parts[cls.part].part);
-            const std::string_view name = cls.fields.text(kClassName);
-            reportSyntaxError(cls.fields[key],
-                              concat({_building.reader.nameOf(attribute), name.empty() ? "" : " of class ",
-                                      name.empty() ? std::string() : inQuotes(name)}));
-        }
-    const auto reportTexts = [this](NodeId texts) {
-        forEachPair(_tree, texts, [this](NodeId key, NodeId value) {
-            for (const LibraryTextRow& row : kLibraryTexts)
-                if (_tree.text(key) == row.key) reportSyntaxError(value, row.key);
-        });
-    };
-    const auto reportTextsOf = [&](NodeId owner) {
-        if (owner == kNoNode || _tree.kind(owner) != NodeKind::Mapping) return;
-        forEachPair(_tree, owner, [&](NodeId key, NodeId value) {
-            if (_tree.text(key) == kRootKeys[kTexts].name && _tree.kind(value) == NodeKind::Mapping) reportTexts(value);
-        });
-    };
-    reportTextsOf(root);
-    forEachPair(_tree, root, [&](NodeId key, NodeId value) {
-        for (const PartRow& part : kParts)
-            if (_tree.text(key) == part.key) reportTextsOf(value);
-    });
-}
-
-void LibraryReader::reportSyntaxError(NodeId text, std::string_view what) {
-    QorKexParser parser{SV::String(_tree.text(text)), SV::String()};
-    if (parser.Parse() == 0) return;
-    const TextPlace place = textPlaceOf(_tree, text);
-    const QorKexPosition position = parser.GetErrorPosition();
-    _building.reading.findings.error(markInText(place, position.line, position.column),
-                                     concat({what, ": ", messageInFile(parser.GetErrorReason().view(), place)}));
 }
 
 void LibraryReader::makeModelTypes(std::size_t part) {

@@ -12,6 +12,7 @@
 
 #include "interchange/Building.h"
 #include "interchange/Format.h"
+#include "interchange/KeywordTexts.h"
 
 namespace qor::interchange {
 
@@ -41,10 +42,13 @@ private:
     enum ClassKey { kClassName, kExtends, kAbstract, kAttributes, kValues, kFirstClassText };
     static constexpr std::size_t kClassKeyCount = kFirstClassText + kClassTexts.size();
 
+    using TextFields = std::optional<Fields<kLibraryTexts.size()>>;
+
     struct Part {
         QorLibraryPart part;
         QorIdentifier id = QorNoIdentifier;
         std::optional<Fields<kPartKeyCount>> fields;
+        TextFields texts;
         std::unordered_map<std::string_view, std::uint32_t> classes;  // into _classes
     };
     enum class State : std::uint8_t { Written, InHand, Made };
@@ -66,11 +70,11 @@ private:
     static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;
 
     void make(NodeId root, QorIdentifier& library);
-    void reportSyntaxErrors(NodeId root);
-    void reportSyntaxError(NodeId text, std::string_view what);
+    void readTexts(NodeId texts, TextFields& fields);
     bool makeLibrary(NodeId root, std::string_view name, NodeId nameNode);
     void declareClasses(std::size_t part);
     void declareClass(std::size_t part, NodeId node, bool isRecord);
+    void rememberRules(const Class& cls);
     void resolveSuperclass(Class& cls);
     void makeClasses();
     void makeWithAncestors(std::uint32_t index);
@@ -84,14 +88,13 @@ private:
     void setUnmovedRelationClass(const Part& part);
     void setClassValues(const Class& cls);
     void setValues(QorIdentifier owner, NodeId values, bool doubtful);
-    void setTexts(QorIdentifier library, NodeId texts);
+    void setTexts(QorIdentifier library, const TextFields& texts);
     void makeModelTypes(std::size_t part);
 
     std::uint32_t findClass(const Reference& reference, std::size_t ownPart) const;
     /// Reports what cannot be found, unless nothing is written there.
     std::uint32_t resolveClass(NodeId node, std::size_t ownPart, std::string_view what, bool wantRecord);
     QorIdentifier classIdAt(NodeId node, std::size_t ownPart, std::string_view what, bool wantRecord);
-    std::string spareName();
 
     Building& _building;
     const Tree& _tree;
@@ -101,7 +104,7 @@ private:
     std::vector<std::string_view> _classNames;
     std::unordered_set<std::string_view> _failedAttributes;             // names
     std::vector<std::pair<QorIdentifier, NodeId>> _defaultExpressions;  // whose attribute, and the default
-    unsigned _spareNames = 0;
+    KeywordTexts _keywordTexts;
 };
 
 }  // namespace qor::interchange

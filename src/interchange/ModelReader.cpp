@@ -60,7 +60,7 @@ void ModelReader::reserve(NodeId models) {
 void ModelReader::readModel(NodeId node) {
     const Fields fields(_building.reading, node, "a model", kModelKeys);
     _objects.clear();
-    _model = makeModel(node, fields[kModelName], fields[kModelType], fields.text(kVersion));
+    _model = makeModel(fields[kModelName], fields[kModelType], fields.text(kVersion));
     if (_model == QorNoIdentifier) return;
     _building.reading.findings.madeModel(_model);
     _building.wrote(_model, node);
@@ -69,9 +69,9 @@ void ModelReader::readModel(NodeId node) {
     forEachItem(_tree, fields[kRelations], [this](NodeId item) { readRelation(item); });
 }
 
-// A model whose type or name is wrong is made all the same, of any type and under a version that nobody writes, so that
+// A model whose type or name is wrong is made all the same, of any type and under a name that nobody writes, so that
 // the rest of it can be looked at.
-QorIdentifier ModelReader::makeModel(NodeId node, NodeId name, NodeId type, std::string_view version) {
+QorIdentifier ModelReader::makeModel(NodeId name, NodeId type, std::string_view version) {
     const auto types = _building.reader.modelTypesOf(_library);
     QorIdentifier typeId = QorNoIdentifier;
     if (type != kNoNode) {
@@ -98,9 +98,7 @@ QorIdentifier ModelReader::makeModel(NodeId node, NodeId name, NodeId type, std:
         _building.error(name, std::move(reason));
     }
     for (int tries = 0; !made.ok() && tries < 100; ++tries)
-        made = _building.builder.addModel(
-            typeId, kSpareMark,
-            concat({kSpareMark, std::to_string(_tree.mark(node).line), ".", std::to_string(++_spareVersions)}));
+        made = _building.builder.addModel(typeId, _building.reading.findings.spareName(text), {});
     return made.id;
 }
 

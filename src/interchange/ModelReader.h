@@ -27,7 +27,7 @@ private:
 
     void reserve(NodeId models);
     void readModel(NodeId node);
-    QorIdentifier makeModel(NodeId node, NodeId name, NodeId type, std::string_view version);
+    QorIdentifier makeModel(NodeId name, NodeId type, std::string_view version);
     void readObject(NodeId node);
     void readRelation(NodeId node);
 
@@ -52,7 +52,6 @@ private:
     Cache _relationClasses;
     QorIdentifier _model = QorNoIdentifier;
     bool _typeIsUnknown = false;
-    unsigned _spareVersions = 0;
     ObjectNames _objects;  // of the model
 };
 

@@ -105,21 +105,12 @@ struct QorImporter::Impl {
         return result;
     }
 
-    /// Classes that could not be made under their own names have one that nobody wrote.
-    static void eraseSpareName(std::string& text) {
-        const std::size_t mark = text.find(kSpareMark);
-        const std::size_t begin = mark == std::string::npos ? mark : text.rfind(" of class ", mark);
-        const std::size_t end = mark == std::string::npos ? mark : text.find('"', mark);
-        if (begin != std::string::npos && end != std::string::npos) text.erase(begin, end + 1 - begin);
-    }
-
     static void take(QorLibraryReview& review, const QorImportResult& result, Findings& findings) {
         if (result.library == QorNoIdentifier || findings.brokeOff()) return;
-        for (QorDiagnostic& more : review.review(result.library)) {
-            eraseSpareName(more.text);
-            if (!findings.hasErrorAt(more.place.line, more.place.column))
+        const auto known = findings.errorPlaces();
+        for (QorDiagnostic& more : review.review(result.library))
+            if (!known.contains({more.place.line, more.place.column}))
                 findings.report(more.severity, more.place.line, more.place.column, std::move(more.text));
-        }
     }
 
     void dispatch(const std::string& name, Input& input, QorIdentifier library, bool onlyLibraries,

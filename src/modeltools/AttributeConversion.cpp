@@ -57,16 +57,16 @@ struct ColumnPair {
     ConversionEnd to;
 };
 
-QorErrorCode columnsOf(long source, long target, std::vector<ColumnPair>& columns) {
-    long sourceClass = -1;
+QorErrorCode pairColumns(long source, long target, std::vector<ColumnPair>& columns) {
+    std::vector<frame::ShownAttribute> shown;
     long targetClass = -1;
-    QorErrorCode code = repository().getRecordClassIDFromAttributeID(source, sourceClass);
+    QorErrorCode code = readColumns(source, shown);
     if (code == QorErrorCode::Ok) code = repository().getRecordClassIDFromAttributeID(target, targetClass);
     if (code != QorErrorCode::Ok) return code;
-    for (const SV::String& name : notebookColumns(sourceClass)) {
+    for (const auto& column : shown) {
         ColumnPair pair;
-        code = findColumn(sourceClass, name, pair.from.attribute);
-        if (code == QorErrorCode::Ok) code = findColumn(targetClass, name, pair.to.attribute);
+        pair.from.attribute = column.id;
+        code = repository().getAttributeIDFromAttributeName(targetClass, column.name.c_str(), pair.to.attribute);
         if (code == QorErrorCode::NotFound) continue;
         if (code == QorErrorCode::Ok) code = repository().getAttributeType(pair.from.attribute, pair.from.type);
         if (code == QorErrorCode::Ok) code = repository().getAttributeType(pair.to.attribute, pair.to.type);
@@ -80,7 +80,7 @@ ConversionOutcome convertRows(long model, const ConversionEnd& from, const Conve
     ISequence<long> rows;
     std::vector<ColumnPair> columns;
     QorErrorCode code = repository().getRecordInstances(from.owner, from.attribute, rows);
-    if (code == QorErrorCode::Ok) code = columnsOf(from.attribute, to.attribute, columns);
+    if (code == QorErrorCode::Ok) code = pairColumns(from.attribute, to.attribute, columns);
     if (code != QorErrorCode::Ok) return outcomeOf(code);
     for (const long row : rows) {
         long newRow = -1;

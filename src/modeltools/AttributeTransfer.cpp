@@ -18,17 +18,6 @@ namespace {
 
 QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
 
-bool columnsOf(long recordAttribute, std::vector<long>& columns) {
-    long recordClass = -1;
-    if (repository().getRecordClassIDFromAttributeID(recordAttribute, recordClass) != QorErrorCode::Ok) return false;
-    for (const SV::String& name : notebookColumns(recordClass)) {
-        const auto column = frame::findAttribute(recordClass, name);
-        if (!column) return false;
-        columns.push_back(*column);
-    }
-    return true;
-}
-
 /// The object's position text and the attribute of its class that holds it.
 bool readPosition(long object, long& attribute, QorOwnedText& text) {
     long cls = -1;
@@ -62,15 +51,15 @@ Comparison compareValues(long left, long right, long attribute);
 Comparison compareTables(long left, long right, long attribute) {
     ISequence<long> leftRows;
     ISequence<long> rightRows;
-    std::vector<long> columns;
+    std::vector<frame::ShownAttribute> columns;
     QorErrorCode code = repository().getRecordInstances(left, attribute, leftRows);
     if (code == QorErrorCode::Ok) code = repository().getRecordInstances(right, attribute, rightRows);
     if (code != QorErrorCode::Ok) return comparisonAfter(code);
-    if (!columnsOf(attribute, columns)) return Comparison::Failed;
+    if (readColumns(attribute, columns) != QorErrorCode::Ok) return Comparison::Failed;
     if (leftRows.numberOfElements() != rightRows.numberOfElements()) return Comparison::Different;
     for (unsigned long at = 0; at < leftRows.numberOfElements(); ++at)
-        for (const long column : columns) {
-            const auto cell = compareValues(leftRows.elementAtIndex(at), rightRows.elementAtIndex(at), column);
+        for (const auto& column : columns) {
+            const auto cell = compareValues(leftRows.elementAtIndex(at), rightRows.elementAtIndex(at), column.id);
             if (cell != Comparison::Same) return cell;
         }
     return Comparison::Same;
@@ -112,15 +101,15 @@ bool AttributeTransfer::copyRows(long model, long target, long attribute) const 
 
 bool AttributeTransfer::copyTable(long model, long from, long to, long attribute) const {
     ISequence<long> rows;
-    std::vector<long> columns;
-    if (repository().getRecordInstances(from, attribute, rows) != QorErrorCode::Ok || !columnsOf(attribute, columns) ||
-        deleteRows({model, to, attribute}) != QorErrorCode::Ok)
+    std::vector<frame::ShownAttribute> columns;
+    if (repository().getRecordInstances(from, attribute, rows) != QorErrorCode::Ok ||
+        readColumns(attribute, columns) != QorErrorCode::Ok || deleteRows({model, to, attribute}) != QorErrorCode::Ok)
         return false;
     for (const long row : rows) {
         long newRow = -1;
         if (repository().createRecordInstance(model, to, attribute, newRow, -1) != QorErrorCode::Ok) return false;
-        for (const long column : columns)
-            if (!copyCell(model, row, newRow, column)) return false;
+        for (const auto& column : columns)
+            if (!copyCell(model, row, newRow, column.id)) return false;
     }
     return true;
 }

@@ -17,9 +17,9 @@ public:
     ConversionNames(long sourceClass, long source, long targetClass, long target)
         : _sourceClass(sourceClass), _source(source), _targetClass(targetClass), _target(target) {}
 
-    [[nodiscard]] SV::String message(std::uint16_t number) const;
-    [[nodiscard]] SV::String recordMessage(std::string_view sourceRecord, std::string_view targetRecord) const;
-    [[nodiscard]] SV::String profileMessage(std::string_view sourceProfile, std::string_view targetProfile) const;
+    /// `source` and `target`: the record or profile classes, where the message is about these.
+    [[nodiscard]] SV::String message(std::uint16_t number, std::string_view source = {},
+                                     std::string_view target = {}) const;
 
 private:
     long _sourceClass;

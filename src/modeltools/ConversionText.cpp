@@ -109,7 +109,8 @@ QorErrorCode ConversionText::compareDomains(const QorAttributeMapping& mapping) 
         QorErrorCode code = recordClassName(mapping.source, source);
         if (code == QorErrorCode::Ok) code = recordClassName(mapping.target, target);
         if (code != QorErrorCode::Ok) return failed(ConversionLine::RecordClass, code);
-        if (source.view() != target.view()) return refuse(names.recordMessage(source.view(), target.view()));
+        if (source.view() != target.view())
+            return refuse(names.message(message::recordClassesDiffer, source.view(), target.view()));
     }
     if (mapping.sourceType == QorCoreAttributeType::AttributeProfile) {
         SV::String source;
@@ -117,7 +118,8 @@ QorErrorCode ConversionText::compareDomains(const QorAttributeMapping& mapping) 
         QorErrorCode code = profileClassName(mapping.source, source);
         if (code == QorErrorCode::Ok) code = profileClassName(mapping.target, target);
         if (code != QorErrorCode::Ok) return failed(ConversionLine::ProfileClass, code);
-        if (!(source == target)) return refuse(names.profileMessage(source.view(), target.view()));
+        if (!(source == target))
+            return refuse(names.message(message::profileClassesDiffer, source.view(), target.view()));
     }
     return QorErrorCode::Ok;
 }

@@ -87,8 +87,9 @@ QorErrorCode findConvertedValues(const QorConversionHandler& handler, long targe
     return code;
 }
 
-void ObjectConversion::carryOver(long object, long newObject, bool mapped, const Refused& refused) const {
-    for (const ConvertedValue& value : _values) {
+void ObjectConversion::carryOver(long object, long newObject, const std::vector<ConvertedValue>& values, bool mapped,
+                                 const Refused& refused) const {
+    for (const ConvertedValue& value : values) {
         if (value.isMapped != mapped || (_part == ConvertedPart::Trial && !value.mayBeRefused())) continue;
         const auto outcome = convertAttribute(_model, {object, value.source, value.sourceType},
                                               {newObject, value.target, value.targetType});
@@ -96,25 +97,23 @@ void ObjectConversion::carryOver(long object, long newObject, bool mapped, const
     }
 }
 
-QorErrorCode ObjectConversion::run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const {
+QorErrorCode ObjectConversion::run(long object, const std::vector<ConvertedValue>& values, const Refused& refused,
+                                   const Unmoved& unmoved, long& newObject) const {
     newObject = QorNoIdentifier;
-    long modelClass = QorNoIdentifier;
-    QorErrorCode code = repository().getModelClass(_model, modelClass);
-    if (code != QorErrorCode::Ok) return code;
     QorOwnedText name;
-    code = repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false);
+    QorErrorCode code = repository().getAttributeValue(object, QorAttributeId::Name, name.out(), false);
     if (code != QorErrorCode::Ok) return code;
     code = repository().createInstance(_model, _targetClass, name.c_str(), newObject);
     if (code != QorErrorCode::Ok) return code;
 
-    carryOver(object, newObject, false, refused);
+    carryOver(object, newObject, values, false, refused);
     // Arriving relations are asked for after the leaving ones were moved, so that a relation of the object with itself
     // ends on the new object at both ends.
     const QorErrorCode leaving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getFromRelationInstances,
                                                &QorCoreMM_Enhanced::moveFromEndpoint, _staying, unmoved);
     const QorErrorCode arriving = moveRelations(object, newObject, &QorCoreMM_Enhanced::getToRelationInstances,
                                                 &QorCoreMM_Enhanced::moveToEndpoint, _staying, unmoved);
-    carryOver(object, newObject, true, refused);
+    carryOver(object, newObject, values, true, refused);
     // A relation that could not be moved would be deleted with the old object.
     if (leaving != QorErrorCode::Ok) return leaving;
     if (arriving != QorErrorCode::Ok) return arriving;

@@ -49,7 +49,7 @@ enum class ConvertedPart {
     Trial  ///< what may be refused: enough to see whether the whole would go
 };
 
-/// Converts one object.
+/// Converts single objects.
 class ObjectConversion {
 public:
     /// Takes a value that did not come over.
@@ -57,19 +57,19 @@ public:
     /// Takes a relation that could not be moved.
     using Unmoved = std::function<void(long relation, QorErrorCode code)>;
 
-    ObjectConversion(long model, long targetClass, const std::vector<ConvertedValue>& values,
-                     ConvertedPart part = ConvertedPart::Everything)
-        : _model(model), _targetClass(targetClass), _values(values), _part(part) {}
+    ObjectConversion(long model, long targetClass, ConvertedPart part)
+        : _model(model), _targetClass(targetClass), _part(part) {}
 
     /// All steps. The first code but Ok is returned; when the old object stays, `newObject` stays as well.
-    QorErrorCode run(long object, const Refused& refused, const Unmoved& unmoved, long& newObject) const;
+    QorErrorCode run(long object, const std::vector<ConvertedValue>& values, const Refused& refused,
+                     const Unmoved& unmoved, long& newObject) const;
 
 private:
-    void carryOver(long object, long newObject, bool mapped, const Refused& refused) const;
+    void carryOver(long object, long newObject, const std::vector<ConvertedValue>& values, bool mapped,
+                   const Refused& refused) const;
 
     long _model;
     long _targetClass;
-    const std::vector<ConvertedValue>& _values;
     ConvertedPart _part;
     UnmovedRelationClasses _staying;
 };

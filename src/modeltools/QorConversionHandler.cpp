@@ -25,6 +25,17 @@ constexpr long kBroken = static_cast<long>(QorErrorCode::Broken);
 
 QorCoreModelingManager& repository() { return *QorCoreModelingManager::GetGlobal(); }
 
+/// Of the loaded library.
+enum class Part { None, BusinessProcess, WorkingEnvironment };
+
+Part partOf(long cls) {
+    long library = QorNoIdentifier;
+    (void)repository().getLibraryOfClass(cls, library);
+    if (library < 1) return Part::None;
+    if (library == Qor_GetCoreVar(QorCoreVarType::BusinessProcessLibrary)) return Part::BusinessProcess;
+    return library == Qor_GetCoreVar(QorCoreVarType::WorkingEnvironmentLibrary) ? Part::WorkingEnvironment : Part::None;
+}
+
 void show(const SV::String& text) {
     QorErrorBox(SV::Application::GetTopWindow(), QorBoxStyle::Error, text).Execute(QorErrorBoxType::Standard);
 }
@@ -50,7 +61,6 @@ QorConversionHandler& QorConversionHandler::operator=(const QorConversionHandler
         auto errorText = other._errorText;
         auto errorReason = other._errorReason;
         _cls = other._cls;
-        _library = other._library;
         _label = std::move(label);
         _conversions = std::move(conversions);
         _errorText = std::move(errorText);
@@ -77,11 +87,9 @@ long QorConversionHandler::read(const char* text) {
     _errorPosition = {};
     _isWithoutConversion = false;
 
-    _library = QorNoIdentifier;
-    (void)repository().getLibraryOfClass(_cls, _library);
-    _isBusinessProcess = _library == Qor_GetCoreVar(QorCoreVarType::BusinessProcessLibrary);
-    if (_library < 1 || (!_isBusinessProcess && _library != Qor_GetCoreVar(QorCoreVarType::WorkingEnvironmentLibrary)))
-        return failed(ConversionLine::Library, QorErrorCode::ClassOutsideLibrary);
+    const Part part = partOf(_cls);
+    if (part == Part::None) return failed(ConversionLine::Library, QorErrorCode::ClassOutsideLibrary);
+    _isBusinessProcess = part == Part::BusinessProcess;
     _label = nameOfConvertedClass(_cls);
 
     long attribute = QorNoIdentifier;
@@ -138,13 +146,16 @@ QorErrorCode QorConversionHandler::convert(long model, long object, long targetC
     if (_isWithoutConversion) return QorErrorCode::Ok;
 
     std::vector<ConvertedValue> values;
-    if (const QorErrorCode code = findConvertedValues(*this, targetClass, values); code != QorErrorCode::Ok)
-        return code;
+    QorErrorCode code = findConvertedValues(*this, targetClass, values);
+    // Nothing is made in a model of no class.
+    long modelClass = QorNoIdentifier;
+    if (code == QorErrorCode::Ok) code = repository().getModelClass(model, modelClass);
+    if (code != QorErrorCode::Ok) return code;
     const auto refused = [&](const ConvertedValue& value, const ConversionOutcome& outcome) {
         _errorText = ConversionNames(_cls, value.source, targetClass, value.target).message(outcome.message);
         show(_errorText);
     };
-    return ObjectConversion(model, targetClass, values).run(object, refused, {}, newObject);
+    return ObjectConversion(model, targetClass, ConvertedPart::Everything).run(object, values, refused, {}, newObject);
 }
 
 bool QorConversionHandler::IsCorrectConversionAttr(long cls, SV::String& errorText, const char* text) noexcept {
@@ -158,12 +169,10 @@ bool QorConversionHandler::IsCorrectConversionAttr(long cls, SV::String& errorTe
 std::vector<QorGrObjPattern> QorConversionHandler::GetPatternList() const noexcept {
     return Qor_Guarded(kConversionSource, std::vector<QorGrObjPattern>(), [this] {
         std::vector<QorGrObjPattern> patterns;
-        long library = QorNoIdentifier;
-        (void)repository().getLibraryOfClass(_cls, library);
-        const bool business = library == Qor_GetCoreVar(QorCoreVarType::BusinessProcessLibrary);
-        const bool working = library == Qor_GetCoreVar(QorCoreVarType::WorkingEnvironmentLibrary);
-        if (library < 1 || (!business && !working)) return patterns;
-        (void)QorGrObjAttrHandler(business, working).GetPatterns(business, patterns);
+        const Part part = partOf(_cls);
+        if (part == Part::None) return patterns;
+        const bool business = part == Part::BusinessProcess;
+        (void)QorGrObjAttrHandler(business, !business).GetPatterns(business, patterns);
         return patterns;
     });
 }

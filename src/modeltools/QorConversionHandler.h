@@ -32,7 +32,8 @@ public:
     /// old object. `newObject` is the new one, -1 after a failure, and -1 with Ok when the class has no attribute
     /// "__Conversion__": nothing is converted then. Reads the conversions anew each time; an error in them is shown and
     /// returned, and nothing is changed. A value that is refused is shown, and the conversion goes on. A relation that
-    /// cannot be moved leaves the old object in the model, beside the new one, and its code is returned. Without a
+    /// cannot be moved leaves the old object in the model, beside the new one, and its code is returned. References to
+    /// the old object are not changed, and lead nowhere. Without a
     /// conversion into the target class no value is carried over but those of every object. Values raise no events.
     QorErrorCode Convert(long model, long object, long targetClass, long& newObject) noexcept;
 
@@ -66,7 +67,6 @@ private:
     QorErrorCode convert(long model, long object, long targetClass, long& newObject);
 
     QorIdentifier _cls;
-    long _library = QorNoIdentifier;
     SV::String _label;
     std::vector<QorClassConversion> _conversions;
     SV::String _errorText;

@@ -9,8 +9,10 @@
 #include <utility>
 
 #include "cardinality/QorCardinalityHandler.h"
+#include "frame/RepositoryLookup.h"
 #include "modeltools/ConversionNames.h"
 #include "modeltools/ObjectConversion.h"
+#include "modeltools/QorReferenceIndex.h"
 #include "modeltools/ValueCopy.h"
 #include "modeltools/internalErrors.h"
 #include "platform/QorCoreModelingManager.h"
@@ -62,6 +64,7 @@ void QorConversionPlan::clear() noexcept {
     _attributes.clear();
     _problems.clear();
     _lostRelations.clear();
+    _lostReferences.clear();
     _breaches.clear();
     _isReady = false;
 }
@@ -75,17 +78,16 @@ void QorConversionPlan::add(ProblemKind kind, long object, QorErrorCode code, SV
     _problems.push_back(std::move(problem));
 }
 
-bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long targetClass) noexcept {
+bool QorConversionPlan::make(long model, const ISortedSet<long>& objects, long targetClass,
+                             const ISortedSet<long>& others) noexcept {
     clear();
     const bool made = Qor_Guarded(kConversionSource, false, [&] {
         _model = model;
         _targetClass = targetClass;
         _kinds = std::make_unique<Kinds>();
         survey(objects);
-        if (_problems.empty())
-            rehearse();
-        else
-            for (const QorPlannedConversion& planned : _objects) countValues(planned.cls, planned.object);
+        if (!_objects.empty()) noteLostReferences(objects, others);
+        if (_problems.empty()) rehearse();
         return true;
     });
     if (!made) clear();
@@ -113,7 +115,8 @@ void QorConversionPlan::survey(const ISortedSet<long>& objects) {
         }
         _objects.push_back({object, cls});
         if (_kinds->find(cls) == _kinds->end()) surveyClass(cls, object);
-        if (staying.any()) noteLostRelations(object);
+        countValues(cls, object);
+        if (staying.any()) noteLostRelations(object, staying);
     }
 }
 
@@ -131,12 +134,10 @@ void QorConversionPlan::surveyClass(long cls, long object) {
     if (const QorErrorCode code = findConvertedValues(handler, _targetClass, kind.values); code != QorErrorCode::Ok)
         add(ProblemKind::Failed, object, code);
     kind.firstAttribute = _attributes.size();
-    for (const SV::String& name : notebookColumns(cls)) {
-        long source = QorNoIdentifier;
-        if (const QorErrorCode code = findColumn(cls, name, source); code != QorErrorCode::Ok) {
-            add(ProblemKind::Failed, object, code);
-            continue;
-        }
+    std::vector<qor::frame::ShownAttribute> shown;
+    if (const QorErrorCode code = qor::frame::readNotebook(cls, shown); code != QorErrorCode::Ok)
+        add(ProblemKind::Failed, object, code);
+    for (const auto& [name, source] : shown) {
         bool isMapped = false;
         for (const ConvertedValue& value : kind.values) {
             if (value.source != source) continue;
@@ -165,8 +166,7 @@ void QorConversionPlan::countValues(long cls, long object) {
     }
 }
 
-void QorConversionPlan::noteLostRelations(long object) {
-    const UnmovedRelationClasses staying;
+void QorConversionPlan::noteLostRelations(long object, const UnmovedRelationClasses& staying) {
     ISortedSet<long> leaving;
     ISortedSet<long> arriving;
     if (repository().getFromRelationInstances(object, leaving) != QorErrorCode::Ok ||
@@ -181,9 +181,20 @@ void QorConversionPlan::noteLostRelations(long object) {
     }
 }
 
+void QorConversionPlan::noteLostReferences(const ISortedSet<long>& objects, ISortedSet<long> models) {
+    models.add(_model);
+    QorReferenceIndex references;
+    if (!references.build(models) || !references.unreadModels().empty())
+        return add(ProblemKind::Failed, QorNoIdentifier);
+    std::set<std::tuple<long, long, long>> lost;
+    for (const QorModelReference& use : references.usesOf(_model))
+        if (objects.contains(use.object)) lost.emplace(use.object, use.source, use.attribute);
+    for (const auto& [object, model, attribute] : lost) _lostReferences.push_back({object, model, attribute});
+}
+
 // ---- What is done ----
 
-bool QorConversionPlan::convertOne(QorPlannedConversion& planned, ConvertedPart part) {
+bool QorConversionPlan::convertOne(QorPlannedConversion& planned, const ObjectConversion& conversion) {
     const std::size_t before = _problems.size();
     const long object = planned.object;
     const Kind& kind = _kinds->at(planned.cls);
@@ -202,8 +213,7 @@ bool QorConversionPlan::convertOne(QorPlannedConversion& planned, ConvertedPart 
         add(ProblemKind::RelationRefused, object, code);
         _problems.back().relation = relation;
     };
-    const QorErrorCode code =
-        ObjectConversion(_model, _targetClass, kind.values, part).run(object, refused, unmoved, planned.newObject);
+    const QorErrorCode code = conversion.run(object, kind.values, refused, unmoved, planned.newObject);
     if (planned.newObject == QorNoIdentifier)
         add(ProblemKind::NotMade, object, code);
     else if (code != QorErrorCode::Ok && _problems.size() == before)
@@ -213,11 +223,10 @@ bool QorConversionPlan::convertOne(QorPlannedConversion& planned, ConvertedPart 
 
 /// Goes on after a problem, so that all are known.
 bool QorConversionPlan::convertAll(ConvertedPart part) {
+    const ObjectConversion conversion(_model, _targetClass, part);
     bool all = true;
-    for (QorPlannedConversion& planned : _objects) {
-        if (part == ConvertedPart::Trial) countValues(planned.cls, planned.object);
-        if (!convertOne(planned, part)) all = false;
-    }
+    for (QorPlannedConversion& planned : _objects)
+        if (!convertOne(planned, conversion)) all = false;
     return all;
 }
 

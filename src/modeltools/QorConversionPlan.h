@@ -14,7 +14,9 @@
 
 namespace qor::modeltools {
 enum class ConvertedPart;
-}
+class ObjectConversion;
+class UnmovedRelationClasses;
+}  // namespace qor::modeltools
 
 /// What becomes of an attribute of the old objects.
 enum class QorConversionFate : std::int32_t {
@@ -61,6 +63,13 @@ struct QorLostRelation {
     long object = -1;
 };
 
+/// A reference to an old object, which names its class and so leads nowhere, or elsewhere, afterwards.
+struct QorLostReference {
+    long object = -1;
+    long model = -1;      ///< that the reference leaves
+    long attribute = -1;  ///< that it is made through
+};
+
 struct QorPlannedConversion {
     long object = -1;
     long cls = -1;
@@ -79,8 +88,10 @@ public:
     /// Works out what converting the objects would do, by converting them and taking it back, without the values that
     /// the target's type takes in any case: nothing stays changed, but hosts announce changed references and what is
     /// taken back. True when the plan can be carried out. The cardinality rules in force are checked before and after.
-    /// O(content of the model).
-    bool make(long model, const ISortedSet<long>& objects, long targetClass) noexcept;
+    /// References to the objects are looked for in the model and in `others`. O(content of the model, references of the
+    /// others).
+    bool make(long model, const ISortedSet<long>& objects, long targetClass,
+              const ISortedSet<long>& others = {}) noexcept;
     /// Carries the plan out, in one unit of work. False, and nothing is changed, when it has problems, or meets one:
     /// the model may have changed since. A problem met is added to the problems. Once only.
     bool carryOut() noexcept;
@@ -91,6 +102,8 @@ public:
     [[nodiscard]] const std::vector<QorConversionAttribute>& attributes() const noexcept { return _attributes; }
     [[nodiscard]] const std::vector<QorConversionProblem>& problems() const noexcept { return _problems; }
     [[nodiscard]] const std::vector<QorLostRelation>& lostRelations() const noexcept { return _lostRelations; }
+    /// Each once, ascending by object, model and attribute. They do not keep the plan from being carried out.
+    [[nodiscard]] const std::vector<QorLostReference>& lostReferences() const noexcept { return _lostReferences; }
     /// Cardinality rules that hold, or are broken by another rule's limit, now, and would be broken afterwards. The new
     /// objects stand under the identifiers of the old ones. They do not keep the plan from being carried out.
     [[nodiscard]] const std::vector<QorCardinalityBreach>& breaches() const noexcept { return _breaches; }
@@ -103,9 +116,10 @@ private:
     void survey(const ISortedSet<long>& objects);
     void surveyClass(long cls, long object);
     void countValues(long cls, long object);
-    void noteLostRelations(long object);
+    void noteLostRelations(long object, const qor::modeltools::UnmovedRelationClasses& staying);
+    void noteLostReferences(const ISortedSet<long>& objects, ISortedSet<long> models);
     bool convertAll(qor::modeltools::ConvertedPart part);
-    bool convertOne(QorPlannedConversion& planned, qor::modeltools::ConvertedPart part);
+    bool convertOne(QorPlannedConversion& planned, const qor::modeltools::ObjectConversion& conversion);
     void rehearse();
     void add(QorConversionProblemKind kind, long object, QorErrorCode code = QorErrorCode::Ok, SV::String text = {});
 
@@ -116,6 +130,7 @@ private:
     std::vector<QorConversionAttribute> _attributes;
     std::vector<QorConversionProblem> _problems;
     std::vector<QorLostRelation> _lostRelations;
+    std::vector<QorLostReference> _lostReferences;
     std::vector<QorCardinalityBreach> _breaches;
     bool _isReady = false;
 };

@@ -16,12 +16,10 @@ QorTransferAttributesClipboard& QorTransferAttributesClipboard::Instance() noexc
     return instance;
 }
 
-void QorTransferAttributesClipboard::setAttributes(long model, long object,
-                                                   const ISortedSet<long>& attributes) noexcept {
+void QorTransferAttributesClipboard::setAttributes(long, long object, const ISortedSet<long>& attributes) noexcept {
     clear();
     Qor_Guarded(kTransferSource, [&] {
         _attributes = attributes;
-        _model = Qor_NarrowIdentifier(model).value_or(QorNoIdentifier);
         _object = Qor_NarrowIdentifier(object).value_or(QorNoIdentifier);
     });
 }
@@ -32,7 +30,6 @@ void QorTransferAttributesClipboard::getAttributes(ISortedSet<long>& attributes)
 }
 
 void QorTransferAttributesClipboard::clear() noexcept {
-    _model = QorNoIdentifier;
     _object = QorNoIdentifier;
     _attributes.removeAll();
 }

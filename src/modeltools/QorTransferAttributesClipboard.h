@@ -14,8 +14,8 @@ public:
     static QorTransferAttributesClipboard& Instance() noexcept;
     ~QorTransferAttributesClipboard() override;
 
-    /// In place of what was remembered. An identifier beyond 32 bits is an unknown object. Without memory the clipboard
-    /// is empty afterwards.
+    /// In place of what was remembered. The model is not needed: objects have identifiers of their own. An identifier
+    /// beyond 32 bits is an unknown object. Without memory the clipboard is empty afterwards.
     void setAttributes(long model, long object, const ISortedSet<long>& attributes) noexcept;
     /// Without memory `attributes` is empty.
     void getAttributes(ISortedSet<long>& attributes) const noexcept;
@@ -42,7 +42,6 @@ protected:
     QorTransferAttributesClipboard() noexcept;
 
 private:
-    QorIdentifier _model = QorNoIdentifier;
     QorIdentifier _object = QorNoIdentifier;
     ISortedSet<long> _attributes;
 };

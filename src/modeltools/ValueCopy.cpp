@@ -25,20 +25,10 @@ QorErrorCode writeReferences(const ValuePlace& to, const char* text, UnreadableR
     return references._Save(to.model, to.owner, false);
 }
 
-std::vector<SV::String> notebookColumns(long recordClass) {
-    const QorBasicNotebookAttrHandler notebook(recordClass);
-    std::vector<SV::String> columns;
-    SV::String name;
-    // Asked twice, for without memory it answers as behind the end, and columns would be lost.
-    const auto isShown = [&](unsigned long index) {
-        return notebook.GetAttr(index, name) || notebook.GetAttr(index, name);
-    };
-    for (unsigned long index = 0; isShown(index); ++index) columns.push_back(name);
-    return columns;
-}
-
-QorErrorCode findColumn(long recordClass, const SV::String& name, long& column) {
-    return QorCoreModelingManager::GetGlobal()->getAttributeIDFromAttributeName(recordClass, name.c_str(), column);
+QorErrorCode readColumns(long table, std::vector<frame::ShownAttribute>& columns) {
+    long recordClass = -1;
+    const auto code = QorCoreModelingManager::GetGlobal()->getRecordClassIDFromAttributeID(table, recordClass);
+    return code == QorErrorCode::Ok ? frame::readNotebook(recordClass, columns) : code;
 }
 
 QorErrorCode deleteRows(const ValuePlace& table) {

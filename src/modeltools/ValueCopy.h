@@ -3,9 +3,9 @@
 #pragma once
 #include <vector>
 
+#include "frame/RepositoryLookup.h"
 #include "platform/QorErrorCode.h"
 #include "platform/QorOwnedText.h"
-#include "platform/SvString.h"
 
 namespace qor::modeltools {
 
@@ -27,10 +27,8 @@ enum class UnreadableReferences { Refused, LeftOut };
 /// Puts references, given as text, in place of those that stand there.
 [[nodiscard]] QorErrorCode writeReferences(const ValuePlace& to, const char* text, UnreadableReferences unreadable);
 
-/// Names of the columns that the notebook of a record class shows, in its order.
-[[nodiscard]] std::vector<SV::String> notebookColumns(long recordClass);
-/// The column of that name; NotFound when the class has none.
-[[nodiscard]] QorErrorCode findColumn(long recordClass, const SV::String& name, long& column);
+/// What the notebook of a table's record class shows, in its order.
+[[nodiscard]] QorErrorCode readColumns(long table, std::vector<frame::ShownAttribute>& columns);
 
 /// Deletes all rows, the last first, with the platform's automatic executions held: they must not see a table that is
 /// half gone.

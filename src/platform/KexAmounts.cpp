@@ -19,12 +19,17 @@ struct TimeField {
     std::size_t digits;
     std::int32_t seconds;
 };
-constexpr TimeField kTimeFields[] = {{2, 365 * 86400}, {3, 86400}, {2, 3600}, {2, 60}, {2, 1}};
+constexpr std::int32_t kMinute = 60;
+constexpr std::int32_t kHour = 60 * kMinute;
+constexpr std::int32_t kDay = 24 * kHour;
+constexpr std::int32_t kYear = 365 * kDay;
+constexpr TimeField kTimeFields[] = {{2, kYear}, {3, kDay}, {2, kHour}, {2, kMinute}, {2, 1}};
 
 constexpr std::string_view kLengthUnit = "cm";
 constexpr char kPoint = '.';
 constexpr std::size_t kDecimals = 3;
-constexpr std::int64_t kPerUnit = 1000;  // 10 to the power of kDecimals
+constexpr std::int64_t kPerUnit = 1000;                                   // 10 to the power of kDecimals
+constexpr std::int64_t kThousandths[kDecimals + 1] = {1000, 100, 10, 1};  // in one of the last of so many decimals
 
 enum Complaint : std::int64_t { kNoDigits, kBadInteger, kBadTime, kLateTime, kBadLength, kLongLength, kUnknown };
 constexpr const char* kComplaints[] = {
@@ -39,21 +44,24 @@ constexpr const char* kComplaints[] = {
 
 constexpr Amount bad(Complaint complaint) { return {AmountKind::Bad, complaint}; }
 
-/// The digits at the front, at most `most` of them. The value stops growing where every range has been left.
+/// The digits at the front, at most `Most` of them where that is few. The value stops growing where every range has
+/// been left.
 struct Digits {
     std::int64_t value = 0;
     std::size_t count = 0;
 };
 constexpr std::size_t kSafeDigits = 9;  // so many leave no range
-inline Digits takeDigits(const char*& at, std::size_t most = std::string_view::npos) {
+constexpr std::size_t kAllDigits = std::string_view::npos;
+template <std::size_t Most>
+inline Digits takeDigits(const char*& at) {
     Digits taken;
     const char* const begin = at;
-    const auto length = [begin, &at] { return static_cast<std::size_t>(at - begin); };
-    const std::size_t safe = std::min(most, kSafeDigits);
-    for (; length() != safe && is(*at, kDigit); ++at) taken.value = taken.value * 10 + (*at - '0');
-    for (; length() != most && is(*at, kDigit); ++at)
-        if (taken.value <= kMaxInteger) taken.value = taken.value * 10 + (*at - '0');
-    taken.count = length();
+    for (; is(*at, kDigit) && at != begin + std::min(Most, kSafeDigits); ++at)
+        taken.value = taken.value * 10 + (*at - '0');
+    if constexpr (Most > kSafeDigits)
+        for (; is(*at, kDigit); ++at)
+            if (taken.value <= kMaxInteger) taken.value = taken.value * 10 + (*at - '0');
+    taken.count = static_cast<std::size_t>(at - begin);
     return taken;
 }
 
@@ -71,27 +79,35 @@ Amount integer(std::int64_t magnitude, bool negative) {
     return {AmountKind::Integer, number};
 }
 
-Amount readTime(const char*& at) {
-    std::int64_t seconds = 0;
-    for (const TimeField& field : kTimeFields) {
-        if (&field != kTimeFields && !take(at, kColon)) return bad(kBadTime);
-        const Digits digits = takeDigits(at, field.digits);
-        if (digits.count != field.digits) return bad(kBadTime);
-        seconds += digits.value * field.seconds;
+/// Exactly so many digits, and what follows them.
+template <std::size_t Count>
+inline bool takeField(const char*& at, std::int32_t secondsEach, std::int64_t& seconds) {
+    std::int32_t value = 0;
+    for (std::size_t digit = 0; digit < Count; ++digit, ++at) {
+        if (!is(*at, kDigit)) return false;
+        value = value * 10 + (*at - '0');
     }
-    if (!endsAt(at)) return bad(kBadTime);
+    seconds += std::int64_t{value} * secondsEach;
+    return true;
+}
+
+inline Amount readTime(const char*& at) {
+    std::int64_t seconds = 0;
+    const bool isTime = takeField<2>(at, kYear, seconds) && take(at, kColon) && takeField<3>(at, kDay, seconds) &&
+                        take(at, kColon) && takeField<2>(at, kHour, seconds) && take(at, kColon) &&
+                        takeField<2>(at, kMinute, seconds) && take(at, kColon) && takeField<2>(at, 1, seconds);
+    if (!isTime || !endsAt(at)) return bad(kBadTime);
     return seconds > kMaxMoment ? bad(kLateTime) : Amount{AmountKind::Moment, seconds};
 }
 
 // Behind the digits of whole centimetres.
-Amount readLength(const char*& at, std::int64_t whole, bool negative) {
+inline Amount readLength(const char*& at, std::int64_t whole, bool negative) {
     std::int64_t thousandths = whole * kPerUnit;
     const bool hasPoint = take(at, kPoint);
     if (hasPoint) {
-        Digits decimals = takeDigits(at, kDecimals);
+        const Digits decimals = takeDigits<kDecimals>(at);
         if (decimals.count == 0) return bad(kBadLength);
-        for (; decimals.count < kDecimals; ++decimals.count) decimals.value *= 10;
-        thousandths += decimals.value;
+        thousandths += decimals.value * kThousandths[decimals.count];
     }
     if (!take(at, kLengthUnit[0]) || !take(at, kLengthUnit[1]) || !endsAt(at))
         return bad(hasPoint ? kBadLength : kUnknown);
@@ -105,7 +121,7 @@ inline Amount readFrom(const char*& at) {
     const char* const begin = at;
     const bool negative = take(at, '-');
     const bool hasSign = negative || take(at, '+');
-    const Digits whole = takeDigits(at);
+    const Digits whole = takeDigits<kAllDigits>(at);
     if (whole.count == 0) return bad(kNoDigits);
     if (endsAt(at)) return integer(whole.value, negative);
     if (*at == kColon) return hasSign ? bad(kBadTime) : readTime(at = begin);

@@ -14,7 +14,7 @@ enum Class : std::uint8_t {
     kDigit = 4,      // begins a number
     kSign = 8,       // may stand before a number's digits
     kJoint = 16,     // joins words: '-' and '_'
-    kSpace = 32,     // separates
+    kGap = 32,       // separates, or begins a comment
     kFraction = 64,  // inside times and lengths: ':' and '.'
     kComment = 128,  // ends a comment: line ends and the zero byte
 };
@@ -36,7 +36,7 @@ inline constexpr std::array<std::uint8_t, 256> kClasses = [] {
     mark("0123456789", kDigit);
     mark("+-", kSign);
     mark("-_", kJoint);
-    mark(" \t\n\v\f\r", kSpace);
+    mark(" \t\n\v\f\r#", kGap);
     mark(":.", kFraction);
     mark(std::string_view("\n\r\0", 3), kComment);
     return classes;

@@ -4,6 +4,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/KexAmounts.h"
+#include "platform/KexCharacters.h"
+#include "platform/KexStrings.h"
+
 namespace qor::platform::kex {
 
 namespace {
@@ -17,8 +21,10 @@ constexpr std::size_t kMostReserved = 4096;
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
 
 // Most names differ in length or the last character ("bp-1", "bp-2"); that is seen without a call.
-bool same(std::string_view name, std::string_view other) {
-    return name.size() == other.size() && name.back() == other.back() && name == other;
+bool isNamed(std::string_view text, std::uint32_t at, std::string_view name) {
+    const std::size_t end = at + name.size();
+    if (name.empty() || end > text.size() || is(text.data()[end], kWord) || text[end - 1] != name.back()) return false;
+    return text.substr(at, name.size()) == name;
 }
 
 std::uint64_t mixed(std::uint64_t state, std::uint64_t more) {
@@ -73,10 +79,18 @@ void KeyIndex::grow(Table& table) {
         if (slot.key != kFree) place(table, slot);
 }
 
+std::size_t Room::expected(std::size_t recordSize) const {
+    const auto share = static_cast<double>(textSize) / static_cast<double>(parsed + 1) * 1.05;
+    const auto inAll = static_cast<std::size_t>(static_cast<double>(needed) * share);
+    return std::max(needed * 2, std::min(inAll, textSize * 2 / recordSize));
+}
+
 void Document::clear() {
     elements.clear();
     keys.clear();
-    unescaped.clear();
+    _tables.clear();
+    _longStrings.clear();
+    _unescaped.clear();
     // Differs from run to run, so that nobody can write keys that all fall on one place of a table.
     _index.clear(reinterpret_cast<std::uintptr_t>(this));
 }
@@ -86,15 +100,18 @@ void Document::reserveFor(std::size_t textSize) {
     keys.reserve(std::min(kMostReserved, textSize / kBytesPerKey + 1));
 }
 
+// ---- Keys ----
+
 // The key that is one too many takes those before it along.
 void Document::addToTable(std::string_view text) {
-    const Range range = rangeOf(elements.size() - 1);
+    const auto element = static_cast<std::uint32_t>(elements.size() - 1);
+    const Range range = rangeOf(element);
     std::uint32_t key = range.end - 1;
-    if (elements.back().table == kNoTable) {
-        elements.back().table = _index.begin();
+    if (_tables.empty() || _tables.back().element != element) {
+        _tables.push_back({element, _index.begin()});
         key = range.begin;
     }
-    for (; key < range.end; ++key) _index.insert(_index.hash(viewOf(text, keys[key].name)), key);
+    for (; key < range.end; ++key) _index.insert(_index.hash(wordAt(text, keys[key].name)), key);
 }
 
 std::span<const Key> Document::keysOf(std::size_t element) const {
@@ -108,23 +125,60 @@ Document::Range Document::rangeOf(std::size_t element) const {
 }
 
 const Key* Document::find(std::string_view text, std::size_t element, std::string_view name) const {
-    if (elements[element].table != kNoTable) return findInTable(text, elements[element].table, name);
     const Range range = rangeOf(element);
+    if (range.end - range.begin > kFewKeys) return findInTable(text, element, name);
     for (std::uint32_t key = range.begin; key < range.end; ++key)
-        if (same(viewOf(text, keys[key].name), name)) return &keys[key];
+        if (isNamed(text, keys[key].name, name)) return &keys[key];
     return nullptr;
 }
 
-const Key* Document::findInTable(std::string_view text, std::uint32_t table, std::string_view name) const {
-    const auto isIt = [&](std::uint32_t key) { return viewOf(text, keys[key].name) == name; };
-    const auto key = _index.find(table, _index.hash(name), isIt);
+const Key* Document::findInTable(std::string_view text, std::size_t element, std::string_view name) const {
+    const auto table = std::lower_bound(_tables.begin(), _tables.end(), element,
+                                        [](const Table& one, std::size_t wanted) { return one.element < wanted; });
+    const auto isIt = [&](std::uint32_t key) { return isNamed(text, keys[key].name, name); };
+    const auto key = _index.find(table->number, _index.hash(name), isIt);
     return key ? &keys[*key] : nullptr;
 }
 
-std::optional<std::string_view> Document::stringOf(std::string_view text, const Value& value) const {
-    if (value.kind == ValueKind::String) return viewOf(text, value.span());
-    if (value.kind == ValueKind::Unescaped) return viewOf(unescaped, value.span());
-    return std::nullopt;
+// ---- Values ----
+
+void Document::addLongString(std::string_view text, std::uint32_t at, std::string_view body, bool isEscaped) {
+    const std::size_t parsed = at + body.size();
+    LongString string{at, at + 1, static_cast<std::uint32_t>(body.size()), isEscaped};
+    if (isEscaped) {
+        const Room room{_unescaped.size() + body.size(), parsed, text.size()};
+        if (room.needed > _unescaped.capacity()) _unescaped.reserve(room.expected(1));
+        string.begin = static_cast<std::uint32_t>(_unescaped.size());
+        appendUnescaped(_unescaped, body);
+        string.length = static_cast<std::uint32_t>(_unescaped.size()) - string.begin;
+    }
+    makeRoomForOne(_longStrings, parsed, text.size());
+    _longStrings.push_back(string);
+}
+
+std::string_view Document::stringAt(std::string_view text, std::uint32_t at) const {
+    const auto known = std::lower_bound(_longStrings.begin(), _longStrings.end(), at,
+                                        [](const LongString& one, std::uint32_t wanted) { return one.at < wanted; });
+    if (known != _longStrings.end() && known->at == at)
+        return (known->isUnescaped ? std::string_view(_unescaped) : text).substr(known->begin, known->length);
+    const std::string_view body = text.substr(at + 1);
+    return body.substr(0, body.find(kQuote));
+}
+
+std::string_view Document::wordAt(std::string_view text, std::uint32_t at) {
+    const char* const begin = text.data() + at;
+    return {begin, static_cast<std::size_t>(skip(begin, kWord) - begin)};
+}
+
+Value Document::valueAt(std::string_view text, std::uint32_t at) const {
+    if (at == 0) return {};
+    const char* where = text.data() + at;
+    if (*where == kQuote) return {QorKexValueKind::String, stringAt(text, at), 0};
+    if (is(*where, kLower)) return {QorKexValueKind::Word, wordAt(text, at), 0};
+    const Amount amount = readAmount(where);
+    return {amount.kind == AmountKind::Integer ? QorKexValueKind::Integer : QorKexValueKind::TimeOrLength,
+            {},
+            amount.number};
 }
 
 }  // namespace qor::platform::kex

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -7,50 +8,29 @@
 #include <string_view>
 #include <vector>
 
-// A parsed keyword text. It refers to the text by offsets, so that copies of both belong together without any repair.
+#include "platform/QorKexParser.h"
+
+// A parsed keyword text. It holds where in the text the names and values begin, and no more: what they are is read
+// there when it is asked for, since most of a large text is asked for once or never. As these are offsets, copies of
+// text and document belong together without any repair. The text ends with a zero byte wherever one is handed in.
 namespace qor::platform::kex {
 
-struct Span {
-    std::uint32_t at = 0;
-    std::uint32_t length = 0;
+/// A keyword or key; its name reaches as far as a word does.
+struct Key {
+    std::uint32_t name = 0;
+    std::uint32_t value = 0;  ///< where its value begins, the quote of a string included; 0: it has none
 };
 
-enum class ValueKind : std::uint8_t {
-    None,
-    String,     // the span lies in the text, between the quotes
-    Unescaped,  // a string with doubled quotes; the span lies in Document::unescaped
-    Word,
-    Integer,
-    Moment,
-    NegativeLength,
+struct Element {
+    std::uint32_t name = 0;
+    std::uint32_t value = 0;
+    std::uint32_t firstKey = 0;  ///< its keys end where those of the next element begin
 };
 
 struct Value {
-    ValueKind kind = ValueKind::None;
-    std::uint32_t first = 0;   // a span's offset, or a number's lower half
-    std::uint32_t second = 0;  // a span's length, or a number's upper half
-
-    static Value ofSpan(ValueKind kind, Span span) { return {kind, span.at, span.length}; }
-    static Value ofNumber(ValueKind kind, std::int64_t number) {
-        const auto bits = static_cast<std::uint64_t>(number);
-        return {kind, static_cast<std::uint32_t>(bits), static_cast<std::uint32_t>(bits >> 32)};
-    }
-    [[nodiscard]] Span span() const { return {first, second}; }
-    [[nodiscard]] std::int64_t number() const { return static_cast<std::int64_t>(std::uint64_t{second} << 32 | first); }
-};
-
-struct Key {
-    Span name;
-    Value value;
-};
-
-constexpr std::uint32_t kNoTable = UINT32_MAX;
-
-struct Element {
-    Span name;
-    Value value;
-    std::uint32_t firstKey = 0;  // its keys end where those of the next element begin
-    std::uint32_t table = kNoTable;
+    QorKexValueKind kind = QorKexValueKind::None;
+    std::string_view text;    ///< of a string, without its quotes, or word
+    std::int64_t number = 0;  ///< of an integer, or the moment of a time or length; 0 for a length below zero
 };
 
 /// Hash tables of the keys of elements that have many. Each lies together, so that the one in work stays near; only the
@@ -95,47 +75,77 @@ private:
     std::uint64_t _seed = 0;
 };
 
+/// So many records have to fit, and how many the whole text will have if what is left of it is like what was parsed; no
+/// more than twice the text's size is committed to that.
+struct Room {
+    std::size_t needed = 0;
+    std::size_t parsed = 0;
+    std::size_t textSize = 0;
+
+    [[nodiscard]] std::size_t expected(std::size_t recordSize) const;
+};
+
+template <class Record>
+void makeRoomForOne(std::vector<Record>& records, std::size_t parsed, std::size_t textSize) {
+    if (records.size() < records.capacity()) return;
+    records.reserve(Room{records.size() + 1, parsed, textSize}.expected(sizeof(Record)));
+}
+
 class Document {
 public:
     std::vector<Element> elements;
     std::vector<Key> keys;
-    std::string unescaped;
 
     void clear();
     /// Makes room for what a text of that size usually holds.
     void reserveFor(std::size_t textSize);
 
-    void beginElement(Span name) {
-        elements.push_back({name, {}, static_cast<std::uint32_t>(keys.size()), kNoTable});
+    void beginElement(std::uint32_t name) {
+        elements.push_back({name, 0, static_cast<std::uint32_t>(keys.size())});
         _met = 0;
     }
     /// Adds a key to the last element; null, or the key of that name that the element already has.
-    const Key* add(std::string_view text, Span name) {
-        const std::string_view view = viewOf(text, name);
-        const std::uint64_t mark = markOf(view);
+    const Key* add(std::string_view text, std::uint32_t at, std::string_view name) {
+        const std::uint64_t mark = markOf(name);
         if ((_met & mark) != 0)
-            if (const Key* const same = find(text, elements.size() - 1, view)) return same;
+            if (const Key* const same = find(text, elements.size() - 1, name)) return same;
         _met |= mark;
-        keys.push_back({name, {}});
+        keys.push_back({at, 0});
         if (keys.size() - elements.back().firstKey > kFewKeys) addToTable(text);
         return nullptr;
+    }
+    /// The string that begins with the quote at `at`.
+    void noteString(std::string_view text, std::uint32_t at, std::string_view body, bool isEscaped) {
+        if (isEscaped || body.size() > kShortString) addLongString(text, at, body, isEscaped);
     }
 
     [[nodiscard]] std::span<const Key> keysOf(std::size_t element) const;
     [[nodiscard]] const Key* find(std::string_view text, std::size_t element, std::string_view name) const;
 
-    /// A string value; nothing for other values.
-    [[nodiscard]] std::optional<std::string_view> stringOf(std::string_view text, const Value& value) const;
-
-    static std::string_view viewOf(std::string_view text, Span span) { return {text.data() + span.at, span.length}; }
+    /// The word that begins at a place.
+    [[nodiscard]] static std::string_view wordAt(std::string_view text, std::uint32_t at);
+    /// O(1), whatever its length.
+    [[nodiscard]] Value valueAt(std::string_view text, std::uint32_t at) const;
 
 private:
     // Up to so many keys of an element are looked through one by one; all keys of larger ones stand in a table.
     static constexpr std::size_t kFewKeys = 16;
+    // The ends of shorter strings are found again where they are asked for.
+    static constexpr std::size_t kShortString = 64;
 
     struct Range {
         std::uint32_t begin = 0;
         std::uint32_t end = 0;
+    };
+    struct Table {
+        std::uint32_t element = 0;
+        std::uint32_t number = 0;
+    };
+    struct LongString {
+        std::uint32_t at = 0;
+        std::uint32_t begin = 0;  ///< in the text, or in `_unescaped`
+        std::uint32_t length = 0;
+        bool isUnescaped = false;
     };
     /// One of 64 bits; names with different bits are different.
     static std::uint64_t markOf(std::string_view name) {
@@ -145,9 +155,14 @@ private:
     }
     [[nodiscard]] Range rangeOf(std::size_t element) const;
     void addToTable(std::string_view text);
-    [[nodiscard]] const Key* findInTable(std::string_view text, std::uint32_t table, std::string_view name) const;
+    void addLongString(std::string_view text, std::uint32_t at, std::string_view body, bool isEscaped);
+    [[nodiscard]] std::string_view stringAt(std::string_view text, std::uint32_t at) const;
+    [[nodiscard]] const Key* findInTable(std::string_view text, std::size_t element, std::string_view name) const;
 
     KeyIndex _index;
+    std::vector<Table> _tables;            // of the elements with many keys, ascending
+    std::vector<LongString> _longStrings;  // ascending
+    std::string _unescaped;
     std::uint64_t _met = 0;  // marks of the last element's keys: a new mark is a new name
 };
 

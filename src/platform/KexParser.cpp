@@ -29,11 +29,6 @@ std::string hexadecimal(char byte) {
     return {'0', 'x', digits[value >> 4], digits[value & 15]};
 }
 
-ValueKind valueKind(AmountKind kind) {
-    if (kind == AmountKind::Integer) return ValueKind::Integer;
-    return kind == AmountKind::Moment ? ValueKind::Moment : ValueKind::NegativeLength;
-}
-
 /// One function per production of the grammar; each begins at its first byte, ends at the next token, and is false
 /// after an error.
 class Parser {
@@ -59,9 +54,9 @@ private:
 
     // element = keyword [ string ] { key [ ":" value ] }
     bool parseElement() {
-        const Span keyword = word();
-        makeRoom(_document.elements);
-        _document.beginElement(keyword);
+        makeRoomForOne(_document.elements, offset(_at), _text.size());
+        _document.beginElement(offset(_at));
+        word();
         separators();
         if (*_at == kQuote && !parseString(_document.elements.back().value)) return false;
         if (*_at == kColon)
@@ -73,9 +68,9 @@ private:
 
     bool parseKey() {
         const char* const begin = _at;
-        const Span name = word();
-        makeRoom(_document.keys);
-        if (const Key* const same = _document.add(_text, name)) return keyTwice(begin, *same);
+        const std::string_view name = word();
+        makeRoomForOne(_document.keys, offset(_at), _text.size());
+        if (const Key* const same = _document.add(_text, offset(begin), name)) return keyTwice(begin, *same);
         separators();
         if (*_at != kColon) return true;
         ++_at;
@@ -84,89 +79,75 @@ private:
     }
 
     // value = string | word | integer | time | length
-    bool parseValue(Span key, Value& value) {
+    bool parseValue(std::string_view key, std::uint32_t& value) {
         if (is(*_at, kDigit | kSign)) return parseAmount(value);
         if (*_at == kQuote) return parseString(value);
         if (is(*_at, kLower)) return parseWord(key, value);
         return noValue(key);
     }
 
-    bool parseString(Value& value) {
+    bool parseString(std::uint32_t& value) {
         const char* const begin = _at + 1;
         const FoundString found = findString(begin, _end);
         if (found.end == nullptr) return fail(_at, "the string that begins here is not closed");
-        value = Value::ofSpan(ValueKind::String, span(begin, found.end));
-        if (found.escaped) {
-            const std::size_t at = _document.unescaped.size();
-            appendUnescaped(_document.unescaped, {begin, found.end});
-            const std::size_t length = _document.unescaped.size() - at;
-            value = Value::ofSpan(ValueKind::Unescaped,
-                                  {static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(length)});
-        }
+        value = offset(_at);
+        _document.noteString(_text, value, {begin, found.end}, found.escaped);
         _at = found.end + 1;
         separators();
         return true;
     }
 
     // A bare word before a colon is the next key: the value in front of it was forgotten.
-    bool parseWord(Span key, Value& value) {
+    bool parseWord(std::string_view key, std::uint32_t& value) {
         const char* const begin = _at;
-        value = Value::ofSpan(ValueKind::Word, word());
+        value = offset(begin);
+        const std::string_view read = word();
         separators();
-        return *_at != kColon || fail(begin, missingValue(key) + "; " + named(text(value.span())) + " is the next key");
+        return *_at != kColon || fail(begin, missingValue(key) + "; " + named(read) + " is the next key");
     }
 
-    bool parseAmount(Value& value) {
+    bool parseAmount(std::uint32_t& value) {
+        value = offset(_at);
         const Amount amount = readAmount(_at);
         if (amount.kind == AmountKind::Bad)
             return fail(_at, named({_at, skip(_at + 1, kNumber)}) + ": " + complaintOf(amount));
-        value = Value::ofNumber(valueKind(amount.kind), amount.number);
         separators();
         return true;
     }
 
-    // Expects the rest of the text to be like what was parsed, but commits no more than twice the text's size to that.
-    template <class Record>
-    void makeRoom(std::vector<Record>& records) {
-        if (records.size() < records.capacity()) return;
-        const auto parsed = static_cast<double>(_at - _begin);
-        const auto expected = static_cast<double>(records.size()) * static_cast<double>(_text.size()) / parsed * 1.05;
-        const std::size_t most = _text.size() * 2 / sizeof(Record);
-        records.reserve(std::max(records.size() * 2, std::min(static_cast<std::size_t>(expected), most)));
-    }
-
-    Span word() {
+    std::string_view word() {
         const char* const begin = _at;
         _at = skip(_at, kWord);
-        return span(begin, _at);
+        return {begin, _at};
     }
 
     // separators = { white space | comment }
     void separators() {
-        for (;;) {
-            _at = skip(_at, kSpace);
-            if (*_at != kCommentMark) return;
-            while (!is(*_at, kComment)) ++_at;
+        while (is(*_at, kGap)) {
+            if (*_at == kCommentMark)
+                while (!is(*_at, kComment)) ++_at;
+            else
+                ++_at;
         }
     }
 
     bool keyTwice(const char* at, const Key& same) {
-        const QorKexPosition first = positionOf(_text, same.name.at);
-        return fail(at, "the element " + named(text(_document.elements.back().name)) + " already has the key " +
-                            named(text(same.name)) + ", in line " + std::to_string(first.line) + ", column " +
-                            std::to_string(first.column));
+        const QorKexPosition first = positionOf(_text, same.name);
+        return fail(at, "the element " + named(Document::wordAt(_text, _document.elements.back().name)) +
+                            " already has the key " + named(Document::wordAt(_text, same.name)) + ", in line " +
+                            std::to_string(first.line) + ", column " + std::to_string(first.column));
     }
 
-    bool noValue(Span key) {
+    bool noValue(std::string_view key) {
         if (_at == _end) return fail(_at, missingValue(key) + "; the text ends here");
         if (!is(*_at, kUpper)) return unexpected();
         const char* const begin = _at;
-        return fail(begin, missingValue(key) + "; " + named(text(word())) +
+        return fail(begin, missingValue(key) + "; " + named(word()) +
                                " begins an element (a word with an upper-case letter in front is quoted as a value)");
     }
 
-    std::string missingValue(Span key) const {
-        return "the value behind the colon of " + named(text(key)) + " is missing";
+    static std::string missingValue(std::string_view key) {
+        return "the value behind the colon of " + named(key) + " is missing";
     }
 
     bool unexpected() {
@@ -175,8 +156,8 @@ private:
         if (*at == kColon) return fail(at, "a colon stands only behind a key that has no value yet");
         if (is(*at, kDigit | kSign)) return fail(at, "a number stands only behind the colon of a key");
         if (is(*at, kLower)) {
-            return fail(at, "the key " + named(text(word())) +
-                                " stands before any element, which begins with an upper-case letter");
+            return fail(
+                at, "the key " + named(word()) + " stands before any element, which begins with an upper-case letter");
         }
         if (*at == '\0') return fail(at, "a zero byte stands outside a string");
         const std::string what =
@@ -189,10 +170,7 @@ private:
         return false;
     }
 
-    [[nodiscard]] Span span(const char* begin, const char* end) const {
-        return {static_cast<std::uint32_t>(begin - _begin), static_cast<std::uint32_t>(end - begin)};
-    }
-    [[nodiscard]] std::string_view text(Span span) const { return Document::viewOf(_text, span); }
+    [[nodiscard]] std::uint32_t offset(const char* at) const { return static_cast<std::uint32_t>(at - _begin); }
 
     const std::string& _text;
     const char* const _begin;

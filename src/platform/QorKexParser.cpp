@@ -39,8 +39,12 @@ struct QorKexParser::Impl {
     const kex::Key* key(std::string_view name) const {
         return element() == nullptr ? nullptr : document.find(text, current, name);
     }
-    std::string_view view(kex::Span span) const { return kex::Document::viewOf(text, span); }
-    QorKexPosition position(kex::Span span) const { return positions.of(text, span.at); }
+    std::string_view word(std::uint32_t at) const { return kex::Document::wordAt(text, at); }
+    kex::Value valueOf(std::string_view name) const {
+        const kex::Key* const found = key(name);
+        return found == nullptr ? kex::Value() : document.valueAt(text, found->value);
+    }
+    QorKexPosition position(std::uint32_t at) const { return positions.of(text, at); }
 
     void forgetResults() {
         document.clear();
@@ -76,6 +80,10 @@ constexpr const char* kSource = "kexparser";
 
 SV::String copied(std::string_view view) noexcept {
     return Qor_Guarded(kSource, SV::String(), [view] { return SV::String(view); });
+}
+
+std::optional<std::string_view> stringOf(const kex::Value& value) {
+    return value.kind == QorKexValueKind::String ? std::optional(value.text) : std::nullopt;
 }
 
 }  // namespace
@@ -136,7 +144,7 @@ SV::String QorKexParser::GetCurElemName() const { return copied(GetCurElemNameVi
 
 std::string_view QorKexParser::GetCurElemNameView() const {
     const kex::Element* const element = _impl ? _impl->element() : nullptr;
-    return element != nullptr ? _impl->view(element->name) : std::string_view();
+    return element != nullptr ? _impl->word(element->name) : std::string_view();
 }
 
 QorKexPosition QorKexParser::GetCurElemPosition() const {
@@ -150,27 +158,11 @@ bool QorKexParser::IsContained(std::string_view key) const { return _impl && _im
 std::string_view QorKexParser::GetKeyView(unsigned long index) const {
     if (!_impl || _impl->element() == nullptr) return {};
     const auto keys = _impl->document.keysOf(_impl->current);
-    return index < keys.size() ? _impl->view(keys[index].name) : std::string_view();
+    return index < keys.size() ? _impl->word(keys[index].name) : std::string_view();
 }
 
 QorKexValueKind QorKexParser::GetValueKind(std::string_view key) const {
-    const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
-    if (found == nullptr) return QorKexValueKind::None;
-    switch (found->value.kind) {
-        case kex::ValueKind::None:
-            return QorKexValueKind::None;
-        case kex::ValueKind::String:
-        case kex::ValueKind::Unescaped:
-            return QorKexValueKind::String;
-        case kex::ValueKind::Word:
-            return QorKexValueKind::Word;
-        case kex::ValueKind::Integer:
-            return QorKexValueKind::Integer;
-        case kex::ValueKind::Moment:
-        case kex::ValueKind::NegativeLength:
-            return QorKexValueKind::TimeOrLength;
-    }
-    return QorKexValueKind::None;
+    return _impl ? _impl->valueOf(key).kind : QorKexValueKind::None;
 }
 
 QorKexPosition QorKexParser::GetKeyPosition(std::string_view key) const {
@@ -192,29 +184,27 @@ bool QorKexParser::TryGetStrValue(std::string_view key, SV::String& value) const
 }
 
 std::optional<std::string_view> QorKexParser::GetStrView(std::string_view key) const {
-    const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
-    return found != nullptr ? _impl->document.stringOf(_impl->text, found->value) : std::nullopt;
+    return stringOf(_impl ? _impl->valueOf(key) : kex::Value());
 }
 
 std::optional<std::string_view> QorKexParser::GetStrView() const {
     const kex::Element* const element = _impl ? _impl->element() : nullptr;
-    return element != nullptr ? _impl->document.stringOf(_impl->text, element->value) : std::nullopt;
+    return stringOf(element != nullptr ? _impl->document.valueAt(_impl->text, element->value) : kex::Value());
 }
 
 long QorKexParser::GetIntValue(std::string_view key) const {
-    const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
-    return found != nullptr && found->value.kind == kex::ValueKind::Integer ? found->value.number() : 0;
+    const auto value = _impl ? _impl->valueOf(key) : kex::Value();
+    return value.kind == QorKexValueKind::Integer ? value.number : 0;
 }
 
 SV::String QorKexParser::GetModifier(std::string_view key) const {
-    const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
-    if (found == nullptr || found->value.kind != kex::ValueKind::Word) return {};
-    return copied(_impl->view(found->value.span()));
+    const auto value = _impl ? _impl->valueOf(key) : kex::Value();
+    return value.kind == QorKexValueKind::Word ? copied(value.text) : SV::String();
 }
 
 long QorKexParser::GetValueTMM(std::string_view key) const {
-    const kex::Key* const found = _impl ? _impl->key(key) : nullptr;
-    return found != nullptr && found->value.kind == kex::ValueKind::Moment ? found->value.number() : 0;
+    const auto value = _impl ? _impl->valueOf(key) : kex::Value();
+    return value.kind == QorKexValueKind::TimeOrLength ? value.number : 0;
 }
 
 SV::String QorKexParser::GetKexTextOfStrValue(std::string_view text) {

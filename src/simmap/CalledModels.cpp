@@ -30,6 +30,13 @@ bool exists(const QorInterModRefTarget& target) {
     return isFound(repository.getLastModelVersionOfModelThread(thread, model));
 }
 
+/// A text that is only shown as references holds none: neither this handler nor a hierarchy of models can follow it.
+bool holdsReferences(long attribute) {
+    auto type = QorCoreAttributeType::None;
+    require(QorCoreModelingManager::GetGlobal()->getAttributeType(attribute, type));
+    return type == QorCoreAttributeType::InterReference;
+}
+
 }  // namespace
 
 std::vector<long> callingAttributes(long cls) {
@@ -37,8 +44,12 @@ std::vector<long> callingAttributes(long cls) {
     const bool isNamed = isFound(QorCoreModelingManager::GetGlobal()->getAttributeValue(
         cls, QorAttributeId::HierarchyAttribute, name.out(), false));
     if (isNamed && !name.isEmpty())
-        if (const auto attribute = frame::findAttribute(cls, SV::String(name.view()))) return {*attribute};
-    return shownAttributes(cls, QorCoreAttributeType::InterReference);
+        if (const auto attribute = frame::findAttribute(cls, SV::String(name.view()));
+            attribute && typeOf(*attribute) == QorCoreAttributeType::InterReference && holdsReferences(*attribute))
+            return {*attribute};
+    auto attributes = shownAttributes(cls, QorCoreAttributeType::InterReference);
+    std::erase_if(attributes, [](long attribute) { return !holdsReferences(attribute); });
+    return attributes;
 }
 
 CalledModels calledModels(long model, long object, const std::vector<long>& attributes) {

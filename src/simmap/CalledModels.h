@@ -6,8 +6,8 @@
 
 namespace qor::simmap {
 
-/// Where objects of the class say which model they call: the class's hierarchy attribute, else every attribute with
-/// references that its property sheet shows.
+/// Where objects of the class say which model they call: the class's hierarchy attribute when it is one with
+/// references, else every such attribute that its property sheet shows.
 [[nodiscard]] std::vector<long> callingAttributes(long cls);
 
 /// What an object calls: references to objects are no calls, whatever model these lie in.

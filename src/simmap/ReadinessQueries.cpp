@@ -4,7 +4,6 @@
 #include "frame/RepositoryLookup.h"
 #include "platform/QorAttributeIds.h"
 #include "platform/QorCoreModelingManager.h"
-#include "platform/QorEditingHelpers.h"
 #include "platform/QorOwnedText.h"
 
 namespace qor::simmap {
@@ -75,17 +74,10 @@ bool hasRelations(long object) {
 
 std::vector<long> shownAttributes(long cls, QorCoreAttributeType type) {
     std::vector<long> found;
-    const QorBasicNotebookAttrHandler notebook(cls);
-    SV::String name;
-    // Asked twice, for without memory it answers as behind the end.
-    const auto isShown = [&](unsigned long index) {
-        return notebook.GetAttr(index, name) || notebook.GetAttr(index, name);
-    };
-    for (unsigned long index = 0; isShown(index); ++index) {
-        const auto attribute = frame::findAttribute(cls, name);
-        if (!attribute) throw RepositoryFailed();
-        if (typeOf(*attribute) == type) found.push_back(*attribute);
-    }
+    std::vector<frame::ShownAttribute> shown;
+    require(frame::readNotebook(cls, shown));
+    for (const auto& attribute : shown)
+        if (typeOf(attribute.id) == type) found.push_back(attribute.id);
     return found;
 }
 

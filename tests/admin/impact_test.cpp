@@ -72,18 +72,14 @@ TEST_F(Impact, AModelGroupThatNobodyReachesCountsForUsersOfItsLibrary) {
 
 /// Rights read before and after changes differ by exactly what was foretold.
 TEST_F(Impact, IsWhatTheRightsShowAfterwards) {
-    std::uint32_t seed = 99;
-    const auto chance = [&seed](std::uint32_t outOf) {
-        return (seed = seed * 1664525U + 1013904223U) / 65536U % outOf;
-    };
+    std::mt19937 random(99);
     desk.mode = QorSingleSignOnMode::First;
     std::vector<QorUserID> users{ada, eve};
     std::vector<QorUserGroupID> groups{staff, bosses};
+    desk.populate(random, QorUserManagerNumber::FirstSingleSignOn, users, groups);
     ISortedSet<long> roots;
-    for (int i = 0; i < 30; ++i) users.push_back(desk.user("u" + std::to_string(i), chance(3) == 0 ? 1001 : 1000));
-    for (int i = 0; i < 8; ++i) groups.push_back(desk.group("g" + std::to_string(i)));
     for (int i = 0; i < 8; ++i) {
-        const long root = desk.modelGroup("m" + std::to_string(i), 0, UserDesk::kLibrary + chance(2));
+        const long root = desk.modelGroup("m" + std::to_string(i), 0, UserDesk::kLibrary + random() % 2);
         roots.add(root);
         desk.modelGroup("s" + std::to_string(i), root, desk.modelGroups[root].library);
     }
@@ -92,12 +88,7 @@ TEST_F(Impact, IsWhatTheRightsShowAfterwards) {
     for (const auto& [modelGroup, it] : desk.modelGroups) {
         desk.permit(witness, modelGroup, 2);
         for (const auto& group : groups)
-            if (chance(2) == 0) desk.permit(group, modelGroup, static_cast<std::int32_t>(2 + 2 * chance(2)));
-    }
-    for (const auto& user : users) {
-        desk.of(user).library = UserDesk::kLibrary + chance(2);
-        for (const auto& group : groups)
-            if (chance(4) == 0) chance(3) == 0 ? desk.joinSystem(user, group) : desk.join(user, group);
+            if (random() % 2 == 0) desk.permit(group, modelGroup, static_cast<std::int32_t>(2 + 2 * (random() % 2)));
     }
     const auto rights = [&] {
         std::map<std::pair<long, long>, std::int32_t> found;
@@ -110,14 +101,15 @@ TEST_F(Impact, IsWhatTheRightsShowAfterwards) {
     };
     std::size_t seen = 0;
     for (int round = 0; round < 20; ++round) {
-        ISortedSet<QorUserGroupID> some{groups[chance(10)], groups[chance(10)], groups[chance(10)]};
+        ISortedSet<QorUserGroupID> some{groups[random() % 10], groups[random() % 10], groups[random() % 10]};
         ASSERT_EQ(assignment.open(roots, some), Ok);
         for (const auto& group : some)
             for (const long root : roots) {
-                if (chance(2) != 0) continue;
-                ASSERT_EQ(assignment.set({root}, {group}, static_cast<QorPermissionState>(2 * chance(3))), Ok);
+                if (random() % 2 != 0) continue;
+                ASSERT_EQ(assignment.set({root}, {group}, static_cast<QorPermissionState>(2 * (random() % 3))), Ok);
             }
-        ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly, [&](const SV::String&) { return chance(2) == 0; }), Ok);
+        ASSERT_EQ(assignment.plan(QorSubGroupMode::AdaptedOnly, [&](const SV::String&) { return random() % 2 == 0; }),
+                  Ok);
         ASSERT_EQ(impact.read(assignment.changes()), Ok);
         auto foretold = rights();
         for (const auto& it : impact.changes()) {

@@ -99,26 +99,17 @@ TEST_F(Rights, OfAModelGroupAreThoseOfTheUsersWhoReachIt) {
 
 /// Both ways to ask give the same pairs, for memberships and permissions without a pattern.
 TEST_F(Rights, BothDirectionsAgree) {
-    std::uint32_t seed = 12345;
-    const auto chance = [&seed](std::uint32_t outOf) {
-        return (seed = seed * 1664525U + 1013904223U) / 65536U % outOf;
-    };
+    std::mt19937 random(12345);
     std::vector<QorUserID> users{ada, eve, cyd};
     std::vector<QorUserGroupID> groups{staff, bosses, guests};
     std::vector<long> modelGroups{orders, archive};
-    for (int i = 0; i < 40; ++i) users.push_back(desk.user("u" + std::to_string(i), chance(4) == 0 ? 1002 : 1000));
-    for (int i = 0; i < 60; ++i) groups.push_back(desk.group("g" + std::to_string(i)));
+    desk.populate(random, QorUserManagerNumber::SecondSingleSignOn, users, groups);
     for (int i = 0; i < 12; ++i)
-        modelGroups.push_back(desk.modelGroup("m" + std::to_string(i), 0, UserDesk::kLibrary + chance(2)));
+        modelGroups.push_back(desk.modelGroup("m" + std::to_string(i), 0, UserDesk::kLibrary + random() % 2));
     desk.of(cyd).managers.insert(QorUserManagerNumber::Ordinary);
-    for (const auto& user : users) {
-        desk.of(user).library = UserDesk::kLibrary + chance(2);
-        for (const auto& group : groups)
-            if (chance(4) == 0) chance(2) == 0 ? desk.join(user, group) : desk.joinSystem(user, group);
-    }
     for (const auto& group : groups)
         for (const long modelGroup : modelGroups)
-            desk.permit(group, modelGroup, static_cast<std::int32_t>(chance(3) * 2));
+            desk.permit(group, modelGroup, static_cast<std::int32_t>(random() % 3 * 2));
 
     using Reached = std::map<std::pair<long, long>, std::pair<std::int32_t, Sources>>;
     Reached forwards;
@@ -153,29 +144,35 @@ TEST_F(Rights, UnknownUsersAndModelGroupsAreToldApartFromThoseWithoutAccess) {
 TEST_F(Rights, AreEmptyAfterAnyFailureAndReadAgainAfterwards) {
     QorModelGroupRights rights;
     QorModelGroupReach reach;
-    const auto expectFailing = [&](const char* operation, int nth, bool ofUser, bool ofModelGroup) {
-        SCOPED_TRACE(operation);
-        const auto code = std::string_view(operation).starts_with("push") ? UserManagerNotSelected : kUnknownCode;
+    const struct {
+        const char* operation;
+        bool ofUser = true;  ///< is called for the rights of a user, too
+        int nth = 1;
+    } cases[] = {
+        {"push 1000"},
+        {"push 1002"},
+        {"allUserIDs 1000", false},
+        {"allUserIDs 1002"},
+        {"singleSignOnMode"},
+        {"userGroupsOfUser", false, 2},
+        {"systemUserGroupsOfUser"},
+        {"allowedApplicationLibrary"},
+        {"modelGroupsAccessibleByUserGroup"},
+        {"modelGroupInfo", false},
+    };
+    for (const auto& it : cases) {
+        SCOPED_TRACE(it.operation);
+        const auto code = std::string_view(it.operation).starts_with("push") ? UserManagerNotSelected : kUnknownCode;
         for (const bool isForwards : {true, false}) {
-            if (isForwards ? !ofUser : !ofModelGroup) continue;
-            desk.record.fail(operation, kUnknownCode, nth);
+            if (isForwards && !it.ofUser) continue;
+            desk.record.fail(it.operation, kUnknownCode, it.nth);
             EXPECT_EQ(isForwards ? rights.read(cyd) : reach.read(archive), code);
             EXPECT_TRUE(isForwards ? rights.rights().empty() : reach.users().empty() && reach.name().IsEmpty());
             EXPECT_EQ(desk.selected.size(), 0U);
             desk.record.failNothing();
             EXPECT_EQ(isForwards ? rights.read(cyd) : reach.read(archive), Ok);
         }
-    };
-    expectFailing("push 1000", 1, true, true);
-    expectFailing("push 1002", 1, true, true);
-    expectFailing("allUserIDs 1000", 1, false, true);
-    expectFailing("allUserIDs 1002", 1, true, true);
-    expectFailing("singleSignOnMode", 1, true, true);
-    expectFailing("userGroupsOfUser", 2, false, true);
-    expectFailing("systemUserGroupsOfUser", 1, true, true);
-    expectFailing("allowedApplicationLibrary", 1, true, true);
-    expectFailing("modelGroupsAccessibleByUserGroup", 1, true, true);
-    expectFailing("modelGroupInfo", 1, false, true);
+    }
 }
 
 }  // namespace

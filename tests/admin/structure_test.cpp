@@ -102,31 +102,27 @@ TEST_F(AccessStructure, NestedGroupsCountAndCirclesOfGroupsEnd) {
     EXPECT_EQ(accessOf(ada).found, (Entries{{archive, kRead}, {orders, kRead}, {orders, kWrite}}));
 }
 
-struct SignOnCase {
-    const char* name;
-    long mode;
-    bool reachesBob;
-    bool reachesCyd;
-    std::vector<std::string> managers;
-};
-
 TEST_F(AccessStructure, TheSignOnModeSaysWhichSecondManagerIsAsked) {
-    const SignOnCase cases[] = {
-        {"none", 0, false, false, {"push 1000"}},
-        {"just below", 666, false, false, {"push 1000"}},
-        {"first", 667, true, false, {"push 1000", "push 1001"}},
-        {"second", 668, false, true, {"push 1000", "push 1002"}},
-        {"just above", 669, false, false, {"push 1000"}},
+    const struct {
+        long mode;
+        std::size_t bobs, cyds;  ///< entries
+        const char* managers;
+    } cases[] = {
+        {0, 0, 0, "push 1000 "},
+        {666, 0, 0, "push 1000 "},
+        {667, 1, 0, "push 1000 push 1001 "},
+        {668, 0, 1, "push 1000 push 1002 "},
+        {669, 0, 0, "push 1000 "},
     };
     for (const auto& it : cases) {
-        SCOPED_TRACE(it.name);
+        SCOPED_TRACE(it.mode);
         desk.mode = it.mode;
-        EXPECT_EQ(accessOf(bob).found.size(), it.reachesBob ? 1U : 0U);
+        EXPECT_EQ(accessOf(bob).found.size(), it.bobs);
         desk.record.forget();
-        EXPECT_EQ(accessOf(cyd).found.size(), it.reachesCyd ? 1U : 0U);
-        std::vector<std::string> pushes;
+        EXPECT_EQ(accessOf(cyd).found.size(), it.cyds);
+        std::string pushes;
         for (const auto& call : desk.record.order())
-            if (call.starts_with("push")) pushes.push_back(call);
+            if (call.starts_with("push")) pushes += call + " ";
         EXPECT_EQ(pushes, it.managers);
         EXPECT_EQ(desk.selected.size(), 0U);
     }
@@ -139,60 +135,55 @@ TEST_F(AccessStructure, AnUnknownUserHasNoGroupsAndTheCodeOfTheLastLookup) {
     EXPECT_EQ(structure.groups(nobody, groups), Ok);
     EXPECT_TRUE(groups.isEmpty());
     EXPECT_EQ(accessOf(nobody).code, NotFound) << "the answer to the question for the library";
+    desk.record.fail("allUserIDs 1000", kUnknownCode);
+    EXPECT_EQ(accessOf(nobody).code, NotFound) << "the second listing succeeded";
     EXPECT_EQ(accessOf(QorUserID()).code, NotFound);
     EXPECT_EQ(desk.selected.size(), 0U);
+    desk.mode = 0;
+    desk.record.fail("allUserIDs 1000", kUnknownCode);
+    EXPECT_EQ(accessOf(ada).code, kUnknownCode);
 }
-
-struct FailureCase {
-    const char* operation;
-    bool ordinaryUser;
-    enum { Passed, NotSelected, GoesOn } outcome;
-    std::size_t found = 0;  ///< entries that are in the container all the same
-};
 
 /// Every call fails once, with every code that is tested and with one that nobody knows.
 TEST_F(AccessStructure, EachFailingCallHasItsOutcomeAndLeavesNoManagerSelected) {
-    const FailureCase cases[] = {
-        {"push 1000", true, FailureCase::NotSelected},
-        {"push 1001", false, FailureCase::NotSelected},
-        {"allUserIDs 1001", false, FailureCase::Passed},
-        {"singleSignOnMode", false, FailureCase::Passed},
-        {"userGroupsOfUser", true, FailureCase::Passed},
-        {"systemUserGroupsOfUser", false, FailureCase::Passed},
-        {"modelGroupsAccessibleByUserGroup", true, FailureCase::Passed},
-        {"allUserIDs 1000", false, FailureCase::GoesOn, 1},
-        {"pop", true, FailureCase::GoesOn, 2},
-        {"pop", false, FailureCase::GoesOn, 1},
+    const auto same = NoValue;  // stands for the code of the failing call
+    const struct {
+        const char* operation;
+        QorUserID user;
+        QorErrorCode outcome;
+        std::size_t found;  ///< entries that are in the container all the same
+    } cases[] = {
+        {"push 1000", ada, UserManagerNotSelected, 0},
+        {"push 1001", bob, UserManagerNotSelected, 0},
+        {"allUserIDs 1001", bob, same, 0},
+        {"singleSignOnMode", bob, same, 0},
+        {"userGroupsOfUser", ada, same, 0},
+        {"systemUserGroupsOfUser", bob, same, 0},
+        {"modelGroupsAccessibleByUserGroup", ada, same, 0},
+        {"allUserIDs 1000", bob, Ok, 1},
+        {"pop", ada, Ok, 2},
+        {"pop", bob, Ok, 1},
     };
     for (const auto& it : cases)
         for (const auto code : {UserManagerNotSelected, NotFound, kUnknownCode}) {
             SCOPED_TRACE(std::string(it.operation) + " " + std::to_string(static_cast<int>(code)));
             desk.record.fail(it.operation, code);
-            const auto access = accessOf(it.ordinaryUser ? ada : bob);
-            EXPECT_EQ(access.code, it.outcome == FailureCase::Passed        ? code
-                                   : it.outcome == FailureCase::NotSelected ? UserManagerNotSelected
-                                                                            : Ok);
+            const auto access = accessOf(it.user);
+            EXPECT_EQ(access.code, it.outcome == same ? code : it.outcome);
             EXPECT_EQ(access.found.size(), it.found);
             EXPECT_EQ(desk.selected.size(), 0U);
             desk.record.failNothing();
         }
-}
-
-TEST_F(AccessStructure, AnUnknownUsersCodeIsThatOfTheLastListing) {
-    desk.mode = 0;
-    desk.record.fail("allUserIDs 1000", kUnknownCode);
-    EXPECT_EQ(accessOf(ada).code, kUnknownCode);
-    desk.mode = QorSingleSignOnMode::First;
-    desk.record.fail("allUserIDs 1000", kUnknownCode);
-    desk.of(bob).library = -1;
-    EXPECT_EQ(accessOf(QorUserID(99)).code, NotFound) << "the second listing succeeded";
-}
-
-TEST_F(AccessStructure, WithoutAUserAdministrationNoManagerCountsAsSelected) {
+    // Without a user administration no manager counts as selected.
     desk.record.fail("userGroupsOfUser", NotInstalled);
     EXPECT_EQ(accessOf(ada).code, UserManagerNotSelected);
     desk.record.fail("systemUserGroupsOfUser", NotInstalled);
     EXPECT_EQ(accessOf(bob).code, UserManagerNotSelected);
+    // Entries of the groups before a failing one stay; user groups are asked in ascending order.
+    desk.record.fail("modelGroupsAccessibleByUserGroup", kUnknownCode, 2);
+    const auto access = accessOf(ada);
+    EXPECT_EQ(access.code, kUnknownCode);
+    EXPECT_EQ(access.found, (Entries{{orders, kRead}}));
 }
 
 TEST_F(AccessStructure, AFailingQuestionForTheLibraryDoesNotStopTheRun) {
@@ -204,13 +195,6 @@ TEST_F(AccessStructure, AFailingQuestionForTheLibraryDoesNotStopTheRun) {
     const auto loner = desk.user("without groups");
     desk.record.fail("allowedApplicationLibrary", kUnknownCode);
     EXPECT_EQ(accessOf(loner).code, kUnknownCode);
-}
-
-TEST_F(AccessStructure, EntriesOfTheGroupsBeforeAFailingOneStay) {
-    desk.record.fail("modelGroupsAccessibleByUserGroup", kUnknownCode, 2);
-    const auto access = accessOf(ada);
-    EXPECT_EQ(access.code, kUnknownCode);
-    EXPECT_EQ(access.found, (Entries{{orders, kRead}})) << "user groups are asked in ascending order";
 }
 
 TEST_F(AccessStructure, CopiesOfAContainerHaveEntriesOfTheirOwn) {

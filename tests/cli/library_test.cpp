@@ -159,15 +159,18 @@ TEST_F(CliRules, FaultsOfTheFileHideNoneInItsRules) {
     EXPECT_EQ(check.exit, 3) << "the models cannot be judged by what was written";
     EXPECT_THAT(check.err, HasSubstr(inRules));
 
-    // The second "B" has no name of its own and is read all the same.
-    qor.write("L.yaml", good + "    - {name: B, extends: Gone, cardinalities: 'CARDINALITIES RELATION \"no\"'}\n");
+    // The second "B" has no name of its own and is read all the same; its rules have one place in the file for all.
+    qor.write("L.yaml", good +
+                            "    - {name: B, extends: Gone, cardinalities: \"CARDINALITIES\\nRELATION "
+                            "\\\"no\\\"\\nRELATION \\\"nor\\\"\"}\n");
     const Outcome faulty = qor.run("rules L.yaml");
     EXPECT_EQ(faulty.exit, 3);
     EXPECT_THAT(faulty.err, HasSubstr(inRules));
     EXPECT_THAT(faulty.err, HasSubstr("L.yaml:14:14: error: the name \"B\" is taken"));
     EXPECT_THAT(faulty.err, HasSubstr("L.yaml:14:26: error: the class to extend: there is no class \"Gone\""));
-    EXPECT_THAT(faulty.err, HasSubstr("error: Cardinalities: \"no\" stands where"));
-    EXPECT_EQ(std::count(faulty.err.begin(), faulty.err.end(), '\n'), 5) << "each once\n" << faulty.err;
+    for (const char* const name : {"no", "nor"})
+        EXPECT_THAT(faulty.err, HasSubstr("error: Cardinalities of class \"B\": \"" + std::string(name) + "\" stands"));
+    EXPECT_EQ(std::count(faulty.err.begin(), faulty.err.end(), '\n'), 6) << "each once\n" << faulty.err;
     EXPECT_EQ(qor.run("check m.yaml").exit, 3);
 }
 

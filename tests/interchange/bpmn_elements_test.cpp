@@ -76,15 +76,11 @@ const ElementCase kElements[] = {
     {"<eventBasedGateway id='x'/>", "Event-based gateway"},
     {"<eventBasedGateway id='x' instantiate='true'/>", "Instantiating event-based gateway"},
     // Triggers.
-    {"<startEvent id='x'><messageEventDefinition/></startEvent>", "Start event", "Trigger", "message"},
     {"<startEvent id='x'><timerEventDefinition><timeCycle>R3/PT1H</timeCycle></timerEventDefinition></startEvent>",
      "Start event", "Trigger detail", "timer: cycle R3/PT1H"},
     {"<startEvent "
      "id='x'><conditionalEventDefinition><condition>a</condition></conditionalEventDefinition></startEvent>",
      "Start event", "Trigger detail", "conditional: condition a"},
-    {"<endEvent id='x'><errorEventDefinition/></endEvent>", "End event", "Trigger", "error"},
-    {"<endEvent id='x'><cancelEventDefinition/></endEvent>", "End event", "Trigger", "cancel"},
-    {"<endEvent id='x'><compensateEventDefinition/></endEvent>", "End event", "Trigger", "compensation"},
     {"<startEvent id='x'><signalEventDefinition/><timerEventDefinition/></startEvent>", "Start event", "Trigger",
      "multiple"},
     {"<startEvent id='x' parallelMultiple='true'><signalEventDefinition/><timerEventDefinition/></startEvent>",

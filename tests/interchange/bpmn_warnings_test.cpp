@@ -45,8 +45,9 @@ TEST(BpmnWarning, NamesTheElementAndLeavesOutWhatCannotBe) {
         {"<task id='c'><extensionElements><task id='lost'/></extensionElements></task>",
          "3:33 left out, since it stands among extensions: 1 element of the namespace "
          "\"http://www.omg.org/spec/BPMN/20100524/MODEL\": <task> in <task> \"c\" (line 3)"},
-        {"<task id='c' v:a='1'><extensionElements><v:b><v:c v:d='2'/></v:b></extensionElements></task><v:e/>",
-         "3:1 left out, as an extension that is not part of BPMN: 3 elements and 2 attributes of the namespace "
+        {"<task id='c' v:a='1'><extensionElements><v:b><v:c v:d='2'/></v:b></extensionElements></task><v:e><task "
+         "v:f='3'/></v:e>",
+         "3:1 left out, as an extension that is not part of BPMN: 3 elements and 3 attributes of the namespace "
          "\"urn:vendor\": a of <task> \"c\" (line 3), <b> in <task> \"c\" (line 3), <e> in <process> \"p\" (line 3)"},
     };
     for (const auto& row : kCases) {

@@ -16,8 +16,7 @@ public:
         "CLASS \"Check\"\nATTR \"Count\"\nATTR \"Cost\"\nATTR \"Note\" from: \"Info\"\nATTR \"Kind\"\nATTR \"Calls\"\n"
         "ATTR \"Table\"\nATTR \"Sum\"\nATTR \"Result\" from: \"Sum\"";
 
-    explicit ConversionDesk(std::string_view conversion = kInto)
-        : Workshop({.language = "en", .console = false, .user = "ada"}) {
+    explicit ConversionDesk(std::string_view conversion = kInto) {
         using enum QorCoreAttributeType;
         for (const char* rowClass : {"Row", "Other row"}) {
             recordClass(rowClass);
@@ -47,12 +46,13 @@ public:
         special("Check", "Other table", Record, {}, "Other row");
         special("Check", "Other profile", AttributeProfile, {}, "Other kinds");
         cls("Plain", "Thing");
+        references("Plain", "Uses", false);
         relationClass("then", "Task", "Task");
         relationClass("and", "Thing", "Thing");
         relationClass("at", "Thing", "Thing");
         (void)builder().setUnmovedRelationClass(processes, "at");
         modelType("Shop", {"Task", "Check", "Plain"});
-        modelType("Tasks", {"Task"});
+        modelType("Notes", {"Plain"});
         text(conversion);
         shop = model("Shop", "Monday");
         if (load() != QorErrorCode::Ok) throw std::runtime_error("the desk cannot be loaded");

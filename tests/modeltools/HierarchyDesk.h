@@ -11,7 +11,7 @@
 
 class HierarchyDesk : public Workshop {
 public:
-    HierarchyDesk() : Workshop({.language = "en", .console = false, .user = "ada"}) {
+    HierarchyDesk() {
         call = cls("Call");
         references("Call", "Calls");
         references("Call", "Mentions");

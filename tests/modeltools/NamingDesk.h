@@ -15,8 +15,7 @@ class NamingDesk : public Workshop {
 public:
     static constexpr const char* kByTitle = "NAMEGEN srcattr: \"Title\"";
 
-    explicit NamingDesk(std::string_view rule = kByTitle, std::string_view rushRule = {})
-        : Workshop({.language = "en", .console = false, .user = "ada"}) {
+    explicit NamingDesk(std::string_view rule = kByTitle, std::string_view rushRule = {}) {
         using enum QorCoreAttributeType;
         cls("Kind");
         attribute("Kind", "Label", Text);

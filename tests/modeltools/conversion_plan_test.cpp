@@ -26,7 +26,17 @@ protected:
     }
 };
 
-TEST_F(Planning, TellsWhatIsCarriedCastAndDropped) {
+/// The attributes with their fates and the numbers of objects, as far as some have a value: "Count:0*2 ".
+std::string fatesIn(const QorConversionPlan& plan, const ConversionDesk& desk) {
+    std::string all;
+    for (const auto& its : plan.attributes())
+        if (its.objects != 0)
+            all += std::string(desk.reader().nameOf(static_cast<QorIdentifier>(its.source))) + ":" +
+                   std::to_string(static_cast<int>(its.fate)) + "*" + std::to_string(its.objects) + " ";
+    return all;
+}
+
+TEST_F(Planning, TellsWhatIsCarriedCastDroppedAndLost) {
     desk.text("CLASS \"Check\" ATTR \"Count\" ATTR \"Result\" from: \"Sum\"");
     const auto tasks = desk.objects("Task", {"One", "Two"});
     for (const QorIdentifier task : tasks) desk.value(task, "Count", "7");
@@ -35,19 +45,20 @@ TEST_F(Planning, TellsWhatIsCarriedCastAndDropped) {
     desk.row(tasks[1], "nail", "3");
     const QorIdentifier lost = desk.connect(tasks[0], "at", tasks[1]);
     desk.connect(tasks[0], "and", tasks[0]);
-    ASSERT_TRUE(make({tasks[0], tasks[1]}));
-    std::map<std::string, std::pair<QorConversionFate, std::uint32_t>> fates;
-    for (const auto& attribute : plan.attributes())
-        fates[std::string(desk.reader().nameOf(static_cast<QorIdentifier>(attribute.source)))] = {attribute.fate,
-                                                                                                  attribute.objects};
-    using enum QorConversionFate;
-    EXPECT_EQ(fates["Count"], std::pair(Carried, 2U));
-    EXPECT_EQ(fates["Sum"], std::pair(Cast, 1U));
-    EXPECT_EQ(fates["Info"], std::pair(Dropped, 1U));
-    EXPECT_EQ(fates["Table"], std::pair(Dropped, 1U));
-    EXPECT_EQ(fates["Cost"], std::pair(Dropped, 0U));
+    const std::string toOne = "OBJECT \"One\" class: \"Task\" model: \"Monday\" type: \"Shop\"";
+    desk.value(desk.object("Plain", "Inside"), "Uses", toOne + toOne);
+    const QorIdentifier notes = desk.model("Notes", "Outside");
+    const QorIdentifier note = desk.object("Plain", "Outside");
+    desk.value(note, "Uses", toOne);
+    ASSERT_TRUE(plan.make(desk.shop, {tasks[0], tasks[1]}, desk.idOf("Check"), {notes}));
+    EXPECT_EQ(fatesIn(plan, desk), "Count:0*2 Table:2*1 Sum:1*1 Info:2*1 ");
     ASSERT_EQ(plan.lostRelations().size(), 2U) << "told for either object";
     EXPECT_EQ(plan.lostRelations()[0].relation, lost);
+    std::vector<std::tuple<long, long, long>> references;
+    for (const auto& its : plan.lostReferences()) references.emplace_back(its.object, its.model, its.attribute);
+    const long uses = desk.attributeOf(note, "Uses");
+    EXPECT_EQ(references,
+              (std::vector<std::tuple<long, long, long>>{{tasks[0], desk.shop, uses}, {tasks[0], notes, uses}}));
     EXPECT_TRUE(desk.isThere(tasks[0])) << "a plan changes nothing";
 
     ASSERT_TRUE(plan.carryOut());
@@ -97,8 +108,10 @@ TEST_F(Planning, IsCarriedOutAsAWholeOrNotAtAll) {
     FailingRepository withoutUnits(*host.repository);
     host.repository = &withoutUnits;
     const QorHostInstallation installed(host);
+    desk.value(tasks[0], "Count", "7");
     EXPECT_FALSE(make({tasks[0]}));
     EXPECT_EQ(kinds(), std::vector{Kind::NoUnitsOfWork});
+    EXPECT_EQ(fatesIn(plan, desk), "Count:0*1 ") << "counted without a rehearsal";
 }
 
 TEST_F(Planning, MovesEveryRelationWhereNoneStaysBehind) {

@@ -86,13 +86,6 @@ TEST(Naming, GivesNamesToThoseThatHaveNoneOfTheirOwn) {
     }
 }
 
-TEST(Naming, RemembersWhatItGave) {
-    NamingDesk desk;
-    const QorIdentifier order = desk.order("Order-1", "a \"b\" c");
-    desk.run();
-    EXPECT_EQ(desk.remembered(order), "NAMEGEN last:\"a \"\"b\"\" c-1\"");
-}
-
 // A subclass with a rule of its own is named by both, its superclass's first.
 TEST(Naming, AsksEachVisibleClassInItsOrder) {
     NamingDesk desk(NamingDesk::kByTitle, "NAMEGEN srcattr: \"Name\"");

@@ -16,39 +16,46 @@
 
 namespace {
 
-/// Runs `prepare`, then what it gives with its n-th allocation failing, for every n until none fails any more; `after`
+constexpr const char* kLong = "a text that is too long to be stored without memory of its own";
+
+/// Runs `run` with its n-th allocation failing, for every n until none fails any more, on what `prepare` made; `after`
 /// each time. What the platform makes once in a process is made before.
-void eachAllocationFails(const std::function<std::function<void()>()>& prepare, const std::function<void()>& after) {
-    prepare()();
-    after();
-    for (long n = 1; n < 20'000; ++n) {
-        const std::function<void()> run = prepare();
-        failing_allocations::untilFailure = n;
+void eachAllocationFails(const std::function<void()>& prepare, const std::function<void()>& run,
+                         const std::function<void()>& after) {
+    const auto prepared = [&] {
+        const long number = std::exchange(failing_allocations::untilFailure, 0);
+        prepare();
+        failing_allocations::untilFailure = number;
         run();
-        const bool failed = failing_allocations::untilFailure == 0;
-        failing_allocations::untilFailure = 0;
-        after();
-        if (!failed) return;
-    }
-    FAIL() << "allocations without end";
+        return true;
+    };
+    prepared();
+    after();
+    EXPECT_GT(failing_allocations::failEach(prepared, [&](bool, long) { after(); }), 0);
+}
+
+/// A desk of that kind, made anew; hosts are removed in the reverse order of their installation.
+template <class Desk>
+void renew(std::unique_ptr<Desk>& desk) {
+    desk.reset();
+    desk = std::make_unique<Desk>();
 }
 
 TEST(ModelToolsWithoutMemory, NameWhatTheyCan) {
     std::unique_ptr<NamingDesk> desk;
     eachAllocationFails(
-        [&]() -> std::function<void()> {
-            desk.reset();  // hosts are removed in the reverse order
-            desk = std::make_unique<NamingDesk>();
-            desk->order("Order-1", "a title that is too long to be stored without memory of its own");
+        [&] {
+            renew(desk);
+            desk->order("Order-1", kLong);
             desk->value(desk->order("Alpha-1", "Beta"), "__NameGeneration__", "NAMEGEN last:\"Alpha-1\"");
-            return [&] {
-                QorNameGenerator generator(desk->shop);
-                (void)generator.IsNameGenDefined();
-                generator.Execute();
-                QorNameGenerator::UpdatePastedObjects(desk->shop, ISortedSet<long>());
-                SV::String error;
-                (void)QorNameGenerator::IsCorrectNameGenAttr("NAMEGEN", desk->idOf("Order"), 0, error);
-            };
+        },
+        [&] {
+            QorNameGenerator generator(desk->shop);
+            (void)generator.IsNameGenDefined();
+            generator.Execute();
+            QorNameGenerator::UpdatePastedObjects(desk->shop, ISortedSet<long>());
+            SV::String error;
+            (void)QorNameGenerator::IsCorrectNameGenAttr("NAMEGEN", desk->idOf("Order"), 0, error);
         },
         [&] {
             (void)desk->run();
@@ -58,16 +65,10 @@ TEST(ModelToolsWithoutMemory, NameWhatTheyCan) {
 
 TEST(ModelToolsWithoutMemory, PlanAllOrNothing) {
     NamingDesk desk;
-    desk.order("Order-1", "a title that is too long to be stored without memory of its own");
-    desk.order("Order-2", "a title that is too long to be stored without memory of its own");
+    for (const char* name : {"Order-1", "Order-2"}) desk.order(name, kLong);
     QorNamePlan plan(desk.shop);
     bool made = false;
-    eachAllocationFails([&]() -> std::function<void()> { return [&] { made = plan.make(); }; },
-                        [&] {
-                            if (!made) {
-                                EXPECT_TRUE(plan.changes().empty());
-                            }
-                        });
+    eachAllocationFails([] {}, [&] { made = plan.make(); }, [&] { EXPECT_TRUE(made || plan.changes().empty()); });
     EXPECT_EQ(plan.changes().size(), 2U);
 }
 
@@ -75,28 +76,27 @@ TEST(ModelToolsWithoutMemory, AnswerAsSoonAsThereIsMemory) {
     HierarchyDesk desk;
     const auto models = desk.models(3);
     desk.callTo(models[0], {"M1", "M2"});
-    desk.callTo(models[1], {"M0", "a model whose name needs memory of its own"});
+    desk.callTo(models[1], {"M0", kLong});
     const ISortedSet<long> all{models[0], models[1], models[2]};
     std::unique_ptr<QorHierarchyManager> manager;
     QorReferenceIndex index;
     QorHierarchyTree tree;
     SV::String xml;
     eachAllocationFails(
-        [&]() -> std::function<void()> {
-            return [&] {
-                manager.reset(new (std::nothrow) QorHierarchyManager);
-                if (manager) (void)manager->GetHierarchyAsXML(models[0], xml);
-                (void)index.build(all);
-                (void)index.cycles();
-                (void)index.ifModelRenamed(models[1], "M5");
-                (void)tree.build(index, models[0], 10);
-                SV::String text;
-                for (const auto write : {&QorHierarchyTree::asXml, &QorHierarchyTree::asJson, &QorHierarchyTree::asSvg})
-                    (void)(tree.*write)(text);
-            };
+        [] {},
+        [&] {
+            manager.reset(new (std::nothrow) QorHierarchyManager);
+            if (manager) (void)manager->GetHierarchyAsXML(models[0], xml);
+            (void)index.build(all);
+            (void)index.cycles();
+            (void)index.ifModelRenamed(models[1], "M5");
+            (void)tree.build(index, models[0], 10);
+            SV::String text;
+            for (const auto write : {&QorHierarchyTree::asXml, &QorHierarchyTree::asJson, &QorHierarchyTree::asSvg})
+                (void)(tree.*write)(text);
         },
         [&] {
-            // A repository that fails while a manager is made leaves that one without hierarchy attributes.
+            // A repository that fails while a manager is made leaves that one without attributes.
             QorHierarchyManager fresh;
             SV::String whole;
             SV::String again;
@@ -109,111 +109,93 @@ TEST(ModelToolsWithoutMemory, AnswerAsSoonAsThereIsMemory) {
         });
 }
 
+/// Two tasks with everything that can be carried over.
+struct TwoTasks : ConversionDesk {
+    TwoTasks() {
+        value(tasks[0], "Info", kLong);
+        value(tasks[0], "Calls", "MODEL \"Monday\" type: \"Shop\"");
+        value(tasks[0], "Position", "NODE x:1cm w:2cm h:3cm");
+        value(tasks[1], "Position", "NODE x:1cm w:9cm h:9cm");
+        row(tasks[0], "nail", "3");
+        row(tasks[1], "old", "1");
+        connect(tasks[0], "and", tasks[1]);
+        before = pictureOf(platform);
+    }
+    std::vector<QorIdentifier> tasks = objects("Task", {kLong, "Two"});
+    // What the calls take, made before memory runs out.
+    ISortedSet<long> both{tasks[0], tasks[1]};
+    ISortedSet<long> second{tasks[1]};
+    long check = idOf("Check");
+    QorConversionHandler handler{idOf("Task")};
+    std::string before;
+};
+
 /// Whatever is missing in the one object is in the other.
 TEST(ModelToolsWithoutMemory, ConvertWithoutLosingAnything) {
-    std::unique_ptr<ConversionDesk> desk;
-    QorIdentifier task = QorNoIdentifier;
-    QorIdentifier relation = QorNoIdentifier;
-    eachAllocationFails(
-        [&]() -> std::function<void()> {
-            desk.reset();  // hosts are installed and removed like a stack
-            desk = std::make_unique<ConversionDesk>();
-            task = desk->object("Task", "a name that is too long to be stored without memory of its own");
-            desk->value(task, "Calls", "MODEL \"Monday\" type: \"Shop\"");
-            desk->row(task, "nail", "3");
-            relation = desk->connect(task, "and", task);
-            return [&desk, &task, from = desk->idOf("Task"), to = desk->idOf("Check")] {
-                long made = 5;
-                (void)QorConversionHandler(from).Convert(desk->shop, task, to, made);
-            };
-        },
-        [&] {
-            EXPECT_FALSE(desk->reader().objectsOf(desk->shop).empty());
-            EXPECT_NE(desk->reader().relationInfo(relation).id, QorNoIdentifier);
-        });
+    std::unique_ptr<TwoTasks> desk;
+    eachAllocationFails([&] { renew(desk); },
+                        [&] {
+                            long made = 5;
+                            (void)desk->handler.Convert(desk->shop, desk->tasks[0], desk->check, made);
+                        },
+                        [&] {
+                            EXPECT_GE(desk->reader().objectsOf(desk->shop).size(), 2U);
+                            EXPECT_EQ(desk->reader().relationsOf(desk->shop).size(), 1U);
+                        });
 }
 
 // A plan that is made, carried out, or breaks off has changed everything or nothing.
 TEST(ModelToolsWithoutMemory, PlanAndConvertAllOrNothing) {
-    std::unique_ptr<ConversionDesk> desk;
-    std::string before;
+    std::unique_ptr<TwoTasks> desk;
+    std::string whole;
     bool done = false;
-    eachAllocationFails(
-        [&]() -> std::function<void()> {
-            desk.reset();
-            desk = std::make_unique<ConversionDesk>();
-            const auto tasks = desk->objects("Task", {"One", "Two"});
-            for (const QorIdentifier task : tasks) desk->row(task, "nail", "3");
-            desk->value(tasks[0], "Info", "a value that is too long to be stored without memory of its own");
-            desk->value(tasks[1], "Calls", "MODEL \"Monday\" type: \"Shop\"");
-            desk->connect(tasks[0], "and", tasks[1]);
-            before = pictureOf(desk->platform);
-            return [&done, &shop = *desk, both = ISortedSet<long>{tasks[0], tasks[1]}, check = desk->idOf("Check")] {
-                QorConversionPlan plan;
-                done = plan.make(shop.shop, both, check) && plan.carryOut();
-            };
-        },
-        [&] {
-            if (!done) {
-                ASSERT_EQ(pictureOf(desk->platform), before);
-                return;
-            }
-            const auto made = desk->reader().objectsOf(desk->shop);
-            ASSERT_EQ(made.size(), 2U);
-            for (const QorIdentifier object : made) ASSERT_EQ(desk->rowsOf(object), "nail/3/;");
-            ASSERT_EQ(desk->valueOf(made[0], "Note").size(), 63U);
-            ASSERT_EQ(desk->valueOf(made[1], "Calls"), "MODEL \"Monday\" type: \"Shop\"");
-        });
+    eachAllocationFails([&] { renew(desk); },
+                        [&] {
+                            QorConversionPlan plan;
+                            done = plan.make(desk->shop, desk->both, desk->check) && plan.carryOut();
+                        },
+                        [&] {
+                            if (whole.empty()) whole = pictureOf(desk->platform);
+                            ASSERT_EQ(pictureOf(desk->platform), done ? whole : desk->before);
+                        });
     EXPECT_TRUE(done);
 }
 
 // What a transfer says is done is done; whatever it says, the source keeps what it has, and the next transfer works.
 TEST(ModelToolsWithoutMemory, TransferWhatTheySay) {
     auto& clipboard = QorTransferAttributesClipboard::Instance();
-    std::unique_ptr<ConversionDesk> desk;
-    QorIdentifier source = QorNoIdentifier;
-    QorIdentifier target = QorNoIdentifier;
+    std::unique_ptr<TwoTasks> desk;
     ISortedSet<long> attributes;
     bool copied = false;
     bool several = false;
-    const auto state = [&](QorIdentifier object) {
-        return desk->valueOf(object, "Info") + desk->valueOf(object, "Calls") + desk->valueOf(object, "Position") +
-               desk->rowsOf(object);
+    const auto copy = [&] {
+        bool changed = false;
+        clipboard.setAttributes(desk->shop, desk->tasks[0], attributes);
+        return !clipboard.empty() && clipboard.copyAttributes(desk->shop, desk->tasks[1], false, false, changed);
     };
-    const std::string whole = "a value that is too long to be stored without memory of its own" +
-                              std::string("MODEL \"Monday\" type: \"Shop\"NODE x:1cm w:2cm h:3cm");
+    const auto state = [&](std::size_t at) {
+        std::string all = desk->rowsOf(desk->tasks[at]);
+        for (const char* name : {"Info", "Calls", "Position"}) all += desk->valueOf(desk->tasks[at], name);
+        return all;
+    };
+    const std::string values = std::string(kLong) + "MODEL \"Monday\" type: \"Shop\"NODE x:1cm w:2cm h:3cm";
     eachAllocationFails(
-        [&]() -> std::function<void()> {
-            desk.reset();
-            desk = std::make_unique<ConversionDesk>();
-            source = desk->object("Task", "Source");
-            target = desk->object("Task", "Target");
-            desk->value(source, "Info", "a value that is too long to be stored without memory of its own");
-            desk->value(source, "Calls", "MODEL \"Monday\" type: \"Shop\"");
-            desk->value(source, "Position", "NODE x:1cm w:2cm h:3cm");
-            desk->value(target, "Position", "NODE x:1cm w:9cm h:9cm");
-            desk->row(source, "nail", "3");
-            desk->row(target, "old", "1");
+        [&] {
+            renew(desk);
             attributes = {-1};
-            for (const char* name : {"Info", "Calls", "Table"}) attributes.add(desk->attributeOf(source, name));
-            return [&, targets = ISortedSet<long>{target}] {
-                bool changed = false;
-                clipboard.setAttributes(desk->shop, source, attributes);
-                copied = !clipboard.empty() && clipboard.copyAttributes(desk->shop, target, false, false, changed);
-                QorAttributeTransfer transfer;
-                several = transfer.plan(desk->shop, source, attributes, targets) &&
-                          transfer.carryOut(QorTransferMode::AllOrNothing);
-            };
+            for (const char* name : {"Info", "Calls", "Table"}) attributes.add(desk->attributeOf(desk->tasks[0], name));
         },
         [&] {
-            ASSERT_EQ(state(source), whole + "nail/3/secret;");
-            if (copied || several) {
-                ASSERT_EQ(state(target), whole + "nail/3/;");
-            }
-            bool changed = false;
-            clipboard.setAttributes(desk->shop, source, attributes);
-            ASSERT_TRUE(clipboard.copyAttributes(desk->shop, target, false, false, changed));
-            ASSERT_EQ(state(target), whole + "nail/3/;");
+            copied = copy();
+            QorAttributeTransfer transfer;
+            several = transfer.plan(desk->shop, desk->tasks[0], attributes, desk->second) &&
+                      transfer.carryOut(QorTransferMode::AllOrNothing);
+        },
+        [&] {
+            ASSERT_EQ(state(0), "nail/3/secret;" + values);
+            ASSERT_TRUE((!copied && !several) || state(1) == "nail/3/;" + values);
+            ASSERT_TRUE(copy());
+            ASSERT_EQ(state(1), "nail/3/;" + values);
         });
     EXPECT_TRUE(copied && several);
     clipboard.clear();

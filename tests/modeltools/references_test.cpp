@@ -235,22 +235,14 @@ TEST(HierarchyTree, IsWrittenForPeopleAndPrograms) {
     ASSERT_EQ(tree.build(index, first, 10), QorErrorCode::Ok);
     SV::String text;
     ASSERT_EQ(tree.asJson(text), QorErrorCode::Ok);
-    const std::string one = std::to_string(first);
-    const std::string two = std::to_string(second);
-    EXPECT_EQ(text.str(),
-              "{\n  \"schema\": \"qor.hierarchy.tree/1\",\n  \"complete\": true,\n  \"elements\": [\n"
-              "    {\"depth\": 0, \"id\": " +
-                  one +
-                  ", \"name\": \"a <\\\"b\\\"> & \uFFFD\", \"type\": \"Process\", "
-                  "\"end\": \"inner\", \"omitted\": 0},\n"
-                  "    {\"depth\": 1, \"id\": " +
-                  two +
-                  ", \"name\": \"b\", \"type\": \"Process\", \"end\": \"inner\", "
-                  "\"omitted\": 0},\n"
-                  "    {\"depth\": 2, \"id\": " +
-                  two +
-                  ", \"name\": \"b\", \"type\": \"Process\", \"end\": \"cycle\", "
-                  "\"omitted\": 0}\n  ]\n}\n");
+    const auto element = [](int depth, QorIdentifier model, const char* name, const char* end) {
+        return "    {\"depth\": " + std::to_string(depth) + ", \"id\": " + std::to_string(model) + ", \"name\": \"" +
+               name + "\", \"type\": \"Process\", \"end\": \"" + end + "\", \"omitted\": 0}";
+    };
+    EXPECT_EQ(text.str(), "{\n  \"schema\": \"qor.hierarchy.tree/1\",\n  \"complete\": true,\n  \"elements\": [\n" +
+                              element(0, first, "a <\\\"b\\\"> & \uFFFD", "inner") + ",\n" +
+                              element(1, second, "b", "inner") + ",\n" + element(2, second, "b", "cycle") +
+                              "\n  ]\n}\n");
     ASSERT_EQ(tree.asSvg(text), QorErrorCode::Ok);
     EXPECT_NE(text.view().find(">a &lt;&quot;b&quot;&gt; &amp; \uFFFD (Process)</text>"), std::string::npos);
     EXPECT_NE(text.view().find("<g class=\"cycle\">"), std::string::npos);

@@ -8,30 +8,27 @@ using namespace simcal_tests;
 
 namespace {
 
-Answer untilStart(const QorCalendar& calendar, std::int64_t instant) {
-    Answer answer{Code::Broken, kUntouched};
-    answer.code = calendar.howLongUntilStartOfNextInterval(instant, answer.value);
-    return answer;
+/// The code of a question and what it then gives.
+template <class Value>
+Answer answered(const auto& question) {
+    Value value = kUntouched;
+    const Code code = question(value);
+    return {code, value};
 }
-Answer untilEnd(const QorCalendar& calendar, std::int64_t instant) {
-    Answer answer{Code::Broken, kUntouched};
-    answer.code = calendar.howLongUntilEndOfInterval(instant, answer.value);
-    return answer;
+Answer untilStart(const QorCalendar& of, std::int64_t instant) {
+    return answered<std::int64_t>([&](auto& it) { return of.howLongUntilStartOfNextInterval(instant, it); });
 }
-Answer isIn(const QorCalendar& calendar, std::int64_t instant, std::int64_t duration) {
-    int result = kUntouched;
-    const Code code = calendar.isInCurrentInterval(instant, duration, result);
-    return {code, result};
+Answer untilEnd(const QorCalendar& of, std::int64_t instant) {
+    return answered<std::int64_t>([&](auto& it) { return of.howLongUntilEndOfInterval(instant, it); });
 }
-Answer sum(const QorCalendar& calendar, std::int64_t from, std::int64_t to) {
-    Answer answer{Code::Broken, kUntouched};
-    answer.code = calendar.getTimeIntervalsSumInBetween(from, to, answer.value);
-    return answer;
+Answer isIn(const QorCalendar& of, std::int64_t instant, std::int64_t duration) {
+    return answered<int>([&](auto& it) { return of.isInCurrentInterval(instant, duration, it); });
 }
-Answer covered(const QorCalendar& calendar, std::int64_t from, std::int64_t to) {
-    int result = kUntouched;
-    const Code code = calendar.isCoveredWholly(from, to, result);
-    return {code, result};
+Answer sum(const QorCalendar& of, std::int64_t from, std::int64_t to) {
+    return answered<std::int64_t>([&](auto& it) { return of.getTimeIntervalsSumInBetween(from, to, it); });
+}
+Answer covered(const QorCalendar& of, std::int64_t from, std::int64_t to) {
+    return answered<int>([&](auto& it) { return of.isCoveredWholly(from, to, it); });
 }
 
 constexpr std::int64_t kWeekEnd = 7 * kDay;

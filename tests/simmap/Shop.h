@@ -11,6 +11,7 @@
 
 #include "platform/QorAttributeIds.h"
 #include "platform/QorMessage.h"
+#include "simmap/QorSimMappingHandler.h"
 #include "support/Workshop.h"
 
 class Shop : public Workshop {
@@ -58,6 +59,17 @@ public:
         return attributeOf(idOf(cls), attribute);
     }
 };
+
+/// A loaded shop with that mapping, which its handler has not read yet.
+template <class Handler>
+struct Mapped : Shop {
+    explicit Mapped(std::string_view text, const char* language = "en") : Shop(language) {
+        mapping(text);
+        open();
+    }
+    Handler handler{library};
+};
+using MappedShop = Mapped<QorSimMappingHandler>;
 
 inline constexpr const char* kBusiness = R"(
 PROCESSSTART "Start" fixedinfo: "Info" fixedcycletime: "Cycle time"

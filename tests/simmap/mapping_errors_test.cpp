@@ -65,56 +65,47 @@ TEST(BrokenMapping, GivesItsCodeAndMessageAndLeavesTheDefaults) {
     };
     for (const auto& row : cases) {
         for (const bool goOn : {false, true}) {
-            Shop shop;
-            shop.mapping(row.text);
-            shop.open();
-            QorSimMappingHandler mapping(shop.library);
-            EXPECT_EQ(mapping.init(goOn), goOn ? QorSimCode::FinishedWithErrors : row.code) << row.text;
-            EXPECT_EQ(mapping.readingCode(), goOn ? QorSimCode::FinishedWithErrors : row.code);
-            EXPECT_EQ(mapping.GetErrorText(), std::string_view(errorText(row.error))) << row.text;
-            ASSERT_EQ(mapping.definitionErrors().size(), 1U) << row.text;
-            EXPECT_EQ(mapping.definitionErrors()[0].position.column, row.column) << row.text;
-            EXPECT_EQ(mapping.definitionErrors()[0].code, row.code) << row.text;
+            MappedShop shop(row.text);
+            EXPECT_EQ(shop.handler.init(goOn), goOn ? QorSimCode::FinishedWithErrors : row.code) << row.text;
+            EXPECT_EQ(shop.handler.readingCode(), goOn ? QorSimCode::FinishedWithErrors : row.code);
+            EXPECT_EQ(shop.handler.GetErrorText(), std::string_view(errorText(row.error))) << row.text;
+            ASSERT_EQ(shop.handler.definitionErrors().size(), 1U) << row.text;
+            EXPECT_EQ(shop.handler.definitionErrors()[0].position.column, row.column) << row.text;
+            EXPECT_EQ(shop.handler.definitionErrors()[0].code, row.code) << row.text;
 
-            EXPECT_EQ(mapping.init(goOn), 0) << "only the first reading tells";
-            EXPECT_FALSE(mapping.isDefined());
-            ASSERT_EQ(mapping.getSimOptionCount(), 1);
-            EXPECT_EQ(mapping.option(0)->complete, 0);
+            EXPECT_EQ(shop.handler.init(goOn), 0) << "only the first reading tells";
+            EXPECT_FALSE(shop.handler.isDefined());
+            ASSERT_EQ(shop.handler.getSimOptionCount(), 1);
+            EXPECT_EQ(shop.handler.option(0)->complete, 0);
             ISortedSet<long> classes;
-            mapping.getSimableWEClasses(classes);
+            shop.handler.getSimableWEClasses(classes);
             EXPECT_EQ(classes.numberOfElements(), 2U) << row.text;
         }
     }
 }
 
 TEST(BrokenMapping, ReportsASyntaxErrorWithItsPlace) {
-    Shop shop;
-    shop.mapping("SIMOPTION\nname: \"A\nSIMCLASSES");
-    shop.open();
-    QorSimMappingHandler mapping(shop.library);
+    MappedShop shop("SIMOPTION\nname: \"A\nSIMCLASSES");
     ISortedSet<long> classes;
-    EXPECT_EQ(mapping.getSimableBPClasses(classes), QorSimCode::BadText) << "a query tells its reading's code";
-    EXPECT_EQ(mapping.getSimableBPClasses(classes), 0);
-    ASSERT_EQ(mapping.definitionErrors().size(), 1U);
-    EXPECT_EQ(mapping.definitionErrors()[0].position.line, 2U);
-    EXPECT_EQ(mapping.GetErrorText(), mapping.definitionErrors()[0].text);
+    EXPECT_EQ(shop.handler.getSimableBPClasses(classes), QorSimCode::BadText) << "a query tells its reading's code";
+    EXPECT_EQ(shop.handler.getSimableBPClasses(classes), 0);
+    ASSERT_EQ(shop.handler.definitionErrors().size(), 1U);
+    EXPECT_EQ(shop.handler.definitionErrors()[0].position.line, 2U);
+    EXPECT_EQ(shop.handler.GetErrorText(), shop.handler.definitionErrors()[0].text);
 }
 
 TEST(BrokenMapping, GoesOnBehindEachErrorWhenAskedTo) {
-    Shop shop;
-    shop.mapping(
+    Mapped<OpenMapping> shop(
         "SIMOPTION activity: \"Task\" executiontime: \"Soul\" processcall: \"Nobody\" userattribute-1: \"X\"\n"
         "userattribute-2: \"Info\"\nACTION event: later class: \"Task\" attribute: \"On event\"\n"
         "SIMCLASSES bp-1: \"Y\" bp-2: \"Task\"\nFOO\nSIMOPTION name: \"Good\" activity: \"Start\"");
-    shop.open();
-    OpenMapping mapping(shop.library);
     // The records by themselves: what is right in them is taken over.
-    EXPECT_EQ(mapping.decryptKex(SV::String(shop.reader().libraryValue(shop.library, 109)), 1), 7);
-    ASSERT_EQ(mapping.getSimOptionCount(), 2);
-    EXPECT_EQ(mapping.option(0)->userAttributes, (ISequence<long>{0, shop.at("Task", "Info")}));
-    EXPECT_EQ(mapping.option(0)->standardAttributes, (ISequence<long>{0, 0, 0, 0}));
-    EXPECT_FALSE(mapping.hasAnyActions(0)) << "an action with a wrong event is none";
-    EXPECT_TRUE(mapping.isDefined());
+    EXPECT_EQ(shop.handler.decryptKex(SV::String(shop.reader().libraryValue(shop.library, 109)), 1), 7);
+    ASSERT_EQ(shop.handler.getSimOptionCount(), 2);
+    EXPECT_EQ(shop.handler.option(0)->userAttributes, (ISequence<long>{0, shop.at("Task", "Info")}));
+    EXPECT_EQ(shop.handler.option(0)->standardAttributes, (ISequence<long>{0, 0, 0, 0}));
+    EXPECT_FALSE(shop.handler.hasAnyActions(0)) << "an action with a wrong event is none";
+    EXPECT_TRUE(shop.handler.isDefined());
 
     QorSimMappingHandler handler(shop.library);
     EXPECT_EQ(handler.init(true), 7);
@@ -128,14 +119,11 @@ TEST(BrokenMapping, GoesOnBehindEachErrorWhenAskedTo) {
 
 // A record that has been misread before must not be seen by the next reading.
 TEST(BrokenMapping, LeavesNothingHalfReadBehind) {
-    Shop shop;
-    shop.mapping("SIMOPTION name: \"B\" activity: \"Start\"");
-    shop.open();
-    OpenMapping mapping(shop.library);
-    EXPECT_EQ(mapping.decryptKex(kOption + "executiontime: \"Soul\"", 0), 1);
-    EXPECT_TRUE(mapping.isDefined());
-    ASSERT_EQ(mapping.getSimOptionCount(), 1);
-    EXPECT_EQ(mapping.option(0)->name, "B");
+    Mapped<OpenMapping> shop("SIMOPTION name: \"B\" activity: \"Start\"");
+    EXPECT_EQ(shop.handler.decryptKex(kOption + "executiontime: \"Soul\"", 0), 1);
+    EXPECT_TRUE(shop.handler.isDefined());
+    ASSERT_EQ(shop.handler.getSimOptionCount(), 1);
+    EXPECT_EQ(shop.handler.option(0)->name, "B");
 }
 
 TEST(FailingRepositoryOfAMapping, IsReportedByItsLine) {
@@ -155,53 +143,45 @@ TEST(FailingRepositoryOfAMapping, IsReportedByItsLine) {
     };
     for (const auto& row : cases) {
         for (const bool goOn : {false, true}) {
-            Shop shop;
-            shop.mapping(text);
-            shop.open();
+            MappedShop shop(text);
             auto& calls = shop.watched().record;
             calls.fail(row.operation, QorErrorCode::NotFound, row.nth);
-            QorSimMappingHandler mapping(shop.library);
-            EXPECT_EQ(mapping.init(goOn), goOn ? row.codeAtEnd : row.code) << row.shown;
+            EXPECT_EQ(shop.handler.init(goOn), goOn ? row.codeAtEnd : row.code) << row.shown;
             EXPECT_EQ(shop.shown(), row.shown);
-            EXPECT_EQ(mapping.isDefined(), row.code == 0) << row.shown;
-            EXPECT_EQ(mapping.hasAnyActions(0), row.code == 0) << "an action of unknown type is taken";
+            EXPECT_EQ(shop.handler.isDefined(), row.code == 0) << row.shown;
+            EXPECT_EQ(shop.handler.hasAnyActions(0), row.code == 0) << "an action of unknown type is taken";
         }
     }
 }
 
 TEST(FailingRepositoryOfAMapping, IsAskedAgainWhenTheTextCannotBeFetched) {
-    Shop shop;
-    shop.mapping(kOption);
-    shop.open();
+    MappedShop shop(kOption);
     auto& calls = shop.watched().record;
     calls.fail("getAttributeValue", QorErrorCode::NotFound);
-    QorSimMappingHandler mapping(shop.library);
     bool simable = false;
-    EXPECT_EQ(mapping.isSimableClass(shop.idOf("Task"), simable), 1);
-    EXPECT_EQ(mapping.getSimOptionCount(), 0) << "no defaults";
-    EXPECT_EQ(mapping.isSimableClass(shop.idOf("Task"), simable), 0);
+    EXPECT_EQ(shop.handler.isSimableClass(shop.idOf("Task"), simable), 1);
+    EXPECT_EQ(shop.handler.getSimOptionCount(), 0) << "no defaults";
+    EXPECT_EQ(shop.handler.isSimableClass(shop.idOf("Task"), simable), 0);
     EXPECT_TRUE(simable);
-    EXPECT_TRUE(mapping.isDefined());
-    EXPECT_EQ(mapping.readingCode(), 0);
+    EXPECT_TRUE(shop.handler.isDefined());
+    EXPECT_EQ(shop.handler.readingCode(), 0);
 }
 
 TEST(FailingRepositoryOfAMapping, FailsTheDefaultsAndTheWriter) {
-    Shop shop;
-    shop.open();
+    MappedShop shop("");
     auto& calls = shop.watched().record;
     calls.fail("getAllInstantiableClasses", QorErrorCode::NotFound, 2);
-    QorSimMappingHandler mapping(shop.library);
-    EXPECT_EQ(mapping.init(false), 1);
-    EXPECT_EQ(mapping.GetErrorText(),
+    EXPECT_EQ(shop.handler.init(false), 1);
+    EXPECT_EQ(shop.handler.GetErrorText(),
               std::string_view(said(message::noOptionDefined).str() + said(message::repositoryFailed).str()));
-    EXPECT_EQ(mapping.getSimOptionCount(), 1);
+    EXPECT_EQ(shop.handler.getSimOptionCount(), 1);
 
     SV::String text("kept");
     calls.fail("getAttributeValue", QorErrorCode::NotFound, 3);
-    EXPECT_EQ(mapping.getSimMappingKEX(text, 1), 0);
+    EXPECT_EQ(shop.handler.getSimMappingKEX(text, 1), 0);
     EXPECT_EQ(text, "kept");
-    EXPECT_EQ(mapping.GetErrorText(), said(message::repositoryFailed));
-    EXPECT_EQ(mapping.getSimMappingKEX(text, 0), 1) << "names of classes only";
+    EXPECT_EQ(shop.handler.GetErrorText(), said(message::repositoryFailed));
+    EXPECT_EQ(shop.handler.getSimMappingKEX(text, 0), 1) << "names of classes only";
 }
 
 }  // namespace

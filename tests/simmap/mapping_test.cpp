@@ -23,61 +23,55 @@ SIMCLASSES bp-1: "Task" we-none
 )";
 
 TEST(Mapping, SaysWhatEveryOptionUses) {
-    Shop shop("de");
-    shop.mapping(kFull);
-    shop.open();
-    QorSimMappingHandler mapping(shop.library);
+    MappedShop shop(kFull, "de");
 
     ISequence<SV::String> names;
-    EXPECT_EQ(mapping.getMappingOptions(names), 0);
+    EXPECT_EQ(shop.handler.getMappingOptions(names), 0);
     EXPECT_EQ(names, ISequence<SV::String>{"Kosten"});
     SV::String text;
-    EXPECT_EQ(mapping.getHelpTextFromOption(0, text), 0);
+    EXPECT_EQ(shop.handler.getHelpTextFromOption(0, text), 0);
     EXPECT_EQ(text, "By costs");
-    EXPECT_EQ(mapping.getActivityNameFromOption(0, text), 0);
+    EXPECT_EQ(shop.handler.getActivityNameFromOption(0, text), 0);
     EXPECT_EQ(text, "Task");
-    EXPECT_EQ(mapping.getWaitingTimeNameFromOption(0, text), 0);
+    EXPECT_EQ(shop.handler.getWaitingTimeNameFromOption(0, text), 0);
     EXPECT_EQ(text, "Wait");
     ISequence<long> ids;
-    EXPECT_EQ(mapping.getStandardSimAttributes(0, ids), 0);
+    EXPECT_EQ(shop.handler.getStandardSimAttributes(0, ids), 0);
     EXPECT_EQ(ids, (ISequence<long>{shop.at("Task", "Work"), shop.at("Task", "Wait"), 0, shop.at("Task", "Move")}));
-    EXPECT_EQ(mapping.getAdditionalSimAttributes(0, ids), 0);
+    EXPECT_EQ(shop.handler.getAdditionalSimAttributes(0, ids), 0);
     EXPECT_EQ(ids, (ISequence<long>{shop.at("Task", "Priority"), shop.at("Task", "Info")})) << "a gap ends the list";
     long cls = 0;
     long attribute = 0;
-    EXPECT_EQ(mapping.getSubPerformerAssignmentFromOption(0, cls, attribute), 0);
+    EXPECT_EQ(shop.handler.getSubPerformerAssignmentFromOption(0, cls, attribute), 0);
     EXPECT_EQ(std::pair(cls, attribute), std::pair(long{shop.idOf("Call")}, shop.at("Call", "Substitute")));
     Ids classes;
-    EXPECT_EQ(mapping.getSimableBPClasses(classes), 0);
+    EXPECT_EQ(shop.handler.getSimableBPClasses(classes), 0);
     EXPECT_EQ(classes, (Ids{shop.idOf("Task"), shop.idOf("Check")})) << "with its subclasses";
-    EXPECT_EQ(mapping.getSimableWEClasses(classes), 0);
+    EXPECT_EQ(shop.handler.getSimableWEClasses(classes), 0);
     EXPECT_EQ(classes, Ids{});
     for (const auto& [name, expected] :
          {std::pair("Check", true), std::pair("Step", false), std::pair("Person", false)}) {
         bool simable = !expected;
-        EXPECT_EQ(mapping.isSimableClass(shop.idOf(name), simable), 0);
+        EXPECT_EQ(shop.handler.isSimableClass(shop.idOf(name), simable), 0);
         EXPECT_EQ(simable, expected) << name;
     }
-    EXPECT_TRUE(mapping.isDefined());
-    EXPECT_EQ(mapping.GetErrorText(), "");
+    EXPECT_TRUE(shop.handler.isDefined());
+    EXPECT_EQ(shop.handler.GetErrorText(), "");
     for (const int bad : {-1, 1, INT32_MAX}) {
-        EXPECT_EQ(mapping.getHelpTextFromOption(bad, text), QorSimCode::OutOfRange);
-        EXPECT_FALSE(mapping.hasAnyActions(bad));
+        EXPECT_EQ(shop.handler.getHelpTextFromOption(bad, text), QorSimCode::OutOfRange);
+        EXPECT_FALSE(shop.handler.hasAnyActions(bad));
     }
 }
 
 // The single events find only their own entries, the question for any event finds them all.
 TEST(Mapping, FindsActionsByClassAndEvent) {
-    Shop shop;
-    shop.mapping(kFull);
-    shop.open();
-    QorSimMappingHandler mapping(shop.library);
+    MappedShop shop(kFull);
     long found = -1;
     const long task = shop.idOf("Task");
-    EXPECT_EQ(mapping.getActionAttribute(0, task, Event::Any, found), QorSimCode::NotRead);
-    EXPECT_FALSE(mapping.hasAnyActions(0)) << "does not read the text";
-    mapping.isDefined();
-    EXPECT_TRUE(mapping.hasAnyActions(0));
+    EXPECT_EQ(shop.handler.getActionAttribute(0, task, Event::Any, found), QorSimCode::NotRead);
+    EXPECT_FALSE(shop.handler.hasAnyActions(0)) << "does not read the text";
+    shop.handler.isDefined();
+    EXPECT_TRUE(shop.handler.hasAnyActions(0));
 
     const struct {
         const char* cls;
@@ -88,57 +82,52 @@ TEST(Mapping, FindsActionsByClassAndEvent) {
                  {"Check", Event::Finish, 2}, {"Robot", Event::Any, 2},    {"Task", static_cast<Event>(9), 2}};
     for (const auto& row : cases) {
         const long expected = row.code == 0 ? shop.at(row.cls, "On event") : 0;
-        EXPECT_EQ(mapping.getActionAttribute(0, shop.idOf(row.cls), row.event, found), row.code) << row.cls;
+        EXPECT_EQ(shop.handler.getActionAttribute(0, shop.idOf(row.cls), row.event, found), row.code) << row.cls;
         EXPECT_EQ(found, expected) << row.cls;
-        EXPECT_EQ(mapping.isActionClass(0, shop.idOf(row.cls), row.event), row.code == 0 ? 1 : 0);
+        EXPECT_EQ(shop.handler.isActionClass(0, shop.idOf(row.cls), row.event), row.code == 0 ? 1 : 0);
     }
-    EXPECT_EQ(mapping.getActionAttribute(0, task + (1L << 32), Event::Finish, found), 2) << "no identifier is narrowed";
-    EXPECT_EQ(mapping.getActionAttribute(-1, task, Event::Finish, found), QorSimCode::OutOfRange);
+    EXPECT_EQ(shop.handler.getActionAttribute(0, task + (1L << 32), Event::Finish, found), 2)
+        << "no identifier is narrowed";
+    EXPECT_EQ(shop.handler.getActionAttribute(-1, task, Event::Finish, found), QorSimCode::OutOfRange);
 }
 
 TEST(Mapping, WithoutATextHasOneOptionAndEveryClass) {
     for (const char* text : {"", " \n", "SIMOPTION undefined name: \"Off\"", "SIMCLASSES bp-all we-all"}) {
-        Shop shop;
-        shop.mapping(text);
-        shop.open();
-        QorSimMappingHandler mapping(shop.library);
-        EXPECT_EQ(mapping.getSimOptionCount(), 0) << "not read yet";
-        EXPECT_EQ(mapping.GetErrorText(), said(message::noOptionDefined)) << text;
-        EXPECT_EQ(mapping.readingCode(), 0) << "no option is no error";
-        EXPECT_FALSE(mapping.isDefined());
-        ASSERT_EQ(mapping.getSimOptionCount(), 1);
-        EXPECT_EQ(mapping.option(0)->name, said(message::defaultOptionName));
+        MappedShop shop(text);
+        EXPECT_EQ(shop.handler.getSimOptionCount(), 0) << "not read yet";
+        EXPECT_EQ(shop.handler.GetErrorText(), said(message::noOptionDefined)) << text;
+        EXPECT_EQ(shop.handler.readingCode(), 0) << "no option is no error";
+        EXPECT_FALSE(shop.handler.isDefined());
+        ASSERT_EQ(shop.handler.getSimOptionCount(), 1);
+        EXPECT_EQ(shop.handler.option(0)->name, said(message::defaultOptionName));
         SV::String name("?");
-        EXPECT_EQ(mapping.getActivityNameFromOption(0, name), QorSimCode::NoSuchOption);
+        EXPECT_EQ(shop.handler.getActivityNameFromOption(0, name), QorSimCode::NoSuchOption);
         EXPECT_EQ(name, "");
         Ids classes;
-        mapping.getSimableBPClasses(classes);
+        shop.handler.getSimableBPClasses(classes);
         EXPECT_EQ(classes, (Ids{shop.idOf("Task"), shop.idOf("Check"), shop.idOf("Start"), shop.idOf("Call")}));
-        mapping.getSimableWEClasses(classes);
+        shop.handler.getSimableWEClasses(classes);
         EXPECT_EQ(classes, (Ids{shop.idOf("Person"), shop.idOf("Robot")}));
     }
 }
 
 TEST(Mapping, CountsSkippedOptionsInNumbersButNotInPlaces) {
-    Shop shop;
-    shop.mapping(
+    MappedShop shop(
         "SIMOPTION undefined name: \"Off\" SIMOPTION name: \"On\" activity: \"Task\"\n"
         "SIMOPTION invalid ACTION class: \"Task\" attribute: \"On event\" event: start");
-    shop.open();
-    QorSimMappingHandler mapping(shop.library);
-    ASSERT_TRUE(mapping.isDefined());
-    ASSERT_EQ(mapping.getSimOptionCount(), 1);
-    EXPECT_EQ(mapping.option(0)->number, 2);
+    ASSERT_TRUE(shop.handler.isDefined());
+    ASSERT_EQ(shop.handler.getSimOptionCount(), 1);
+    EXPECT_EQ(shop.handler.option(0)->number, 2);
     int number = -1;
-    EXPECT_EQ(mapping.getOptionNrFromName("On", number), 0);
+    EXPECT_EQ(shop.handler.getOptionNrFromName("On", number), 0);
     EXPECT_EQ(number, 1);
-    EXPECT_EQ(mapping.getOptionNrFromName("on", number), QorSimCode::NoSuchOption);
-    EXPECT_EQ(mapping.isActionClass(0, shop.idOf("Task"), Event::Start), 1)
+    EXPECT_EQ(shop.handler.getOptionNrFromName("on", number), QorSimCode::NoSuchOption);
+    EXPECT_EQ(shop.handler.isActionClass(0, shop.idOf("Task"), Event::Start), 1)
         << "an action behind a skipped option goes to the one before";
     SV::String text;
-    mapping.getHelpTextFromOption(0, text);
+    shop.handler.getHelpTextFromOption(0, text);
     EXPECT_EQ(text, said(message::defaultHelpText));
-    mapping.getWaitingTimeNameFromOption(0, text);
+    shop.handler.getWaitingTimeNameFromOption(0, text);
     EXPECT_EQ(text, said(message::defaultWaitingTimeName));
 }
 
@@ -155,28 +144,22 @@ TEST(Mapping, TakesTheClassesOfSeveralRecordsTogether) {
         {"SIMCLASSES bp-none bp-all we-none", {}},
     };
     for (const auto& row : cases) {
-        Shop shop;
-        shop.mapping(row.text);
-        shop.open();
-        QorSimMappingHandler mapping(shop.library);
+        MappedShop shop(row.text);
         Ids expected;
         for (const char* name : row.expected) expected.add(shop.idOf(name));
         Ids classes;
-        EXPECT_EQ(mapping.getSimableBPClasses(classes), 0) << row.text;
+        EXPECT_EQ(shop.handler.getSimableBPClasses(classes), 0) << row.text;
         EXPECT_EQ(classes, expected) << row.text;
     }
 }
 
 // What a written text says; process calls and actions are left out, user attributes are numbered anew.
 TEST(Mapping, WritesWhatItRead) {
-    Shop shop;
-    shop.mapping(kFull);
-    shop.open();
-    QorSimMappingHandler mapping(shop.library);
+    MappedShop shop(kFull);
     SV::String written("before|");
-    EXPECT_EQ(mapping.getSimMappingKEX(written, 1), 0) << "not read yet";
-    mapping.isDefined();
-    EXPECT_EQ(mapping.getSimMappingKEX(written, 1), 1);
+    EXPECT_EQ(shop.handler.getSimMappingKEX(written, 1), 0) << "not read yet";
+    shop.handler.isDefined();
+    EXPECT_EQ(shop.handler.getSimMappingKEX(written, 1), 1);
     EXPECT_EQ(written,
               "before|SIMOPTION\nname: \"Costs\"\nactivity: \"Task\"\nhelptext: \"By costs\"\nexecutiontime: \"Work\""
               "\nwaitingtime: \"Wait\"\ntransporttime: \"Move\"\nuserattribute-1: \"Priority\"\nuserattribute-2: "

@@ -140,6 +140,21 @@ TEST(Readiness, CallsNeedAModel) {
         {"by the hierarchy attribute", [](ReadyShop& s) { s.hierarchyAttribute("Called"); }, "3 Call.Call nobody; "},
         {"not by a reference to an object", [](ReadyShop& s) { s.hierarchyAttribute("Performer"); },
          "3 Call.Call nobody; 3 Call.Call; "},
+        {"not by a hierarchy attribute that is no reference", [](ReadyShop& s) { s.hierarchyAttribute("Substitute"); },
+         "3 Call.Call nobody; "},
+        {"nor by a text that is shown as one",
+         [&](ReadyShop& s) {
+             s.cls("Texts");
+             QorAttributeSpec text;
+             text.name = "Calls";
+             text.shownAs = QorCoreAttributeType::InterReference;
+             s.attribute("Texts", text);
+             s.modelType("Texts", {"Texts"});
+             s.processModel = s.model("Texts", "Texts");
+             s.object("Texts", "Calls not");
+             s.mapping(processCall("Texts"));
+         },
+         "2 Texts.; "},
         {"a model that is not there", called("MODEL \"Nowhere\" type: \"Process\""), "4 Call.Call nobody; "},
         {"a model of no known type", called("MODEL \"Order\" type: \"Plan\""), "4 Call.Call nobody; "},
         {"one of two models", called("MODEL \"Nowhere\" type: \"Process\" MODEL \"Order\" type: \"Process\""), ""},

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Into which attributes results go, and their reset. What the process keeps is tested in processes of their own.
-#include "platform/QorCoreUnitsOfWork.h"
 #include "simmap/QorSimResultAttributes.h"
 #include "simmap/QorSimResultDefinitions.h"
 #include "simmap/QorSimResultReset.h"
 #include "simmap/Shop.h"
 #include "simmap/messages.h"
+#include "support/UserDesk.h"
 
 namespace {
 
@@ -43,27 +43,15 @@ TEST(Results, GoIntoTheAttributesThatTheTextsName) {
     });
 }
 
-TEST(Results, AreResetByTypeInAllHoldersOfTheModels) {
-    inOwnProcess([] {
-        RunShop shop;
-        Results results;
-        ISortedSet<long> instances{4711};
-        EXPECT_EQ(results.resetResultAttributes({shop.process, 999999, shop.staff}, instances), 1);
-        EXPECT_EQ(shop.state(), kReset);
-        EXPECT_EQ(instances, (ISortedSet<long>{shop.start, shop.task, shop.check, shop.robot}))
-            << "subclasses are holders too";
-        EXPECT_EQ(shop.shown(), "");
-    });
-}
-
 // An attribute of unknown type gets the empty text, which takes a number's value away.
-TEST(Results, ResetGoesOnBehindAFailure) {
+TEST(Results, AreResetByTypeInAllHoldersOfTheModelsAlsoBehindAFailure) {
     const struct {
         const char* operation;
         int nth;
         const char* shown;
         const char* state;
     } cases[] = {
+        {"none", 1, "", kReset},
         {"getUIAttributeType", 1, "asimresm:1044; ", "|00:000:00:00:00||0|0|kept|0"},
         {"getUIAttributeType", 4, "asimresm:1105; ", "|00:000:00:00:00|0||0|kept|0"},
         {"getUIAttributeType", 6, "asimresm:1169; ", "|00:000:00:00:00|0|0|0|kept|0"},
@@ -79,8 +67,9 @@ TEST(Results, ResetGoesOnBehindAFailure) {
         inOwnProcess([&row] {
             RunShop shop;
             shop.watched().record.fail(row.operation, QorErrorCode::NotFound, row.nth);
-            ISortedSet<long> instances;
-            EXPECT_EQ(Results().resetResultAttributes({shop.process, shop.staff}, instances), 1);
+            ISortedSet<long> instances{4711};
+            EXPECT_EQ(Results().resetResultAttributes({shop.process, 999999, shop.staff}, instances), 1);
+            EXPECT_EQ(instances, (ISortedSet<long>{shop.start, shop.task, shop.check, shop.robot})) << "and subclasses";
             EXPECT_EQ(shop.shown(), row.shown) << row.operation << row.nth;
             EXPECT_EQ(shop.state(), row.state) << row.operation << row.nth;
         });
@@ -88,8 +77,9 @@ TEST(Results, ResetGoesOnBehindAFailure) {
 }
 
 TEST(Results, AnErrorEmptiesItsKindOnceAndBlocksEveryReset) {
+    const std::string from = "ACTIVITY \"Task\" fixednumber: \"Number\" FROMCLASS ";
     const struct {
-        const char* business;
+        std::string business;
         const char* staff;
         QorSimResultAttributeType kind;
         int code;
@@ -97,14 +87,10 @@ TEST(Results, AnErrorEmptiesItsKindOnceAndBlocksEveryReset) {
         {"PROCESSSTART \"Nobody\"", "", ProcessStart, 0},
         {"PROCESSSTART", "", ProcessStart, 0},
         {"ACTIVITY \"Task\" fixedinfo: \"Soul\"", "", Activity, 0},
-        {"ACTIVITY \"Task\" fixednumber: \"Number\" FROMCLASS \"Person\" fromattribute: \"Wage\" "
-         "resultattribute: \"Costs\"",
-         "", Activity, 0},
-        {"ACTIVITY \"Task\" fixednumber: \"Number\" FROMCLASS \"Start\" fromattribute: \"Costs\"", "", Activity, 0},
-        {"ACTIVITY \"Task\" fixednumber: \"Number\" FROMCLASS \"Start\" resultattribute: \"Costs\"", "", Activity, 0},
-        {"ACTIVITY \"Task\" fixednumber: \"Number\" FROMCLASS \"Start\" fromattribute: \"Costs\" "
-         "resultattribute: \"Cycle time\"",
-         "", Activity, 0},
+        {from + "\"Person\" fromattribute: \"Wage\" resultattribute: \"Costs\"", "", Activity, 0},
+        {from + "\"Start\" fromattribute: \"Costs\"", "", Activity, 0},
+        {from + "\"Start\" resultattribute: \"Costs\"", "", Activity, 0},
+        {from + "\"Start\" fromattribute: \"Costs\" resultattribute: \"Cycle time\"", "", Activity, 0},
         {"", "PERSON \"Person\" fixedcapacity: \"Wage\" fixedpersonalcosts: \"\"", Person, 0},
         {"", "PERSON \"Person", Person, 0},
         {"FROMCLASS \"Nobody\" ACTIVITY \"Task\"", "", Activity, 1},
@@ -164,46 +150,28 @@ TEST(Results, AnUnknownKindIsAnInternalError) {
     });
 }
 
-/// A repository that keeps units of work in mind.
-class Units final : public QorCoreModelingManager, public QorCoreUnitsOfWork {
+/// Without a library, but with units of work, which are recorded.
+class Unloaded final : public QorCoreModelingManager {
 public:
     using QorCoreModelingManager::getAttributeValue;
-    std::string history;
-    QorErrorCode commitCode = QorErrorCode::Ok;
-
     QorErrorCode getAttributeValue(long, long, char*&, bool) override { return QorErrorCode::NotFound; }
-    QorErrorCode getModelClass(long, long&) override { return QorErrorCode::NotFound; }
-    QorCoreUnitsOfWork* unitsOfWork() override { return this; }
-    QorErrorCode begin() override {
-        history += "begin ";
-        return QorErrorCode::Ok;
-    }
-    QorErrorCode commit() override {
-        history += "commit ";
-        return commitCode;
-    }
-    void rollBack() noexcept override { history += "back "; }
+    QorCoreUnitsOfWork* unitsOfWork() override { return &desk; }
+    UserDesk desk;
 };
 
 TEST(Results, AreResetInOneUnitOfWork) {
     for (const auto code : {QorErrorCode::Ok, QorErrorCode::Broken}) {
         inOwnProcess([code] {
-            Units units;
-            units.commitCode = code;
+            Unloaded unloaded;
+            unloaded.desk.record.fail("commit", code);
             QorHost host;
-            host.repository = &units;
+            host.repository = &unloaded;
             const QorHostInstallation installation(host);
             ISortedSet<long> instances;
             EXPECT_EQ(Results().resetResultAttributes({1, 2}, instances), code == QorErrorCode::Ok ? 1 : 0);
-            EXPECT_EQ(units.history, "begin commit ");
+            EXPECT_EQ(unloaded.desk.record.order(), (std::vector<std::string>{"begin", "commit"}));
         });
     }
-    Units units;
-    QorHost host;
-    host.repository = &units;
-    const QorHostInstallation installation(host);
-    { const QorUnitOfWork abandoned; }
-    EXPECT_EQ(units.history, "begin back ");
 }
 
 TEST(ResultDefinitions, TellAllErrorsWithTheirPlacesAndRemarks) {

@@ -41,6 +41,19 @@ std::int32_t UserDesk::permission(QorUserGroupID group, long modelGroup) const {
     return place == permissions.end() ? QorModelGroupPermission::None : place->second;
 }
 
+void UserDesk::populate(std::mt19937& random, long manager, std::vector<QorUserID>& some,
+                        std::vector<QorUserGroupID>& all) {
+    for (int i = 0; i < 30; ++i) {
+        some.push_back(user("u" + std::to_string(i), random() % 3 == 0 ? manager : QorUserManagerNumber::Ordinary));
+        all.push_back(group("g" + std::to_string(i)));
+    }
+    for (const auto& each : some) {
+        of(each).library = kLibrary + random() % 2;
+        for (const auto& group : all)
+            if (random() % 4 == 0) random() % 2 == 0 ? joinSystem(each, group) : join(each, group);
+    }
+}
+
 QorErrorCode UserDesk::refusal(const char* operation, bool exists) {
     const auto code = record.note(operation);
     return code != Ok || exists ? code : NotFound;

@@ -2,6 +2,7 @@
 #pragma once
 #include <map>
 #include <optional>
+#include <random>
 #include <set>
 #include <string>
 #include <string_view>
@@ -64,6 +65,9 @@ public:
     long modelGroup(std::string_view name, long parent = 0, long library = kLibrary);
     void permit(QorUserGroupID group, long modelGroup, std::int32_t permission);
     [[nodiscard]] std::int32_t permission(QorUserGroupID group, long modelGroup) const;
+
+    /// Adds users, some of that manager, and user groups, in libraries and memberships without a pattern.
+    void populate(std::mt19937& random, long manager, std::vector<QorUserID>& some, std::vector<QorUserGroupID>& all);
 
     CallRecord record;
     std::map<long, User> users;

@@ -119,7 +119,7 @@ std::string triggerDetail(const Document& document, const Links& links, NodeInde
                 add(value.key, value.text);
         });
         if (line.empty()) continue;
-        const bool isOwn = it.parent == event;
+        const bool isOwn = it.parent == event || links.carrierOf(trigger) == event;
         detail += detail.empty() ? "" : "\n";
         detail.append(it.row->word).append(": ").append(isOwn ? line : folded(line, kMaxBorrowedBytes));
     }

@@ -19,8 +19,6 @@ bool isExtension(std::string_view space) {
     return !isOwn(space) && space != kSchemaInstanceSpace && space != kXmlSpace;
 }
 
-bool isTrue(std::string_view value) { return value == "true" || value == "1"; }
-
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view kBlanks = " \t\r\n";
     const std::size_t from = text.find_first_not_of(kBlanks);
@@ -34,11 +32,6 @@ std::optional<std::string_view> attributeOf(const XmlElement& element, std::stri
     return std::nullopt;
 }
 
-bool isEvent(const ElementRow& row) {
-    return row.family == Family::Event || row.family == Family::CatchEvent || row.family == Family::ThrowEvent ||
-           row.family == Family::BoundaryEvent;
-}
-
 bool holdsFlowElements(const ElementRow& row) {
     return row.role == Role::Process || row.family == Family::SubProcess || row.family == Family::AdHoc;
 }
@@ -46,6 +39,7 @@ bool holdsFlowElements(const ElementRow& row) {
 }  // namespace
 
 void Collector::open(const XmlElement& element) {
+    tellStrayText();
     openAny(element);
     _open.back().place = element.place;
 }
@@ -63,6 +57,7 @@ void Collector::openAny(const XmlElement& element) {
 }
 
 void Collector::close() {
+    tellStrayText();
     if (_open.back().reading == Reading::Text && _open.back().row != nullptr) closeText(_open.back());
     if (_open.size() == _shapeDepth) _shapeDepth = 0;
     _open.pop_back();
@@ -71,7 +66,7 @@ void Collector::close() {
 void Collector::text(std::string_view text) {
     if (_open.empty()) return;
     if (_open.back().reading == Reading::Text) _text += text;
-    if (_open.back().reading == Reading::Normal) tellStrayText(text);
+    if (_open.back().reading == Reading::Normal) _strayText += text;
 }
 
 void Collector::failed(Place place, std::string text) { _findings.error(place, std::move(text)); }
@@ -104,13 +99,13 @@ void Collector::openForeign(const XmlElement& element) {
 
 /// Only the outermost one is named; what stands inside it goes with it.
 void Collector::countForeign(const XmlElement& element) {
-    if (_open.back().isForeign && element.name.space == kBpmnSpace) return;
-    if (_open.back().isForeign)
-        _findings.foreignInside(element.name.space, true, element.place);
-    else
+    const bool isNamed = !_open.back().isForeign;
+    if (isNamed)
         _findings.foreign(element.name.space, true, element.place, [&] {
             return concat({"<", folded(element.name.local, kMaxBorrowedBytes), "> in ", ownerWords()});
         });
+    else if (element.name.space != kBpmnSpace)
+        _findings.foreignInside(element.name.space, true, element.place);
     for (const XmlAttribute& attribute : element.attributes)
         if (isExtension(attribute.name.space)) _findings.foreignInside(attribute.name.space, false, element.place);
 }
@@ -119,13 +114,14 @@ std::string Collector::ownerWords() const {
     return owner() == kNoNode ? std::string("<definitions>") : wordsFor(_document[owner()]);
 }
 
-void Collector::tellStrayText(std::string_view text) {
-    Open& open = _open.back();
-    if (open.toldText || trimmed(text).empty()) return;
-    open.toldText = true;
-    _findings.warn(FindingKind::LostValue, open.place,
-                   concat({"<", open.row->element, ">: the text ", inQuotes(folded(text, kMaxBorrowedBytes)),
-                           " stands where BPMN has none; it is left out"}));
+/// Everything since the last tag, since text comes in pieces.
+void Collector::tellStrayText() {
+    if (const std::string_view text = trimmed(_strayText); !text.empty())
+        _findings.warn(
+            FindingKind::LostValue, _open.back().place,
+            concat({"<", _open.back().row->element, ">: the text ", inQuotes(folded(text, kMaxBorrowedBytes)),
+                    " stands where BPMN has none; it is left out"}));
+    _strayText.clear();
 }
 
 void Collector::openDiagram(const XmlElement& element) {
@@ -198,8 +194,10 @@ bool Collector::hasPlaceFor(const ElementRow& row) const {
         case Role::DataInputAssociation:
         case Role::DataOutputAssociation:
             return around != nullptr && around->role == Role::Node;
+        case Role::ActivityData:
+            return around != nullptr;
         case Role::EventDefinition:
-            return around == nullptr || isEvent(*around);
+            return around == nullptr || isEvent(around->family);
         default:
             return true;
     }

@@ -38,7 +38,6 @@ private:
         NodeIndex owner = kNoNode;  ///< itself when it is a node, else the nearest node around it
         Reading reading = Reading::Normal;
         bool isForeign = false;  ///< or stands inside an element that is
-        bool toldText = false;
         Place place = {};
     };
 
@@ -58,7 +57,7 @@ private:
     void noteContents(NodeIndex node);
     void countForeign(const XmlElement& element);
     void countForeignAttributes(const XmlElement& element);
-    void tellStrayText(std::string_view text);
+    void tellStrayText();
     [[nodiscard]] std::string ownerWords() const;
     void skip(const XmlElement& element, FindingKind kind, std::string_view why);
     [[nodiscard]] bool hasPlaceFor(const ElementRow& row) const;
@@ -68,8 +67,9 @@ private:
     Document& _document;
     Findings& _findings;
     std::vector<Open> _open;
-    std::string _text;     // of the innermost element that is read as text
-    std::string _shapeOf;  // the element whose shape is open in the diagram
+    std::string _text;       // of the innermost element that is read as text
+    std::string _strayText;  // since the last tag, where BPMN has none
+    std::string _shapeOf;    // the element whose shape is open in the diagram
     std::size_t _shapeDepth = 0;
     std::vector<std::pair<std::string_view, std::string_view>> _bounds;  // by identifier
 };

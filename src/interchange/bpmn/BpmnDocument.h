@@ -49,7 +49,6 @@ struct Node {
     NodeIndex nextDefinition = kNoNode;
     std::uint8_t flags = kNoFlag;
     bool isInside = false;      ///< data of the inside of an activity: its identifier stands for the activity
-    bool used = false;          ///< a definition that something refers to, a process that belongs to a pool
     bool hasFlowNodes = false;  ///< of what it contains itself
     bool hasStartEvent = false;
     bool hasInstantiator = false;

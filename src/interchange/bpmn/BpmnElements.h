@@ -98,6 +98,20 @@ enum class Family : std::uint8_t {
     Gateway
 };
 
+[[nodiscard]] constexpr bool isEvent(Family family) {
+    return family == Family::Event || family == Family::CatchEvent || family == Family::ThrowEvent ||
+           family == Family::BoundaryEvent;
+}
+
+/// Elements with two ends, which become relations.
+[[nodiscard]] constexpr bool isRelation(Role role) {
+    return role == Role::SequenceFlow || role == Role::MessageFlow || role == Role::Association ||
+           role == Role::DataInputAssociation || role == Role::DataOutputAssociation;
+}
+
+/// A truth value as XML writes it.
+[[nodiscard]] constexpr bool isTrue(std::string_view value) { return value == "true" || value == "1"; }
+
 /// Where a value belongs: first those that refer to other elements, then those that are kept as attributes.
 enum class Slot : std::uint8_t {
     SourceRef,

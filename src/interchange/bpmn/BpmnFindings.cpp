@@ -15,6 +15,8 @@ std::string counted(std::uint64_t count, std::string_view noun) {
     return concat({std::to_string(count), " ", noun, count == 1 ? "" : "s"});
 }
 
+bool isBefore(Place one, Place other) { return std::pair(one.line, one.column) < std::pair(other.line, other.column); }
+
 constexpr std::array<std::string_view, static_cast<std::size_t>(FindingKind::Count)> kKindNames = {
     "elements that are not understood", "elements outside a process",
     "ids that are given twice",         "references to nothing",
@@ -52,6 +54,7 @@ void Findings::leftOut(std::string_view element, std::string_view id, Place plac
     auto at = _leftOut.find(element);
     if (at == _leftOut.end()) at = _leftOut.emplace(element, Tally{0, 0, place}).first;
     ++at->second.elements;
+    if (isBefore(place, at->second.first)) at->second.first = place;
     mention(_namesLeftOut, place, [&] {
         return concat({"<", element, id.empty() ? ">" : "> ", id.empty() ? std::string() : inQuotes(id)});
     });
@@ -86,12 +89,12 @@ void Findings::tellLeftOut() {
     Place first = _leftOut.begin()->second.first;
     for (const auto& [element, tally] : _leftOut) {
         list += concat({list.empty() ? "<" : ", <", element, "> (", std::to_string(tally.elements), ")"});
-        if (std::pair(tally.first.line, tally.first.column) < std::pair(first.line, first.column)) first = tally.first;
+        if (isBefore(tally.first, first)) first = tally.first;
     }
     std::vector<QorMention>& mentions = _namesLeftOut.mentions;
-    const auto place = [](const QorMention& mention) { return std::pair(mention.line, mention.column); };
-    std::stable_sort(mentions.begin(), mentions.end(),
-                     [place](const QorMention& a, const QorMention& b) { return place(a) < place(b); });
+    std::stable_sort(mentions.begin(), mentions.end(), [](const QorMention& a, const QorMention& b) {
+        return isBefore({a.line, a.column}, {b.line, b.column});
+    });
     list += firstOf("; these are ", mentions, _namesLeftOut.named);
     _findings.push_back({QorSeverity::Warning, first, "left out, since the method library has no place for it: " + list,
                          std::move(mentions)});
@@ -124,9 +127,8 @@ void Findings::deliver(ImportSink& sink) {
     tellKinds();
     tellLeftOut();
     tellForeign();
-    std::stable_sort(_findings.begin(), _findings.end(), [](const Finding& a, const Finding& b) {
-        return std::pair(a.place.line, a.place.column) < std::pair(b.place.line, b.place.column);
-    });
+    std::stable_sort(_findings.begin(), _findings.end(),
+                     [](const Finding& a, const Finding& b) { return isBefore(a.place, b.place); });
     for (Finding& finding : _findings)
         sink.report(finding.severity, finding.place.line, finding.place.column, std::move(finding.text),
                     std::move(finding.mentions));

@@ -47,6 +47,19 @@ bool isFollowed(Slot slot) {
     }
 }
 
+struct ByFirst {
+    bool operator()(const Pair& one, const Pair& other) const { return one.first < other.first; }
+};
+
+auto startingWith(const std::vector<Pair>& pairs, NodeIndex first) {
+    return std::equal_range(pairs.begin(), pairs.end(), Pair(first, kNoNode), ByFirst());
+}
+
+/// An event says itself what its triggers say.
+bool isTrigger(const Node& event, const Node& it) {
+    return isEvent(event.row->family) && it.row->role == Role::EventDefinition;
+}
+
 }  // namespace
 
 Links::Links(Document& document, Findings& findings)
@@ -54,7 +67,7 @@ Links::Links(Document& document, Findings& findings)
       _findings(findings),
       _scopes(document.nodes.size(), kNoNode),
       _standIns(document.nodes.size(), kNoNode),
-      _referrers(document.nodes.size(), kNoNode),
+      _carriers(document.nodes.size(), kNoNode),
       _defaults(document.nodes.size(), false) {
     findScopes();
     for (NodeIndex node = 0; node < _document.size(); ++node)
@@ -63,7 +76,7 @@ Links::Links(Document& document, Findings& findings)
         });
     for (NodeIndex node = 0; node < _document.size(); ++node)
         if (_document[node].row->role == Role::MessageFlow) joinByMessages(node);
-    std::stable_sort(_lanes.begin(), _lanes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::stable_sort(_lanes.begin(), _lanes.end(), ByFirst());
     findCarriers();
     tellUncarried();
 }
@@ -85,7 +98,7 @@ void Links::follow(NodeIndex node, const Value& value) {
         if (value.slot != Slot::CalledElement) tellDangling(node, value);
         return;
     }
-    Node& it = _document[meant];
+    const Role role = _document[meant].row->role;
     switch (value.slot) {
         case Slot::DefaultFlow:
             _defaults[static_cast<std::size_t>(meant)] = true;
@@ -97,63 +110,69 @@ void Links::follow(NodeIndex node, const Value& value) {
             _lanes.emplace_back(meant, node);
             break;
         case Slot::DataRef:
-            if (!isDrawnByReference(meant)) _standIns[static_cast<std::size_t>(meant)] = node;
+            if (!isDrawnByReference(meant) && standsIn(node)) _standIns[static_cast<std::size_t>(meant)] = node;
             [[fallthrough]];
         default:
-            if (it.row->role == Role::Process) break;
-            it.used = true;
-            if (_referrers[static_cast<std::size_t>(meant)] == kNoNode && value.slot != Slot::DataRef)
-                _referrers[static_cast<std::size_t>(meant)] = node;
+            if (role == Role::Definition || role == Role::EventDefinition) _ways.emplace_back(node, meant);
     }
 }
 
-/// The element whose object or relation keeps what this one says of itself; none when it has one of its own, or when
-/// nothing is there to keep it.
-NodeIndex Links::carrierOf(NodeIndex node) const {
+/// Whether the object of such a reference is that of the data it refers to.
+bool Links::standsIn(NodeIndex reference) const {
+    return _document[reference].row->role == Role::Data && !_document[reference].isInside;
+}
+
+/// Whether an object or relation of its own keeps what the element says.
+bool Links::isKept(NodeIndex node) const {
     const Node& it = _document[node];
-    if (it.isInside) return meantBy(node);
-    if (it.row->role != Role::Definition) return kNoNode;
-    constexpr int kMostSteps = 8;  // definitions may refer to each other in a circle
-    NodeIndex at = node;
-    for (int step = 0; at != kNoNode && step < kMostSteps; ++step) {
-        const Role role = _document[at].row->role;
-        const bool isInEvent = role == Role::EventDefinition && _document[at].parent != kNoNode;
-        if (role != Role::Definition && role != Role::EventDefinition) return at;
-        at = isInEvent ? _document[at].parent : _referrers[static_cast<std::size_t>(at)];
-    }
-    return kNoNode;
+    if (isRelation(it.row->role)) return true;
+    return it.row->cls != ObjectClass::None && !it.isInside && !isDrawnByReference(node);
 }
 
+/// What has no object goes with the first element in the file from which a way leads to it.
 void Links::findCarriers() {
     for (NodeIndex node = 0; node < _document.size(); ++node) {
-        const Node& it = _document[node];
-        // A category is used where one of its values is.
-        const bool isValueOfCategory = it.used && it.row->role == Role::Definition && it.parent != kNoNode;
-        if (!isValueOfCategory || _document[it.parent].used) continue;
-        _document[it.parent].used = true;
-        _referrers[static_cast<std::size_t>(it.parent)] = node;
+        addWaysWithin(node);
+        if (isDrawnByReference(node) || isKept(node)) _carriers[static_cast<std::size_t>(node)] = meantBy(node);
     }
-    std::vector<NodeIndex> ofCollaborations(_document.nodes.size(), kNoNode);
-    for (NodeIndex node = _document.size(); node-- > 0;)
-        if (const Node& it = _document[node]; it.row->role == Role::Participant)
-            ofCollaborations[static_cast<std::size_t>(it.parent)] = node;
-    for (NodeIndex node = 0; node < _document.size(); ++node) {
-        const bool isCollaboration = _document[node].row->role == Role::Collaboration;
-        const NodeIndex carrier = isCollaboration ? ofCollaborations[static_cast<std::size_t>(node)] : carrierOf(node);
-        if (carrier != kNoNode) _carried.emplace_back(carrier, node);
-    }
+    std::stable_sort(_ways.begin(), _ways.end(), ByFirst());
+    for (const Pair& way : _ways)
+        if (carrierOf(way.first) != kNoNode) carryAlong(way);
     std::sort(_carried.begin(), _carried.end());
+    _ways = {};
+}
+
+void Links::carryAlong(const Pair& first) {
+    const NodeIndex carrier = carrierOf(first.first);
+    for (Pairs open{first}; !open.empty();) {
+        const Pair way = open.back();
+        open.pop_back();
+        if (carrierOf(way.second) != kNoNode) continue;
+        _carriers[static_cast<std::size_t>(way.second)] = carrier;
+        if (!isTrigger(_document[way.first], _document[way.second])) _carried.emplace_back(carrier, way.second);
+        const auto further = startingWith(_ways, way.second);
+        open.insert(open.end(), further.first, further.second);
+    }
+}
+
+/// What stands inside goes with what is around it; a collaboration with a pool of it, a category with one of its
+/// values.
+void Links::addWaysWithin(NodeIndex node) {
+    const Node& it = _document[node];
+    if (it.parent == kNoNode) return;
+    const Role role = it.row->role;
+    const bool isValue = role == Role::Definition && _document[it.parent].row->role == Role::Definition;
+    if (it.isInside || role == Role::EventDefinition) _ways.emplace_back(it.parent, node);
+    if (isValue || role == Role::Participant) _ways.emplace_back(node, it.parent);
 }
 
 void Links::tellUncarried() {
-    std::vector<bool> isCarried(_document.nodes.size(), false);
-    for (const auto& [carrier, node] : _carried) isCarried[static_cast<std::size_t>(node)] = true;
     for (NodeIndex node = 0; node < _document.size(); ++node) {
         const Node& it = _document[node];
-        const bool isBeside =
-            it.row->role == Role::Definition || (it.row->role == Role::EventDefinition && it.parent == kNoNode);
-        if (isBeside && !it.used) _findings.leftOut(it.row->element, it.id.empty() ? it.name : it.id, it.place);
-        if (it.row->role == Role::Collaboration && it.firstValue >= 0 && !isCarried[static_cast<std::size_t>(node)])
+        if (carrierOf(node) != kNoNode) continue;
+        if (it.row->role != Role::Collaboration)
+            _findings.leftOut(it.row->element, it.id.empty() ? it.name : it.id, it.place);
+        else if (it.firstValue >= 0)
             _findings.warn(
                 FindingKind::LostValue, it.place,
                 concat({wordsFor(it), ": its ", _document.values[static_cast<std::size_t>(it.firstValue)].key,
@@ -162,10 +181,9 @@ void Links::tellUncarried() {
 }
 
 std::vector<NodeIndex> Links::carriedBy(NodeIndex node) const {
+    const auto range = startingWith(_carried, node);
     std::vector<NodeIndex> carried;
-    for (auto at = std::lower_bound(_carried.begin(), _carried.end(), std::pair(node, NodeIndex{0}));
-         at != _carried.end() && at->first == node; ++at)
-        carried.push_back(at->second);
+    for (auto at = range.first; at != range.second; ++at) carried.push_back(at->second);
     return carried;
 }
 
@@ -178,8 +196,6 @@ void Links::tellDangling(NodeIndex node, const Value& value) {
 /// A process belongs to the first pool that names it; its model is that of the pool.
 void Links::joinPool(NodeIndex participant, NodeIndex process) {
     _pools.emplace_back(participant, process);
-    if (_document[process].used) return;
-    _document[process].used = true;
     _collaborations.emplace(process, scopeOf(participant));
 }
 
@@ -231,8 +247,7 @@ std::string Links::pathOf(NodeIndex lane) const {
 }
 
 std::string Links::lanesOf(NodeIndex node) const {
-    const auto range = std::equal_range(_lanes.begin(), _lanes.end(), std::pair(node, kNoNode),
-                                        [](const auto& a, const auto& b) { return a.first < b.first; });
+    const auto range = startingWith(_lanes, node);
     if (range.first == range.second) return {};
     if (range.first + 1 == range.second) return pathOf(range.first->second);
 

@@ -11,6 +11,8 @@
 
 namespace qor::interchange::bpmn {
 
+using Pair = std::pair<NodeIndex, NodeIndex>;
+
 /// Who belongs to whom across the file. Indexed by node where nothing else is said.
 class Links {
 public:
@@ -36,31 +38,41 @@ public:
     [[nodiscard]] bool isDefault(NodeIndex flow) const { return _defaults[static_cast<std::size_t>(flow)]; }
     /// The name of what a reference means, or the reference itself when it has none.
     [[nodiscard]] std::string nameMeantBy(std::string_view reference) const;
-    /// Elements without an object, whose details the object or relation of this element keeps, in the file's order.
+    /// The element whose object or relation keeps what an element says of itself, which is often the element itself;
+    /// none when there is nothing to keep it.
+    [[nodiscard]] NodeIndex carrierOf(NodeIndex node) const { return _carriers[static_cast<std::size_t>(node)]; }
+    /// Elements without an object, whose details this element's object or relation keeps as further ones, in the file's
+    /// order.
     [[nodiscard]] std::vector<NodeIndex> carriedBy(NodeIndex node) const;
     /// The process that each pool with one holds: participant and process.
-    [[nodiscard]] const std::vector<std::pair<NodeIndex, NodeIndex>>& pools() const { return _pools; }
+    [[nodiscard]] const std::vector<Pair>& pools() const { return _pools; }
 
 private:
+    using Pairs = std::vector<Pair>;  // looked up by the first
+
     void findScopes();
     void follow(NodeIndex node, const Value& value);
     void tellDangling(NodeIndex node, const Value& value);
     void joinPool(NodeIndex participant, NodeIndex process);
     void joinByMessages(NodeIndex flow);
+    [[nodiscard]] bool standsIn(NodeIndex reference) const;
+    [[nodiscard]] bool isKept(NodeIndex node) const;
     void findCarriers();
+    void addWaysWithin(NodeIndex node);
+    void carryAlong(const Pair& first);
     void tellUncarried();
-    [[nodiscard]] NodeIndex carrierOf(NodeIndex node) const;
     [[nodiscard]] std::string pathOf(NodeIndex lane) const;
 
     Document& _document;
     Findings& _findings;
     std::vector<NodeIndex> _scopes;
     std::vector<NodeIndex> _standIns;
-    std::vector<NodeIndex> _referrers;  // of definitions: the first element that refers to each
+    std::vector<NodeIndex> _carriers;
     std::vector<bool> _defaults;
-    std::vector<std::pair<NodeIndex, NodeIndex>> _carried;  // carrier and element, sorted
-    std::vector<std::pair<NodeIndex, NodeIndex>> _lanes;    // element and lane, sorted by element
-    std::vector<std::pair<NodeIndex, NodeIndex>> _pools;
+    Pairs _ways;     // from an element to another whose details may go where its own go
+    Pairs _carried;  // carrier and element
+    Pairs _lanes;    // element and lane
+    std::vector<Pair> _pools;
     std::unordered_map<NodeIndex, NodeIndex> _collaborations;  // by process
 };
 

@@ -11,11 +11,6 @@ namespace {
 
 constexpr std::size_t kMaxNameBytes = 1000;  // the whole name is kept as the label
 
-bool isEvent(Family family) {
-    return family == Family::Event || family == Family::CatchEvent || family == Family::ThrowEvent ||
-           family == Family::BoundaryEvent;
-}
-
 }  // namespace
 
 Objects::Objects(const Document& document, const Links& links, const Models& models, Findings& findings, Target target)

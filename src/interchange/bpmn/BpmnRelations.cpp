@@ -47,7 +47,14 @@ private:
     void flow(NodeIndex node) {
         const Node& it = _document[node];
         if (it.row->family == Family::BoundaryEvent && isObject(node)) return attach(node);
-        switch (it.row->role) {
+        if (!isRelation(it.row->role)) return;
+        _isMade = false;
+        relate(node);
+        if (!_isMade) tellWhatGoesWith(node);
+    }
+
+    void relate(NodeIndex node) {
+        switch (_document[node].row->role) {
             case Role::SequenceFlow:
                 return makeFlow(FlowClass::SequenceFlow, node);
             case Role::MessageFlow:
@@ -56,10 +63,16 @@ private:
                 return associate(node);
             case Role::DataInputAssociation:
                 return takeData(node);
-            case Role::DataOutputAssociation:
-                return giveData(node);
             default:
-                return;
+                return giveData(node);
+        }
+    }
+
+    /// That the relation itself is left out was told.
+    void tellWhatGoesWith(NodeIndex node) {
+        for (const NodeIndex carried : _links.carriedBy(node)) {
+            const Node& it = _document[carried];
+            _findings.leftOut(it.row->element, it.id.empty() ? it.name : it.id, it.place);
         }
     }
 
@@ -187,6 +200,7 @@ private:
         const Node& it = _document[node];
         const QorIdentifier relation = add(cls, ends, it, it.id);
         if (relation < 1) return;
+        _isMade = true;
         if (ends.source == ends.target) tellLoop(cls, node, ends.source);
         _values.add(Attribute::Label, it.name);
         if (_links.isDefault(node)) _values.add(Attribute::Default, "yes");
@@ -232,6 +246,7 @@ private:
     Findings& _findings;
     Target _target;
     Values _values;
+    bool _isMade = false;  // the relation of the element in hand
     std::map<NodeIndex, std::string> _associated;
 };
 

@@ -37,8 +37,7 @@ bool isReadElsewhere(Slot slot, const ElementRow& row) {
     switch (slot) {
         case Slot::SourceRef:
         case Slot::TargetRef:
-            return row.role == Role::SequenceFlow || row.role == Role::MessageFlow || row.role == Role::Association ||
-                   row.role == Role::DataInputAssociation || row.role == Role::DataOutputAssociation;
+            return isRelation(row.role);
         case Slot::AttachedTo:
             return row.family == Family::BoundaryEvent;
         case Slot::ProcessRef:
@@ -46,8 +45,7 @@ bool isReadElsewhere(Slot slot, const ElementRow& row) {
         case Slot::DataRef:
             return row.role == Role::Data;
         case Slot::EventDefinitionRef:
-            return row.family == Family::Event || row.family == Family::CatchEvent ||
-                   row.family == Family::ThrowEvent || row.family == Family::BoundaryEvent;
+            return isEvent(row.family);
         case Slot::LaneMember:
             return row.role == Role::Lane;
         default:
@@ -94,7 +92,7 @@ void Values::addAllOf(const Document& document, const Links& links, NodeIndex no
             case Slot::Performer:
                 return add(Attribute::Performers, value.text);
             case Slot::Collection:
-                return add(Attribute::Collection, value.text == "true" || value.text == "1" ? "yes" : "no");
+                return add(Attribute::Collection, isTrue(value.text) ? "yes" : "no");
             case Slot::Interrupting:
                 return add(Attribute::Interrupting, value.text == "false" || value.text == "0" ? "no" : "yes");
             default:
