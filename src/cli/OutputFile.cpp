@@ -7,25 +7,15 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include "cli/InputFiles.h"
 #include "cli/InterruptsHeld.h"
+#include "embedded/FileReplacement.h"
 
 namespace qor::cli {
 
 namespace {
-
-constexpr mode_t kReadableByAll = 0666;
-
-mode_t wantedMode() {
-    const mode_t mask = ::umask(0);
-    (void)::umask(mask);
-    return kReadableByAll & ~mask;
-}
 
 /// A terminal, a pipe or a device takes text as it is.
 bool isToBeReplaced(const std::string& path) {
@@ -33,36 +23,27 @@ bool isToBeReplaced(const std::string& path) {
     return ::stat(path.c_str(), &status) != 0 || (S_ISREG(status.st_mode) && !path.starts_with("/dev/"));
 }
 
-/// The file itself, not a link to it.
-std::string resolved(const std::string& path) {
-    std::error_code error;
-    const auto target = std::filesystem::canonical(path, error);
-    return error ? path : target.string();
-}
-
 }  // namespace
 
 std::string OutputFile::commit() {
     const int error = _path == kStandardOutput ? _content.copyTo(STDOUT_FILENO)
-                      : isToBeReplaced(_path)  ? replaceFile(resolved(_path))
+                      : isToBeReplaced(_path)  ? replaceFile()
                                                : writeInto();
     return error == 0 ? std::string() : fmt::format("cannot be written: {}", std::strerror(error));
 }
 
-int OutputFile::replaceFile(const std::string& path) {
+int OutputFile::replaceFile() {
     const InterruptsHeld held(true);
-    std::string fresh = path + ".XXXXXX";
-    const int descriptor = ::mkstemp(fresh.data());
+    embedded::FileReplacement replacement;
+    const int descriptor = replacement.begin(_path);
     if (descriptor < 0) return errno;
     int error = _content.copyTo(descriptor);
-    const auto keep = [&error](int result) {
-        if (error == 0 && result != 0) error = errno;
+    const auto keep = [&error](bool isDone) {
+        if (error == 0 && !isDone) error = errno;
     };
-    keep(::fchmod(descriptor, wantedMode()));
-    keep(::fsync(descriptor));
-    keep(::close(descriptor));
-    if (error == 0) keep(::rename(fresh.c_str(), path.c_str()));
-    if (error != 0) (void)::unlink(fresh.c_str());
+    keep(embedded::sync(descriptor));
+    keep(::close(descriptor) == 0);
+    if (error == 0) keep(replacement.finish());
     return error;
 }
 

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] const std::string& path() const { return _path; }
 
 private:
-    [[nodiscard]] int replaceFile(const std::string& path);
+    [[nodiscard]] int replaceFile();
     [[nodiscard]] int writeInto();
 
     std::string _path;

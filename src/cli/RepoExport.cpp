@@ -2,13 +2,13 @@
 // A repository's libraries and models as text files.
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
+#include <ostream>
 #include <set>
+#include <streambuf>
 
+#include "cli/OutputFile.h"
 #include "cli/RepoCommand.h"
 #include "cli/RepoSession.h"
 #include "cli/RepoVerbs.h"
@@ -32,6 +32,27 @@ std::string fileNameFor(std::string_view name) {
     }
     return result;
 }
+
+/// What is written goes into the file.
+class Feed final : public std::streambuf {
+public:
+    explicit Feed(OutputFile& file) : _file(file) {}
+
+protected:
+    std::streamsize xsputn(const char* text, std::streamsize size) override {
+        _file.add({text, static_cast<std::size_t>(size)});
+        return size;
+    }
+    int_type overflow(int_type c) override {
+        if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
+        const char byte = traits_type::to_char_type(c);
+        _file.add({&byte, 1});
+        return c;
+    }
+
+private:
+    OutputFile& _file;
+};
 
 class Export {
 public:
@@ -62,24 +83,15 @@ private:
         return free;
     }
 
-    /// Beside its place first, so that what breaks off leaves an older file as it was.
     void writeFile(const std::string& name, const std::function<QorExportResult(std::ostream&)>& content) {
-        const fs::path path = _folder / name;
-        const fs::path unfinished = path.string() + ".unfinished";
-        errno = 0;
-        std::ofstream out(unfinished, std::ios::binary | std::ios::trunc);
-        const QorExportResult result = out ? content(out) : QorExportResult{};
-        out.close();
-        std::error_code error;
-        if (result.ok() && out) fs::rename(unfinished, path, error);
-        if (result.ok() && out && !error) {
-            _files.push_back(path.string());
-            if (!_session.options.json) _session.console.out(printable(path.string()) + "\n");
-            return;
-        }
-        std::string why = result.ok() ? error ? error.message() : std::string(std::strerror(errno)) : result.problem;
-        fs::remove(unfinished, error);
-        _session.error(path.string(), fmt::format("cannot be written: {}", why), Exit::WriteFailed);
+        OutputFile file((_folder / name).string());
+        Feed feed(file);
+        std::ostream out(&feed);
+        const QorExportResult result = content(out);
+        const std::string problem = result.ok() ? file.commit() : fmt::format("cannot be written: {}", result.problem);
+        if (!problem.empty()) return _session.error(file.path(), problem, Exit::WriteFailed);
+        _files.push_back(file.path());
+        if (!_session.options.json) _session.console.out(printable(file.path()) + "\n");
     }
 
     RepoSession& _session;

@@ -27,6 +27,16 @@ QorErrorCode answered(Operation operation) noexcept {
     return Qor_Guarded("embedded", QorErrorCode::Broken, operation);
 }
 
+// Runs an operation on the files of a repository; what it throws is a lack of memory.
+template <class Operation>
+QorRepositoryResult onFile(Operation operation) noexcept {
+    try {
+        return operation();
+    } catch (...) {
+        return {QorRepositoryStatus::NoMemory, {}, {}};
+    }
+}
+
 // Fills an output, and gives Ok. An output is touched only when nothing can fail any more.
 inline QorErrorCode give(char*& output, std::string_view text) {
     std::unique_ptr<char[]> copy(new char[text.size() + 1]);

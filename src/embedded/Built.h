@@ -6,14 +6,20 @@ namespace qor::embedded {
 
 inline constexpr bool kOfManySteps = true;
 
-// Changes the repository; memory is what identifiers are made of, and running out of it is running out of them.
+// Memory is what identifiers are made of, and running out of it is running out of them.
 template <class Operation>
-QorBuildResult built(Repository& repository, Operation operation, bool ofManySteps = false) noexcept {
+QorBuildResult built(Operation operation) noexcept {
     try {
-        return repository.change(operation, ofManySteps);
+        return operation();
     } catch (...) {
         return refused(QorBuildError::NoIdentifiersLeft);
     }
+}
+
+// Changes the repository.
+template <class Operation>
+QorBuildResult built(Repository& repository, Operation operation, bool ofManySteps = false) noexcept {
+    return built([&] { return repository.change(operation, ofManySteps); });
 }
 
 }  // namespace qor::embedded

@@ -10,15 +10,7 @@
 // Bytes as text that stands in one line.
 namespace qor::embedded {
 
-// Letters, digits, "-" and "_".
-[[nodiscard]] inline std::string toBase64(const unsigned char* bytes, std::size_t size) {
-    std::string text(sodium_base64_ENCODED_LEN(size, sodium_base64_VARIANT_URLSAFE_NO_PADDING), '\0');
-    (void)sodium_bin2base64(text.data(), text.size(), bytes, size, sodium_base64_VARIANT_URLSAFE_NO_PADDING);
-    text.pop_back();
-    return text;
-}
-
-// False unless the text stands for exactly so many bytes, in the one form that `toBase64` gives.
+// False unless the text stands for exactly so many bytes: letters, digits, "-" and "_", without padding.
 template <std::size_t Size>
 [[nodiscard]] bool fromBase64(std::string_view text, std::array<unsigned char, Size>& bytes) {
     std::size_t size = 0;

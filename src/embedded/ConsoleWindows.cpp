@@ -7,6 +7,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
+#include <vector>
+
+#include "embedded/CheckBoxes.h"
 
 namespace qor::embedded {
 
@@ -127,17 +131,15 @@ void ConsoleWindows::closeProgress(long window) {
 
 // Cancelled by ending the input.
 bool ConsoleWindows::checkBoxDialog(SV::Window*, const SV::String& title, std::span<QorCheckBox> boxes) {
-    std::vector<bool> checked;
-    for (const QorCheckBox& box : boxes) {
-        const bool isEnabled = box.enabledBy < 0 || checked[static_cast<std::size_t>(box.enabledBy)];
-        const auto answer =
-            isEnabled ? askWhether(printable(title.view(), false) + ": " + printable(box.label.view(), false) + "?",
-                                   box.checked)
-                      : box.checked;
+    std::vector<QorCheckBox> asked(boxes.begin(), boxes.end());
+    for (std::size_t at = 0; at < asked.size(); ++at) {
+        if (!isEnabled(asked, at)) continue;
+        const auto answer = askWhether(
+            printable(title.view(), false) + ": " + printable(asked[at].label.view(), false) + "?", asked[at].checked);
         if (!answer) return false;
-        checked.push_back(*answer);
+        asked[at].checked = *answer;
     }
-    for (std::size_t at = 0; at < boxes.size(); ++at) boxes[at].checked = checked[at];
+    std::move(asked.begin(), asked.end(), boxes.begin());
     return true;
 }
 

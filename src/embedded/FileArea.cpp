@@ -166,12 +166,16 @@ bool FileArea::close(long handle) {
     if (auto* const file = std::get_if<OrdinaryFile>(&open)) return file->close();
     const auto* const writing = std::get_if<Writing>(&open);
     if (writing == nullptr) return true;
-    // Half of a line is none.
-    if (!writing->isWhole || storeOf(writing->repository) == nullptr) {
-        _vault.lose(writing->isWhole ? QorRepositoryStatus::NotOpen : QorRepositoryStatus::NoMemory);
-        return false;
-    }
-    return _vault.write({writing->kind, writing->name, writing->content}).ok();
+    if (writeWhole(*writing).ok()) return true;
+    _vault.countLostWrite();
+    return false;
+}
+
+// Half of a line is none.
+QorRepositoryResult FileArea::writeWhole(const Writing& writing) {
+    if (!writing.isWhole) return _vault.fail(failure(QorRepositoryStatus::NoMemory));
+    if (storeOf(writing.repository) == nullptr) return _vault.fail(failure(QorRepositoryStatus::NotOpen));
+    return _vault.write({writing.kind, writing.name, writing.content});
 }
 
 }  // namespace qor::embedded

@@ -51,6 +51,7 @@ private:
     [[nodiscard]] FileStore* storeOf(const RepositoryIdentity& repository);
     [[nodiscard]] long openInArea(const std::string& name, QorFileOpenMode mode);
     [[nodiscard]] long keep(Handle handle);
+    QorRepositoryResult writeWhole(const Writing& writing);
     [[nodiscard]] long readFrom(Reading& reading, char* buffer, unsigned long size);
 
     Vault& _vault;

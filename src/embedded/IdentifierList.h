@@ -34,6 +34,12 @@ public:
         for (const QorIdentifier id : _ids)
             if (_gone == 0 || things.exists(id)) take(id);
     }
+    // Until `take` gives true.
+    template <class Take>
+    void forEachUntil(const ThingTable& things, Take take) const {
+        for (const QorIdentifier id : _ids)
+            if ((_gone == 0 || things.exists(id)) && take(id)) return;
+    }
     [[nodiscard]] QorIdentifier last(const ThingTable& things) const {
         for (std::size_t at = _ids.size(); at > 0; --at)
             if (things.exists(_ids[at - 1])) return _ids[at - 1];

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "embedded/ByteText.h"
+#include "embedded/FileReplacement.h"
 #include "embedded/store/RepositoryStore.h"
 
 namespace qor::embedded {
@@ -29,11 +30,6 @@ std::string setting(const char* variable) {
     return value == nullptr ? std::string() : std::string(value);
 }
 
-std::string folderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
-}
-
 // Makes the folders that are missing, for their owner only.
 bool makeFolders(const std::string& path) {
     for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
@@ -44,13 +40,6 @@ bool makeFolders(const std::string& path) {
         }
         if (end == std::string::npos) return true;
     }
-}
-
-void syncFolder(const std::string& folder) noexcept {
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    (void)::fsync(descriptor);
-    ::close(descriptor);
 }
 
 class Descriptor {
@@ -162,7 +151,7 @@ QorRepositoryResult KeyFile::make(SecretKey& key) const {
     errno = error;
     if (error == EEXIST) return failure(QorRepositoryStatus::Exists);
     if (!isWritten) return failed("cannot be written");
-    syncFolder(folder);
+    (void)syncFolder(folder);
     return {};
 }
 

@@ -73,7 +73,8 @@ QorErrorCode LibraryLocks::release(std::span<const QorIdentifier> libraries, con
     std::vector<QorIdentifier> its;
     for (const QorIdentifier library : libraries) {
         const Own* const it = own(library, file);
-        if (it != nullptr && it->user == user) its.push_back(library);
+        // One that was broken goes as well: the file still counts this process among those who had one.
+        if (it == nullptr || it->user == user) its.push_back(library);
         QorLibraryLock lock;
         if (it == nullptr ? find(library, user, file, lock) && lock.user != user : it->user != user)
             code = QorErrorCode::LockedByOther;

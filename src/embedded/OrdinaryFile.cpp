@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <utility>
 
 namespace qor::embedded {
@@ -15,58 +14,38 @@ namespace {
 
 constexpr mode_t kReadableByAll = 0666;
 
-mode_t wantedMode() {
-    const mode_t mask = ::umask(0);
-    (void)::umask(mask);
-    return kReadableByAll & ~mask;
-}
-
-// The file itself, not a link to it.
-std::string resolved(const std::string& path) {
-    char* const found = ::realpath(path.c_str(), nullptr);
-    if (found == nullptr) return path;
-    std::string target = found;
-    std::free(found);
-    return target;
-}
-
 }  // namespace
 
 OrdinaryFile::OrdinaryFile(OrdinaryFile&& other) noexcept
     : _descriptor(std::exchange(other._descriptor, -1)),
       _isWritten(other._isWritten),
       _hasFailed(other._hasFailed),
-      _target(std::move(other._target)),
-      _unfinished(std::exchange(other._unfinished, {})) {}
+      _made(std::move(other._made)),
+      _replacement(std::move(other._replacement)) {}
 
 OrdinaryFile::~OrdinaryFile() {
     if (_descriptor >= 0) ::close(_descriptor);
-    if (!_unfinished.empty()) (void)::unlink(_unfinished.c_str());
 }
 
 bool OrdinaryFile::open(const std::string& path, QorFileOpenMode mode) {
     _isWritten = mode != QorFileOpenMode::Read;
     if (mode == QorFileOpenMode::Replace) return openToReplace(path);
-    const int flags = _isWritten ? O_WRONLY | O_APPEND | O_CREAT : O_RDONLY;
-    _descriptor = ::open(path.c_str(), flags | O_CLOEXEC, kReadableByAll);
+    _descriptor = ::open(path.c_str(), (_isWritten ? O_WRONLY | O_APPEND : O_RDONLY) | O_CLOEXEC);
+    if (_descriptor < 0 && _isWritten && errno == ENOENT) {
+        _descriptor = ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kReadableByAll);
+        _made = resolved(path);
+    }
     struct stat status {};
     return _descriptor >= 0 && ::fstat(_descriptor, &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
 bool OrdinaryFile::openToReplace(const std::string& path) {
     struct stat status {};
-    const bool isThere = ::stat(path.c_str(), &status) == 0;
-    if (isThere && !S_ISREG(status.st_mode)) {  // a terminal, a pipe or a device takes what comes
-        if (S_ISDIR(status.st_mode)) return false;
+    if (::stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode))
+        _descriptor = _replacement.begin(path);
+    else if (!S_ISDIR(status.st_mode))  // a terminal, a pipe or a device takes what comes
         _descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
-        return _descriptor >= 0;
-    }
-    _target = resolved(path);
-    std::string unfinished = _target + ".XXXXXX";
-    _descriptor = ::mkstemp(unfinished.data());
-    if (_descriptor < 0) return false;
-    _unfinished = std::move(unfinished);
-    return ::fchmod(_descriptor, isThere ? status.st_mode & 07777 : wantedMode()) == 0;
+    return _descriptor >= 0;
 }
 
 long OrdinaryFile::read(char* buffer, unsigned long size) {
@@ -99,14 +78,10 @@ long OrdinaryFile::write(const char* bytes, unsigned long size) {
 
 bool OrdinaryFile::close() {
     bool isGood = !_hasFailed;
-    // What cannot be synced, such as a pipe, has nothing to sync.
-    if (_isWritten && ::fsync(_descriptor) != 0 && errno != EINVAL && errno != EROFS) isGood = false;
+    if (_isWritten && !sync(_descriptor)) isGood = false;
     if (::close(std::exchange(_descriptor, -1)) != 0) isGood = false;
-    if (_unfinished.empty()) return isGood;
-    const std::string unfinished = std::exchange(_unfinished, {});
-    if (isGood && ::rename(unfinished.c_str(), _target.c_str()) == 0) return true;
-    (void)::unlink(unfinished.c_str());
-    return false;
+    if (!isGood) return false;
+    return (_made.empty() || syncFolder(folderOf(_made))) && (!_replacement.isBegun() || _replacement.finish());
 }
 
 }  // namespace qor::embedded

@@ -2,6 +2,7 @@
 #pragma once
 #include <string>
 
+#include "embedded/FileReplacement.h"
 #include "platform/QorFileManager.h"
 
 namespace qor::embedded {
@@ -26,8 +27,8 @@ private:
     int _descriptor = -1;
     bool _isWritten = false;
     bool _hasFailed = false;
-    std::string _target;      // that is replaced at the end
-    std::string _unfinished;  // by this one
+    std::string _made;  // when there was none
+    FileReplacement _replacement;
 };
 
 }  // namespace qor::embedded

@@ -2,6 +2,7 @@
 #include "embedded/QorEmbeddedPlatform.h"
 
 #include "embedded/Announcements.h"
+#include "embedded/Answers.h"
 #include "embedded/Builder.h"
 #include "embedded/ConsoleWindows.h"
 #include "embedded/Editing.h"
@@ -79,20 +80,6 @@ void QorEmbeddedPlatform::forgetShown() { _impl->recording.shown().clear(); }
 QorScriptedAnswers& QorEmbeddedPlatform::answers() { return _impl->recording.answers(); }
 std::size_t QorEmbeddedPlatform::repositoryBytes() const { return _impl->repository.bytes(); }
 
-namespace {
-
-// Runs an operation on files; what it throws is a lack of memory.
-template <class Operation>
-QorRepositoryResult onFile(Operation operation) {
-    try {
-        return operation();
-    } catch (const std::exception&) {
-        return {QorRepositoryStatus::NoMemory, {}, {}};
-    }
-}
-
-}  // namespace
-
 QorRepositoryResult QorEmbeddedPlatform::openRepository(const std::string& path, QorRepositoryAccess access) {
     return onFile([&] {
         if (hasRepository() || !_impl->repository.isEmpty()) return failure(QorRepositoryStatus::AlreadyOpen);
@@ -100,6 +87,7 @@ QorRepositoryResult QorEmbeddedPlatform::openRepository(const std::string& path,
         auto file = SqliteStore::open(path, access, result);
         if (file != nullptr) result = _impl->repository.attach(std::move(file));
         if (access == QorRepositoryAccess::Copy) _impl->repository.keepInMemory();
+        if (hasRepository()) _impl->vault.forget();
         return result;
     });
 }
@@ -109,7 +97,9 @@ QorRepositoryResult QorEmbeddedPlatform::createRepository(const std::string& pat
         if (hasRepository() || !_impl->repository.isEmpty()) return failure(QorRepositoryStatus::AlreadyOpen);
         QorRepositoryResult result;
         auto file = SqliteStore::create(path, result);
-        return file == nullptr ? result : _impl->repository.attach(std::move(file));
+        if (file != nullptr) result = _impl->repository.attach(std::move(file));
+        if (hasRepository()) _impl->vault.forget();
+        return result;
     });
 }
 
@@ -118,8 +108,9 @@ QorRepositoryResult QorEmbeddedPlatform::closeRepository() {
         if (!hasRepository()) return failure(QorRepositoryStatus::NotOpen);
         if (_impl->session.library != QorNoIdentifier)
             return failure(QorRepositoryStatus::AlreadyOpen, "a library of it is loaded");
-        _impl->session.locks.forget();
         _impl->repository.detach();
+        _impl->session.locks.forget();
+        _impl->vault.forget();
         return QorRepositoryResult{};
     });
 }

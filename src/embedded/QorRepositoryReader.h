@@ -141,7 +141,7 @@ public:
     /// Tells an own value that is the empty text from none at all; with a default behind it, that is a difference.
     [[nodiscard]] virtual bool hasValue(QorIdentifier instance, QorIdentifier attribute) const = 0;
     /// What the references and profile references in a model name and what does not exist, defaults included. O(model),
-    /// and for each profile that is missing O(models).
+    /// and for each profile that does not lie in the model itself O(models).
     [[nodiscard]] virtual std::vector<QorMissingTarget> missingTargets(QorIdentifier model) const = 0;
     /// Rows of a record attribute, in their order.
     [[nodiscard]] virtual std::vector<QorIdentifier> recordRows(QorIdentifier instance,

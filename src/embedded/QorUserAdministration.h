@@ -44,8 +44,8 @@ struct QorGroupPermissionInfo {
 /// Everything is done by the platform's current user and refused (NotAllowed) to whoever may not do it:
 /// - While the repository has no users, everybody may do everything. The first user who is added is an administrator.
 /// - An administrator may do everything. One is always left while there are users (LastAdministrator).
-/// - A sub-administrator may do everything but change or remove administrators and sub-administrators, grant and
-///   withdraw rights, and set the sign-on mode.
+/// - A sub-administrator may do everything but change or remove administrators and sub-administrators and what these
+///   belong to, grant and withdraw rights, and set the sign-on mode.
 ///
 /// This keeps order among people who work together; it is no protection from somebody who can write to the file.
 /// Every change raises events (docs/events.md). Nothing is changed when an operation fails.
@@ -79,7 +79,7 @@ public:
     /// Names are unique among all groups, system user groups included.
     virtual QorBuildResult addUserGroup(std::string_view name, bool isSystem = false) = 0;
     virtual QorBuildResult renameUserGroup(QorIdentifier group, std::string_view name) = 0;
-    /// With memberships and permissions. O(users).
+    /// With memberships and permissions. Refused to who may not change one of its own members. O(users).
     virtual QorBuildResult removeUserGroup(QorIdentifier group) = 0;
     /// `member` is a user, or a group whose members then count as members, too. GroupInItself for a circle. Joining
     /// twice, or leaving what one is not in, is no failure and no change.

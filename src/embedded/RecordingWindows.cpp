@@ -4,6 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "embedded/CheckBoxes.h"
+
 namespace qor::embedded {
 
 namespace {
@@ -59,11 +61,8 @@ bool RecordingWindows::checkBoxDialog(SV::Window*, const SV::String& title, std:
     note(QorShownKind::CheckBoxDialog, 0, title.str());
     const auto answer = next(_answers.checkBoxes);
     if (!answer) return false;
-    for (std::size_t at = 0; at < boxes.size() && at < answer->size(); ++at) {
-        const int by = boxes[at].enabledBy;
-        const bool isEnabled = by < 0 || boxes[static_cast<std::size_t>(by)].checked;
-        if (isEnabled) boxes[at].checked = (*answer)[at];
-    }
+    for (std::size_t at = 0; at < boxes.size() && at < answer->size(); ++at)
+        if (isEnabled(boxes, at)) boxes[at].checked = (*answer)[at];
     return true;
 }
 

@@ -68,6 +68,10 @@ void forEachReferenceInModel(const Repository& repository, QorIdentifier model, 
     ReferenceWalk(repository, withoutInstance(take)).visitModel(model);
 }
 
+void forEachNamingValueOf(const Repository& repository, QorIdentifier instance, const TakeNamingValue& take) {
+    ReferenceWalk(repository, take, true).visit(instance);
+}
+
 void forEachNamingValue(const Repository& repository, QorIdentifier model, const TakeNamingValue& take) {
     ReferenceWalk(repository, take, true).visitModel(model);
 }

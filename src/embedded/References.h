@@ -19,7 +19,9 @@ void forEachReferenceInModel(const Repository& repository, QorIdentifier model, 
 // Takes one attribute value that names other things, with the object or relation that has it, in itself or in a row.
 using TakeNamingValue =
     std::function<void(QorIdentifier instance, const AttributeRow& attribute, std::string_view text)>;
-// For every value in a model that holds references or names an attribute profile.
+// For every value of the object or relation, or of everything in a model, that holds references or names an attribute
+// profile.
+void forEachNamingValueOf(const Repository& repository, QorIdentifier instance, const TakeNamingValue& take);
 void forEachNamingValue(const Repository& repository, QorIdentifier model, const TakeNamingValue& take);
 
 [[nodiscard]] bool holdsReferences(const Repository& repository, QorIdentifier instance);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -44,6 +45,11 @@ public:
         if (!result.ok() || change.keep()) return result;
         return refused(QorBuildError::NotStored);
     }
+
+    // False, with the problem noted, when the file must not be written.
+    [[nodiscard]] bool mayChange();
+    // Grows with whatever may have changed something, also with what was taken back.
+    [[nodiscard]] std::uint64_t changes() const noexcept { return _changes; }
 
     // A unit of work keeps all changes together until it is committed.
     [[nodiscard]] bool isUnitOpen() const { return _isUnitOpen; }
@@ -135,7 +141,6 @@ private:
     [[nodiscard]] Journal& journal() { return _content->store.journal; }
     [[nodiscard]] const Journal& journal() const { return _content->store.journal; }
     void copyValues(QorIdentifier from, QorIdentifier to);
-    [[nodiscard]] bool mayChange();
     [[nodiscard]] bool isInstance(QorIdentifier id) const;
     [[nodiscard]] bool writeBehind();
     void writeThings();
@@ -149,6 +154,7 @@ private:
     std::unique_ptr<Content> _content = std::make_unique<Content>();
     std::unique_ptr<RepositoryStore> _file;
     QorRepositoryResult _lastProblem;
+    std::uint64_t _changes = 0;
     bool _isUnitOpen = false;
 };
 

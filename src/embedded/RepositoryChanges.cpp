@@ -20,6 +20,7 @@ Repository::Change::Change(Repository& repository, bool ofManySteps)
     : _repository(repository),
       _standsAlone((repository._file != nullptr || ofManySteps) && !repository._isUnitOpen),
       _from(repository.journal().size()) {
+    ++repository._changes;
     if (_standsAlone) repository.journal().start(repository.things().next());
 }
 
@@ -65,6 +66,7 @@ bool Repository::commitUnit() {
 
 void Repository::rollBackUnit() noexcept {
     if (!_isUnitOpen) return;
+    ++_changes;
     takeBackTo(0);
     journal().stop();
     _isUnitOpen = false;

@@ -133,6 +133,7 @@ QorRepositoryResult Repository::attach(std::unique_ptr<RepositoryStore> file) {
     if (!result.ok() && result.status != QorRepositoryStatus::Damaged) return result;
     loading.finish(result);
     if (!result.ok()) file->refuseWriting();
+    ++_changes;
     _content = std::move(content);
     _file = std::move(file);
     return result;
@@ -141,6 +142,7 @@ QorRepositoryResult Repository::attach(std::unique_ptr<RepositoryStore> file) {
 void Repository::detach() {
     auto content = std::make_unique<Content>();
     rollBackUnit();
+    ++_changes;
     _file.reset();
     _content = std::move(content);
 }

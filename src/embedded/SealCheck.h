@@ -39,7 +39,6 @@ private:
         std::int64_t dropped = 0;  // the first entry since then whose content is gone
     };
 
-    [[nodiscard]] static Link linkOf(const FileEntry& entry);
     // All of it as of one commit.
     [[nodiscard]] QorRepositoryStatus readAtOnce();
     [[nodiscard]] QorRepositoryStatus readAll();

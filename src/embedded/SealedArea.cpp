@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "embedded/SealedArea.h"
 
+#include "embedded/Answers.h"
 #include "embedded/ByteText.h"
 #include "embedded/FileArea.h"
 #include "embedded/SealCheck.h"
@@ -11,20 +12,6 @@ QorFileArea::~QorFileArea() = default;
 
 namespace qor::embedded {
 
-namespace {
-
-// What throws is a lack of memory.
-template <class Operation>
-QorRepositoryResult guarded(Operation operation) {
-    try {
-        return operation();
-    } catch (const std::exception&) {
-        return {QorRepositoryStatus::NoMemory, {}, {}};
-    }
-}
-
-}  // namespace
-
 SealedArea::~SealedArea() = default;
 
 std::string SealedArea::keyFile() {
@@ -32,7 +19,7 @@ std::string SealedArea::keyFile() {
 }
 
 QorRepositoryResult SealedArea::prepare() {
-    return guarded([this] { return _vault.seals(true) == nullptr ? _vault.problem() : QorRepositoryResult{}; });
+    return onFile([this] { return _vault.seals(true) == nullptr ? _vault.problem() : QorRepositoryResult{}; });
 }
 
 std::string SealedArea::takeVerificationKey() {
@@ -43,7 +30,7 @@ std::string SealedArea::takeVerificationKey() {
 }
 
 QorRepositoryResult SealedArea::readHead(std::string& head) {
-    return guarded([&] {
+    return onFile([&] {
         head.clear();
         const Seals* const seals = _vault.seals(false);
         if (seals == nullptr) return _vault.problem();
@@ -59,7 +46,7 @@ QorRepositoryResult SealedArea::readHead(std::string& head) {
 
 QorSealReport SealedArea::verify(std::string_view verificationKey, std::string_view notedHead) {
     QorSealReport report;
-    report.result = guarded([&] {
+    report.result = onFile([&] {
         std::optional<SealDigest> firstKey;
         std::optional<NotedHead> noted;
         if (!verificationKey.empty() && !fromDigits(verificationKey, firstKey.emplace()))
@@ -75,7 +62,7 @@ QorSealReport SealedArea::verify(std::string_view verificationKey, std::string_v
 }
 
 QorRepositoryResult SealedArea::rename(std::string_view name, std::string_view newName) {
-    return guarded([&] {
+    return onFile([&] {
         if (!isFileAreaName(name) || !isFileAreaName(newName))
             return _vault.fail(failure(QorRepositoryStatus::NotARepository, "that is not a name for a file"));
         return _vault.write({FileEntryKind::Renamed, name, newName});

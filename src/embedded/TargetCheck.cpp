@@ -2,6 +2,7 @@
 #include "embedded/TargetCheck.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "embedded/InterReferenceText.h"
 #include "embedded/References.h"
@@ -29,15 +30,18 @@ bool holdsObject(const Repository& repository, QorIdentifier library, QorIdentif
     });
 }
 
-// Empty when the target exists.
-std::string whatIsMissing(const Repository& repository, QorIdentifier library, const QorInterModRefTarget& target) {
+bool exists(const Repository& repository, QorIdentifier library, const QorInterModRefTarget& target) {
     const QorIdentifier model = findModel(repository, library, target);
-    const std::string modelText =
-        "model " + inQuotes(target.modelName.view()) + " of type " + inQuotes(target.modelTypeName.view());
-    if (model == QorNoIdentifier) return "the " + modelText;
-    if (target.objectName.IsEmpty() || holdsObject(repository, library, model, target)) return {};
-    return "the object " + inQuotes(target.objectName.view()) + " of class " + inQuotes(target.className.view()) +
-           " in the " + modelText;
+    return model != QorNoIdentifier && (target.objectName.IsEmpty() || holdsObject(repository, library, model, target));
+}
+
+std::string inWords(const Repository& repository, const NamedTarget& target) {
+    if (target.profileClass != QorNoIdentifier)
+        return "the profile " + inQuotes(target.object) + " of class " +
+               inQuotes(repository.nameOf(target.profileClass));
+    const std::string model = "the model " + inQuotes(target.model) + " of type " + inQuotes(target.modelType);
+    if (target.object.empty()) return model;
+    return "the object " + inQuotes(target.object) + " of class " + inQuotes(target.cls) + " in " + model;
 }
 
 }  // namespace
@@ -47,31 +51,37 @@ QorIdentifier findProfile(const Repository& repository, QorIdentifier object, Qo
     const ModelStore& models = repository.models();
     std::vector<QorIdentifier> classes = repository.meta().descendants(profileClass);
     classes.insert(classes.begin(), profileClass);
-    QorIdentifier found = QorNoIdentifier;
-    const auto search = [&](QorIdentifier model) {
+    const auto profileIn = [&](QorIdentifier model) {
+        QorIdentifier found = QorNoIdentifier;
         for (auto at = classes.begin(); found == QorNoIdentifier && at != classes.end(); ++at)
             found = models.findObject(model, *at, name);
+        return found;
     };
-    search(models.modelOf(object));
-    if (found == QorNoIdentifier)
-        repository.meta().library(repository.applicationLibraryOf(object))->models.forEach(repository.things(), search);
+    if (const QorIdentifier own = profileIn(models.modelOf(object)); own != QorNoIdentifier) return own;
+    QorIdentifier found = QorNoIdentifier;
+    repository.meta()
+        .library(repository.applicationLibraryOf(object))
+        ->models.forEachUntil(repository.things(), [&](QorIdentifier model) {
+            found = profileIn(model);
+            return found != QorNoIdentifier;
+        });
     return found;
 }
 
-std::vector<std::string> missingTargets(const Repository& repository, QorIdentifier instance,
+std::vector<NamedTarget> missingTargets(const Repository& repository, QorIdentifier instance,
                                         const AttributeRow& attribute, std::string_view text) {
-    std::vector<std::string> missing;
+    std::vector<NamedTarget> missing;
     if (text.empty()) return missing;
     if (attribute.type == QorCoreAttributeType::AttributeProfile) {
         if (findProfile(repository, instance, attribute.target, text) == QorNoIdentifier)
-            missing.push_back("the profile " + inQuotes(text) + " of class " +
-                              inQuotes(repository.nameOf(attribute.target)));
+            missing.push_back({attribute.target, {}, {}, {}, std::string(text)});
     } else if (attribute.type == QorCoreAttributeType::InterReference) {
         const auto targets = parseReferences(text, attribute.refersToModels);
         const QorIdentifier library = repository.applicationLibraryOf(instance);
         for (const QorInterModRefTarget& target : targets.value_or(std::vector<QorInterModRefTarget>()))
-            if (std::string what = whatIsMissing(repository, library, target); !what.empty())
-                missing.push_back(std::move(what));
+            if (!exists(repository, library, target))
+                missing.push_back({QorNoIdentifier, target.modelTypeName.str(), target.modelName.str(),
+                                   target.className.str(), target.objectName.str()});
     }
     return missing;
 }
@@ -80,24 +90,47 @@ std::vector<QorMissingTarget> missingTargetsIn(const Repository& repository, Qor
     std::vector<QorMissingTarget> found;
     forEachNamingValue(repository, model,
                        [&](QorIdentifier instance, const AttributeRow& attribute, std::string_view text) {
-                           for (std::string& what : missingTargets(repository, instance, attribute, text))
-                               found.push_back({instance, attribute.id, std::move(what)});
+                           for (const NamedTarget& target : missingTargets(repository, instance, attribute, text))
+                               found.push_back({instance, attribute.id, inWords(repository, target)});
                        });
     return found;
 }
 
 bool TargetCheck::mayBeSet(QorIdentifier instance, const AttributeRow& attribute, std::string_view text) {
-    const std::vector<std::string> missing = missingTargets(_repository, instance, attribute, text);
-    const QorIdentifier model = _repository.models().modelOf(instance);
-    const auto areKnown = [&] {
-        return _model == model && std::all_of(missing.begin(), missing.end(),
-                                              [&](const std::string& what) { return _missing.contains(what); });
-    };
-    if (missing.empty() || areKnown()) return true;
+    const std::vector<NamedTarget> missing = missingTargets(_repository, instance, attribute, text);
+    const QorIdentifier model = missing.empty() ? QorNoIdentifier : _repository.models().modelOf(instance);
+    return std::all_of(missing.begin(), missing.end(),
+                       [&](const NamedTarget& target) { return isNamedIn(model, target); });
+}
+
+bool TargetCheck::isNamedIn(QorIdentifier model, const NamedTarget& target) {
+    if (_model == model) {
+        const auto known = _missing.find(target);
+        if (_asOf == _repository.changes()) return known != _missing.end();
+        if (known != _missing.end() && _repository.models().modelOf(known->second) == model &&
+            names(known->second, target))
+            return true;
+    }
+    _model = QorNoIdentifier;
     _missing.clear();
+    forEachNamingValue(_repository, model,
+                       [&](QorIdentifier instance, const AttributeRow& attribute, std::string_view text) {
+                           for (NamedTarget& its : missingTargets(_repository, instance, attribute, text))
+                               _missing.try_emplace(std::move(its), instance);
+                       });
     _model = model;
-    for (QorMissingTarget& its : missingTargetsIn(_repository, model)) _missing.insert(std::move(its.what));
-    return areKnown();
+    _asOf = _repository.changes();
+    return _missing.contains(target);
+}
+
+bool TargetCheck::names(QorIdentifier instance, const NamedTarget& target) const {
+    bool isNamed = false;
+    forEachNamingValueOf(_repository, instance,
+                         [&](QorIdentifier, const AttributeRow& attribute, std::string_view text) {
+                             const auto missing = missingTargets(_repository, instance, attribute, text);
+                             isNamed = isNamed || std::find(missing.begin(), missing.end(), target) != missing.end();
+                         });
+    return isNamed;
 }
 
 }  // namespace qor::embedded

@@ -19,11 +19,6 @@ namespace {
 
 constexpr std::uint8_t kSignOnBits = kAllManagerBits & static_cast<std::uint8_t>(~kOrdinaryBit);
 
-template <class Operation>
-QorBuildResult guarded(Operation operation) {
-    return Qor_Guarded("embedded", refused(QorBuildError::NoIdentifiersLeft), operation);
-}
-
 }  // namespace
 
 UserAdministration::~UserAdministration() = default;
@@ -45,12 +40,17 @@ QorBuildError UserAdministration::refusal(QorIdentifier user) const {
     return refusal(row->fields.isAdministrator || row->fields.isSubAdministrator);
 }
 
+// Who may not change a user may not change what that user belongs to either.
+QorBuildError UserAdministration::refusalOfMember(QorIdentifier member) const {
+    return directory().user(member) != nullptr ? refusal(member) : refusal(false);
+}
+
 // Makes a change, and announces it when it is kept. `leaving` is a user or group that goes with it.
 template <class Operation, class Announce>
 QorBuildResult UserAdministration::changed(Operation operation, Announce announce, QorIdentifier leaving) {
-    return guarded([&] {
+    return built([&] {
         const Users::Announcing announcing(_users, leaving);
-        const QorBuildResult result = built(_repository, operation, kOfManySteps);
+        const QorBuildResult result = _repository.change(operation, kOfManySteps);
         if (result.ok()) announce(result.id);
         return result;
     });
@@ -62,7 +62,7 @@ QorBuildResult UserAdministration::addUser(std::string_view logonName, long user
     if (const QorBuildError error = refusal(false); error != QorBuildError::None) return refused(error);
     const std::uint8_t manager = managerBit(userManager);
     if (manager == 0) return refused(QorBuildError::ValueRefused);
-    return guarded([&] {
+    return built([&] {
         UserFields fields;
         fields.logonName = logonName;
         fields.managers = manager;
@@ -81,13 +81,15 @@ QorBuildResult UserAdministration::addUser(std::string_view logonName, long user
     });
 }
 
-// Of the logon or display name. What would be refused is not announced as coming either.
+// Of the logon or display name. What would be refused is not announced as coming either; only that the file does not
+// take it, or was changed by another process, shows afterwards.
 QorBuildResult UserAdministration::changeName(QorIdentifier user, UserFields fields) {
     if (const QorBuildResult result = directory().checkChange(user, fields); !result.ok()) return result;
     const UserFields& now = directory().user(user)->fields;
     if (now.logonName == fields.logonName && now.displayName == fields.displayName &&
         now.secondName == fields.secondName)
         return {user};
+    if (!_repository.mayChange()) return refused(QorBuildError::NotStored);
     _announcements.userChanged(QorUserEventKind::Renaming, user);
     return changed([&] { return directory().changeUser(user, std::move(fields)); },
                    [&](QorIdentifier) { _announcements.userChanged(QorUserEventKind::Renamed, user); });
@@ -95,7 +97,7 @@ QorBuildResult UserAdministration::changeName(QorIdentifier user, UserFields fie
 
 QorBuildResult UserAdministration::renameUser(QorIdentifier user, std::string_view logonName) {
     if (const QorBuildError error = refusal(user); error != QorBuildError::None) return refused(error);
-    return guarded([&] {
+    return built([&] {
         UserFields fields = directory().user(user)->fields;
         fields.logonName = logonName;
         return changeName(user, std::move(fields));
@@ -105,7 +107,7 @@ QorBuildResult UserAdministration::renameUser(QorIdentifier user, std::string_vi
 QorBuildResult UserAdministration::setDisplayName(QorIdentifier user, std::string_view displayName,
                                                   std::string_view secondName) {
     if (const QorBuildError error = refusal(user); error != QorBuildError::None) return refused(error);
-    return guarded([&] {
+    return built([&] {
         UserFields fields = directory().user(user)->fields;
         fields.displayName = displayName;
         fields.secondName = secondName;
@@ -184,9 +186,13 @@ QorBuildResult UserAdministration::setProfileEntry(QorIdentifier user, long entr
     if (!UserDirectory::isProfileEntry(number, text)) return refused(QorBuildError::ValueRefused);
     const std::string* const now = directory().profileEntry(*directory().user(user), number);
     if (now != nullptr ? *now == text : text.empty()) return {user};
-    _announcements.userChanged(QorUserEventKind::ProfileChanging, user, entry);
-    return changed([&] { return directory().setProfileEntry(user, number, text); },
-                   [&](QorIdentifier) { _announcements.userChanged(QorUserEventKind::ProfileChanged, user, entry); });
+    return built([&] {
+        if (!_repository.mayChange()) return refused(QorBuildError::NotStored);
+        _announcements.userChanged(QorUserEventKind::ProfileChanging, user, entry);
+        return changed(
+            [&] { return directory().setProfileEntry(user, number, text); },
+            [&](QorIdentifier) { _announcements.userChanged(QorUserEventKind::ProfileChanged, user, entry); });
+    });
 }
 
 QorBuildResult UserAdministration::setSingleSignOnMode(long mode) {
@@ -205,16 +211,20 @@ QorBuildResult UserAdministration::addUserGroup(std::string_view name, bool isSy
 
 QorBuildResult UserAdministration::renameUserGroup(QorIdentifier group, std::string_view name) {
     if (const QorBuildError error = refusal(false); error != QorBuildError::None) return refused(error);
+    if (const UserGroupRow* const row = directory().group(group); row != nullptr && row->name == name) return {group};
     return changed([&] { return directory().renameGroup(group, name); },
                    [&](QorIdentifier) { _announcements.userGroupChanged(QorUserGroupEventKind::Renamed, group); });
 }
 
 QorBuildResult UserAdministration::removeUserGroup(QorIdentifier group) {
     if (const QorBuildError error = refusal(false); error != QorBuildError::None) return refused(error);
-    return guarded([&] {
+    return built([&] {
         const UserGroupRow* const row = directory().group(group);
         const bool isSystem = row != nullptr && row->isSystem;
         const std::vector<QorIdentifier> members = directory().membersOf(group);
+        for (const QorIdentifier member : members)
+            if (const QorBuildError error = refusalOfMember(member); error != QorBuildError::None)
+                return refused(error);
         return changed([&] { return directory().removeGroup(group); },
                        [&](QorIdentifier) {
                            for (const QorIdentifier member : members)
@@ -237,13 +247,10 @@ void UserAdministration::announceMembership(QorIdentifier member, QorIdentifier 
                                         member);
 }
 
-// Who may not change a user may not change what that user belongs to either.
 QorBuildResult UserAdministration::changeMembership(QorIdentifier member, QorIdentifier group, bool joins) {
     const UserGroupRow* const row = directory().group(group);
     if (row == nullptr) return refused(QorBuildError::UnknownIdentifier);
-    const bool isUser = directory().user(member) != nullptr;
-    if (const QorBuildError error = isUser ? refusal(member) : refusal(false); error != QorBuildError::None)
-        return refused(error);
+    if (const QorBuildError error = refusalOfMember(member); error != QorBuildError::None) return refused(error);
     const bool isSystem = row->isSystem;
     if (directory().isMember(member, group) == joins) return {group};
     return changed([&] { return joins ? directory().join(member, group) : directory().leave(member, group); },

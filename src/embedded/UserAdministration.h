@@ -51,6 +51,8 @@ private:
     // Whether the current user may change this user; None when so.
     [[nodiscard]] QorBuildError refusal(QorIdentifier user) const;
     [[nodiscard]] QorBuildError refusal(bool everything) const;
+    // The same for a user or group as a member.
+    [[nodiscard]] QorBuildError refusalOfMember(QorIdentifier member) const;
     QorBuildResult changeName(QorIdentifier user, UserFields fields);
     template <class Edit>
     QorBuildResult changeFields(QorIdentifier user, Edit edit);

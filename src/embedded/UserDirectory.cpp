@@ -11,10 +11,6 @@ namespace {
 constexpr NameScope kUserNames{UserDirectory::kScope, nameTag::kUser};
 constexpr NameScope kGroupNames{UserDirectory::kScope, nameTag::kUserGroup};
 
-auto placeOf(std::vector<QorIdentifier>& sorted, QorIdentifier id) {
-    return std::lower_bound(sorted.begin(), sorted.end(), id);
-}
-
 bool holds(const std::vector<QorIdentifier>& sorted, QorIdentifier id) {
     return std::binary_search(sorted.begin(), sorted.end(), id);
 }
@@ -137,21 +133,6 @@ std::vector<QorIdentifier> UserDirectory::membersOf(QorIdentifier groupId) const
 
 // ---- Changes ----
 
-Step UserDirectory::step(StepKind kind, QorThingKind thing, QorIdentifier id) const {
-    Step step;
-    step.kind = kind;
-    step.thing = thing;
-    step.id = id;
-    step.scope = kScope;
-    step.hadValue = kind != StepKind::Added;
-    return step;
-}
-
-// To be called between making room and noting the step.
-void UserDirectory::keepBefore(Before before) {
-    if (_store.journal.isOn()) _before.push_back(std::move(before));
-}
-
 void UserDirectory::index(QorIdentifier id) noexcept {
     const UserRow* const row = user(id);
     _store.names.add(row != nullptr ? NameIndex::hashOf(kUserNames, row->fields.logonName)
@@ -164,11 +145,6 @@ void UserDirectory::unindex(QorIdentifier id) noexcept {
     _store.names.remove(row != nullptr ? NameIndex::hashOf(kUserNames, row->fields.logonName)
                                        : NameIndex::hashOf(kGroupNames, group(id)->name),
                         id);
-}
-
-void UserDirectory::sweep() noexcept {
-    closeGaps(_store.things, _users);
-    closeGaps(_store.things, _groups);
 }
 
 namespace {
@@ -188,24 +164,40 @@ QorBuildError checkFields(const UserFields& fields, const MetaModel& meta) {
 
 }  // namespace
 
-QorBuildResult UserDirectory::addUser(UserFields fields) {
-    if (const QorBuildError error = checkFields(fields, _meta); error != QorBuildError::None) return refused(error);
-    if (const QorIdentifier holder = findUser(fields.logonName); holder != QorNoIdentifier)
-        return refused(QorBuildError::DuplicateName, holder);
-    if (!_store.things.hasRoomFor(1, _users.size())) return refused(QorBuildError::NoIdentifiersLeft);
-    makeRoomForOne(_users);
+template <class Row>
+QorBuildResult UserDirectory::addRow(std::vector<Row>& rows, QorThingKind thing, Row row) {
+    if (!_store.things.hasRoomFor(1, rows.size())) return refused(QorBuildError::NoIdentifiersLeft);
+    makeRoomForOne(rows);
     _store.things.makeRoom(1);
     _store.names.makeRoom(1);
     _store.journal.makeRoom(1);
 
-    UserRow row;
-    row.id = _store.things.add(QorThingKind::User, _users.size());
-    row.fields = std::move(fields);
-    const QorIdentifier id = row.id;
-    _users.push_back(std::move(row));
+    const QorIdentifier id = row.id = _store.things.add(thing, rows.size());
+    rows.push_back(std::move(row));
     index(id);
-    _store.journal.note(step(StepKind::Added, QorThingKind::User, id));
+    _store.journal.note(step(StepKind::Added, thing, id));
     return {id};
+}
+
+// It stands there still, without its identifier, for the way back.
+template <class Row>
+void UserDirectory::removeRow(std::vector<Row>& rows, QorThingKind thing, QorIdentifier id) {
+    Step gone = step(StepKind::Removed, thing, id);
+    gone.row = _store.things.at(id).index;
+    _store.journal.note(gone);
+    unindex(id);
+    rows[gone.row].id = QorNoIdentifier;
+    _store.things.remove(id);
+    if (!_store.journal.isOn()) sweep();
+}
+
+QorBuildResult UserDirectory::addUser(UserFields fields) {
+    if (const QorBuildError error = checkFields(fields, _meta); error != QorBuildError::None) return refused(error);
+    if (const QorIdentifier holder = findUser(fields.logonName); holder != QorNoIdentifier)
+        return refused(QorBuildError::DuplicateName, holder);
+    UserRow row;
+    row.fields = std::move(fields);
+    return addRow(_users, QorThingKind::User, std::move(row));
 }
 
 QorBuildResult UserDirectory::checkChange(QorIdentifier id, const UserFields& fields) const {
@@ -232,13 +224,7 @@ QorBuildResult UserDirectory::removeUser(QorIdentifier id) {
     if (user(id) == nullptr) return refused(QorBuildError::UnknownIdentifier);
     leaveAll(id, editUser(id).groups);
     while (!user(id)->profile.empty()) (void)setProfileEntry(id, user(id)->profile.back().number, {});
-    Step gone = step(StepKind::Removed, QorThingKind::User, id);
-    gone.row = _store.things.at(id).index;
-    _store.journal.note(gone);
-    unindex(id);
-    _users[gone.row].id = QorNoIdentifier;
-    _store.things.remove(id);
-    if (!_store.journal.isOn()) sweep();
+    removeRow(_users, QorThingKind::User, id);
     return {id};
 }
 
@@ -246,21 +232,10 @@ QorBuildResult UserDirectory::addGroup(std::string_view name, bool isSystem) {
     if (const QorBuildError error = checkName(name); error != QorBuildError::None) return refused(error);
     if (const QorIdentifier holder = findGroup(name); holder != QorNoIdentifier)
         return refused(QorBuildError::DuplicateName, holder);
-    if (!_store.things.hasRoomFor(1, _groups.size())) return refused(QorBuildError::NoIdentifiersLeft);
     UserGroupRow row;
     row.name = name;
     row.isSystem = isSystem;
-    makeRoomForOne(_groups);
-    _store.things.makeRoom(1);
-    _store.names.makeRoom(1);
-    _store.journal.makeRoom(1);
-
-    const QorIdentifier id = _store.things.add(QorThingKind::UserGroup, _groups.size());
-    row.id = id;
-    _groups.push_back(std::move(row));
-    index(id);
-    _store.journal.note(step(StepKind::Added, QorThingKind::UserGroup, id));
-    return {id};
+    return addRow(_groups, QorThingKind::UserGroup, std::move(row));
 }
 
 QorBuildResult UserDirectory::renameGroup(QorIdentifier id, std::string_view name) {
@@ -286,13 +261,7 @@ QorBuildResult UserDirectory::removeGroup(QorIdentifier id) {
     leaveAll(id, editGroup(id).groups);
     while (!group(id)->permissions.empty())
         (void)setPermission(id, group(id)->permissions.back().modelGroup, QorModelGroupPermission::None);
-    Step gone = step(StepKind::Removed, QorThingKind::UserGroup, id);
-    gone.row = _store.things.at(id).index;
-    _store.journal.note(gone);
-    unindex(id);
-    _groups[gone.row].id = QorNoIdentifier;
-    _store.things.remove(id);
-    if (!_store.journal.isOn()) sweep();
+    removeRow(_groups, QorThingKind::UserGroup, id);
     return {id};
 }
 
@@ -328,7 +297,7 @@ QorBuildResult UserDirectory::join(QorIdentifier member, QorIdentifier groupId) 
     }
     makeRoomForOne(*groups);
     noteMembership(StepKind::Joined, member, groupId);
-    groups->insert(placeOf(*groups, groupId), groupId);
+    insertSorted(*groups, groupId);
     return {groupId};
 }
 
@@ -337,7 +306,7 @@ QorBuildResult UserDirectory::leave(QorIdentifier member, QorIdentifier groupId)
     if (groups == nullptr || group(groupId) == nullptr) return refused(QorBuildError::UnknownIdentifier);
     if (!holds(*groups, groupId)) return {groupId};
     noteMembership(StepKind::Left, member, groupId);
-    groups->erase(placeOf(*groups, groupId));
+    eraseSorted(*groups, groupId);
     return {groupId};
 }
 
@@ -349,9 +318,11 @@ QorBuildResult UserDirectory::setPermission(QorIdentifier groupId, QorIdentifier
     if (!isPermission(permission)) return refused(QorBuildError::ValueRefused);
     if (group(groupId) == nullptr || _modelGroups.group(modelGroup) == nullptr)
         return refused(QorBuildError::UnknownIdentifier);
+    const std::int32_t before = this->permission(groupId, modelGroup);
+    if (before == permission) return {groupId};
     Step noted = step(StepKind::PermissionSet, QorThingKind::UserGroup, groupId);
     noted.other = modelGroup;
-    noted.position = static_cast<std::uint32_t>(this->permission(groupId, modelGroup));
+    noted.position = static_cast<std::uint32_t>(before);
     noted.hadValue = noted.position != 0;
     makeRoomForOne(editGroup(groupId).permissions);
     _store.journal.note(noted);
@@ -377,29 +348,33 @@ QorBuildResult UserDirectory::setProfileEntry(QorIdentifier id, QorIdentifier en
     if (user(id) == nullptr) return refused(QorBuildError::UnknownIdentifier);
     if (!isProfileEntry(entry, text)) return refused(QorBuildError::ValueRefused);
     std::string now(text);
-    auto& profile = editUser(id).profile;
-    const std::string* const before = profileEntry(*user(id), entry);
     Step noted = step(StepKind::ProfileSet, QorThingKind::User, id);
     noted.other = entry;
-    noted.hadValue = before != nullptr;
+    noted.hadValue = profileEntry(*user(id), entry) != nullptr;
     if (_store.journal.isOn()) makeRoomForOne(_before);
-    makeRoomForOne(profile);
+    makeRoomForOne(editUser(id).profile);
     _store.journal.note(noted);
-    const auto place = placeOf(profile, entry, &ProfileEntry::number);
-    if (!noted.hadValue) {
-        if (!now.empty()) profile.insert(place, {entry, std::move(now)});
-        now.clear();
-    } else {
-        std::swap(place->text, now);
-        if (place->text.empty()) profile.erase(place);
-    }
+    swapProfileEntry(id, entry, now);
     keepBefore({{}, std::move(now)});
     return {id};
+}
+
+// Needs room for one more. The empty text stands for no entry, in both directions.
+void UserDirectory::swapProfileEntry(QorIdentifier id, QorIdentifier entry, std::string& text) noexcept {
+    auto& profile = editUser(id).profile;
+    const auto place = placeOf(profile, entry, &ProfileEntry::number);
+    if (place != profile.end() && place->number == entry) {
+        place->text.swap(text);
+        if (place->text.empty()) profile.erase(place);
+    } else if (!text.empty()) {
+        profile.insert(place, {entry, std::exchange(text, {})});
+    }
 }
 
 QorBuildResult UserDirectory::setSignOnMode(std::int32_t mode) {
     if (mode != 0 && mode != QorSingleSignOnMode::First && mode != QorSingleSignOnMode::Second)
         return refused(QorBuildError::ValueRefused);
+    if (mode == _signOnMode) return {kScope};
     Step noted = step(StepKind::SignOnModeSet, QorThingKind::User, kScope);
     noted.position = static_cast<std::uint32_t>(_signOnMode);
     noted.hadValue = _signOnMode != 0;

@@ -85,11 +85,14 @@ public:
             if (row.id != QorNoIdentifier) take(row);
     }
 
-    // ---- The way back, and the repository file (UserDirectoryStored.cpp) ----
+    // ---- The way back (UserDirectoryJournal.cpp) ----
 
     void takeBack(const Step& step) noexcept;
     // After the steps were kept: gives up what they replaced. O(users) when a user or group went.
     void bury(bool didGo) noexcept;
+
+    // ---- The repository file (UserDirectoryStored.cpp) ----
+
     [[nodiscard]] bool adopt(const StoredRow& row);
     // Whether names are unique and no group lies in itself. O(groups).
     [[nodiscard]] bool areSound() const;
@@ -111,6 +114,11 @@ private:
     void noteMembership(StepKind kind, QorIdentifier member, QorIdentifier group);
     void leaveAll(QorIdentifier member, std::vector<QorIdentifier>& groups);
     void storePermission(QorIdentifier group, QorIdentifier modelGroup, std::int32_t permission) noexcept;
+    void swapProfileEntry(QorIdentifier user, QorIdentifier entry, std::string& text) noexcept;
+    template <class Row>
+    QorBuildResult addRow(std::vector<Row>& rows, QorThingKind thing, Row row);
+    template <class Row>
+    void removeRow(std::vector<Row>& rows, QorThingKind thing, QorIdentifier id);
     void spread(std::vector<QorIdentifier>& groups) const;
     [[nodiscard]] Step step(StepKind kind, QorThingKind thing, QorIdentifier id) const;
     void keepBefore(Before before);

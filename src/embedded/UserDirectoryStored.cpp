@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Users and groups: taking changes back, and their rows in a repository file.
+// Users and groups: their rows in a repository file.
 #include <algorithm>
 #include <utility>
 
@@ -11,81 +11,7 @@ namespace {
 
 constexpr QorIdentifier kSignOnSetting = 1;  // the one row of user_settings
 
-void insertSorted(std::vector<QorIdentifier>& sorted, QorIdentifier id) {
-    sorted.insert(std::lower_bound(sorted.begin(), sorted.end(), id), id);
-}
-
-void eraseSorted(std::vector<QorIdentifier>& sorted, QorIdentifier id) {
-    sorted.erase(std::lower_bound(sorted.begin(), sorted.end(), id));
-}
-
 }  // namespace
-
-// ---- The way back: lists have kept their room, so that nothing here can fail ----
-
-void UserDirectory::takeBack(const Step& step) noexcept {
-    switch (step.kind) {
-        case StepKind::Added:
-            unindex(step.id);
-            if (step.thing == QorThingKind::User)
-                _users.pop_back();
-            else
-                _groups.pop_back();
-            return _store.things.remove(step.id);
-        case StepKind::Removed:
-            if (step.thing == QorThingKind::User)
-                _users[step.row].id = step.id;
-            else
-                _groups[step.row].id = step.id;
-            _store.things.place(step.id, step.thing, step.row);
-            return index(step.id);
-        case StepKind::UserChanged:
-            unindex(step.id);
-            std::swap(editUser(step.id).fields, _before.back().fields);
-            _before.pop_back();
-            return index(step.id);
-        case StepKind::Renamed:
-            unindex(step.id);
-            std::swap(editGroup(step.id).name, _before.back().text);
-            _before.pop_back();
-            return index(step.id);
-        case StepKind::Joined:
-            return eraseSorted(*groupsOfMember(step.id), step.other);
-        case StepKind::Left:
-            return insertSorted(*groupsOfMember(step.id), step.other);
-        case StepKind::PermissionSet:
-            return storePermission(step.id, step.other, static_cast<std::int32_t>(step.position));
-        case StepKind::ProfileSet: {
-            auto& profile = editUser(step.id).profile;
-            const auto place =
-                std::lower_bound(profile.begin(), profile.end(), step.other,
-                                 [](const ProfileEntry& entry, QorIdentifier number) { return entry.number < number; });
-            const bool isThere = place != profile.end() && place->number == step.other;
-            std::string text = std::move(_before.back().text);
-            _before.pop_back();
-            if (!step.hadValue) {
-                if (isThere) profile.erase(place);
-            } else if (isThere) {
-                place->text = std::move(text);
-            } else {
-                profile.insert(place, {step.other, std::move(text)});
-            }
-            return;
-        }
-        case StepKind::SignOnModeSet:
-            _signOnMode = static_cast<std::int32_t>(step.position);
-            return;
-        default:
-            return;
-    }
-}
-
-void UserDirectory::bury(bool didGo) noexcept {
-    _before.clear();
-    if (didGo) sweep();
-}
-
-// ---- In a repository file ----
 
 bool UserDirectory::adopt(const StoredRow& stored) {
     const auto& numbers = stored.numbers;

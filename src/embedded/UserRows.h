@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -63,5 +64,14 @@ struct UserGroupRow {
     std::vector<QorIdentifier> groups;  // that the group itself is a member of
     std::vector<PermissionEntry> permissions;
 };
+
+inline void insertSorted(std::vector<QorIdentifier>& sorted, QorIdentifier id) {
+    sorted.insert(std::lower_bound(sorted.begin(), sorted.end(), id), id);
+}
+
+// What is there.
+inline void eraseSorted(std::vector<QorIdentifier>& sorted, QorIdentifier id) {
+    sorted.erase(std::lower_bound(sorted.begin(), sorted.end(), id));
+}
 
 }  // namespace qor::embedded

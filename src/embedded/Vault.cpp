@@ -13,8 +13,11 @@ namespace qor::embedded {
 
 Vault::Vault(Repository& repository, std::string keyFile) : _repository(repository), _keyFile(std::move(keyFile)) {}
 
-Vault::~Vault() {
+Vault::~Vault() { wipeFirstSealKey(); }
+
+void Vault::wipeFirstSealKey() noexcept {
     if (_firstSealKey) sodium_memzero(_firstSealKey->data(), _firstSealKey->size());
+    _firstSealKey.reset();
 }
 
 FileStore* Vault::files() {
@@ -30,21 +33,25 @@ QorRepositoryResult Vault::fail(QorRepositoryResult result) {
 
 // ---- The key ----
 
-// Forgets the key of a repository that was closed. False when it cannot be told which one is open.
+void Vault::forget() noexcept {
+    _store = nullptr;
+    _seals.reset();
+    wipeFirstSealKey();
+    _lostWrites = _toldLosses = 0;
+    _problem = {};
+}
+
+// False when it cannot be told which repository is open.
 bool Vault::noteStore() {
+    if (_store != nullptr) return true;
     FileStore* const store = files();
-    RepositoryIdentity identity{};
-    const QorRepositoryStatus status = store == nullptr ? QorRepositoryStatus::NoMemory : store->readIdentity(identity);
+    const QorRepositoryStatus status =
+        store == nullptr ? QorRepositoryStatus::NoMemory : store->readIdentity(_identity);
     if (status != QorRepositoryStatus::Ok) {
         (void)fail(failure(status));
         return false;
     }
-    if (store == _store && identity == _identity) return true;
     _store = store;
-    _identity = identity;
-    _seals.reset();
-    _firstSealKey.reset();
-    _lostWrites = _toldLosses = 0;
     return true;
 }
 
@@ -133,14 +140,7 @@ QorRepositoryResult Vault::write(const FileChange& change) {
         // The reserve was given up for it.
         if (result.status == QorRepositoryStatus::NoRoom) result = writeOnce(*seals, change);
     }
-    if (result.ok()) return result;
-    ++_lostWrites;
-    return fail(std::move(result));
-}
-
-void Vault::lose(QorRepositoryStatus why) {
-    ++_lostWrites;
-    (void)fail(failure(why));
+    return result.ok() ? result : fail(std::move(result));
 }
 
 QorRepositoryResult Vault::writeOnce(const Seals& seals, const FileChange& change) {

@@ -36,11 +36,14 @@ public:
     // Where the key is looked for; empty for one in memory.
     [[nodiscard]] std::string keyPlace();
 
-    // One transaction with its seal: it is kept as a whole or not at all. What cannot be kept is counted.
+    // One transaction with its seal: it is kept as a whole or not at all.
     QorRepositoryResult write(const FileChange& change);
+    // A closing that could not be written: the next entry tells how many there were.
+    void countLostWrite() noexcept { ++_lostWrites; }
 
-    // Counts what could not be written for another reason.
-    void lose(QorRepositoryStatus why);
+    // To be called when another repository is opened, or the one that was open is closed: key, counts and problem were
+    // those of the other one.
+    void forget() noexcept;
 
     [[nodiscard]] const QorRepositoryResult& problem() const { return _problem; }
     QorRepositoryResult fail(QorRepositoryResult result);
@@ -51,10 +54,11 @@ public:
 
 private:
     [[nodiscard]] bool noteStore();
+    void wipeFirstSealKey() noexcept;
     [[nodiscard]] QorRepositoryResult readKey(SecretKey& key, bool isLaid);
     [[nodiscard]] QorRepositoryResult layChain(const Seals& seals);
     [[nodiscard]] QorRepositoryResult writeOnce(const Seals& seals, const FileChange& change);
-    // False when the store has no such file to change, or one that must not be there.
+    // Missing when the store has no such file to rename; Exists when it has one of the new name.
     [[nodiscard]] QorRepositoryStatus addEntries(const Seals& seals, SealHead& head, const FileChange& change);
     void addEntry(const Seals& seals, SealHead& head, std::int64_t file, FileEntryKind kind, std::string_view content);
 

@@ -31,7 +31,6 @@ constexpr std::size_t kDecimals = 3;
 constexpr std::int64_t kPerUnit = 1000;                                   // 10 to the power of kDecimals
 constexpr std::int64_t kThousandths[kDecimals + 1] = {1000, 100, 10, 1};  // in one of the last of so many decimals
 
-enum Complaint : std::int64_t { kNoDigits, kBadInteger, kBadTime, kLateTime, kBadLength, kLongLength, kUnknown };
 constexpr const char* kComplaints[] = {
     "a sign is followed by digits",
     "an integer lies between -2147483648 and 4294967295",
@@ -42,7 +41,8 @@ constexpr const char* kComplaints[] = {
     "this is no integer (12), time (00:001:12:00:00) or length (2.5cm)",
 };
 
-constexpr Amount bad(Complaint complaint) { return {AmountKind::Bad, complaint}; }
+constexpr Amount bad(Complaint complaint) { return {AmountKind::Bad, complaint, 0}; }
+constexpr Amount good(AmountKind kind, std::int64_t number) { return {kind, {}, number}; }
 
 /// The digits at the front, at most `Most` of them where that is few. The value stops growing where every range has
 /// been left.
@@ -75,8 +75,8 @@ inline bool endsAt(const char* at) { return !is(*at, kNumber); }
 
 Amount integer(std::int64_t magnitude, bool negative) {
     const std::int64_t number = negative ? -magnitude : magnitude;
-    if (number < kMinInteger || number > kMaxInteger) return bad(kBadInteger);
-    return {AmountKind::Integer, number};
+    if (number < kMinInteger || number > kMaxInteger) return bad(Complaint::BadInteger);
+    return good(AmountKind::Integer, number);
 }
 
 /// Exactly so many digits, and what follows them.
@@ -96,8 +96,8 @@ inline Amount readTime(const char*& at) {
     const bool isTime = takeField<2>(at, kYear, seconds) && take(at, kColon) && takeField<3>(at, kDay, seconds) &&
                         take(at, kColon) && takeField<2>(at, kHour, seconds) && take(at, kColon) &&
                         takeField<2>(at, kMinute, seconds) && take(at, kColon) && takeField<2>(at, 1, seconds);
-    if (!isTime || !endsAt(at)) return bad(kBadTime);
-    return seconds > kMaxMoment ? bad(kLateTime) : Amount{AmountKind::Moment, seconds};
+    if (!isTime || !endsAt(at)) return bad(Complaint::BadTime);
+    return seconds > kMaxMoment ? bad(Complaint::LateTime) : good(AmountKind::Moment, seconds);
 }
 
 // Behind the digits of whole centimetres.
@@ -106,14 +106,14 @@ inline Amount readLength(const char*& at, std::int64_t whole, bool negative) {
     const bool hasPoint = take(at, kPoint);
     if (hasPoint) {
         const Digits decimals = takeDigits<kDecimals>(at);
-        if (decimals.count == 0) return bad(kBadLength);
+        if (decimals.count == 0) return bad(Complaint::BadLength);
         thousandths += decimals.value * kThousandths[decimals.count];
     }
     if (!take(at, kLengthUnit[0]) || !take(at, kLengthUnit[1]) || !endsAt(at))
-        return bad(hasPoint ? kBadLength : kUnknown);
-    if (thousandths > kMaxMoment) return bad(kLongLength);
-    if (negative && thousandths != 0) return {AmountKind::Negative, 0};
-    return {AmountKind::Moment, -1 - thousandths};
+        return bad(hasPoint ? Complaint::BadLength : Complaint::Unknown);
+    if (thousandths > kMaxMoment) return bad(Complaint::LongLength);
+    if (negative && thousandths != 0) return good(AmountKind::Negative, 0);
+    return good(AmountKind::Moment, -1 - thousandths);
 }
 
 // At any first byte of a number; `at` goes wherever reading ends.
@@ -122,9 +122,9 @@ inline Amount readFrom(const char*& at) {
     const bool negative = take(at, '-');
     const bool hasSign = negative || take(at, '+');
     const Digits whole = takeDigits<kAllDigits>(at);
-    if (whole.count == 0) return bad(kNoDigits);
+    if (whole.count == 0) return bad(Complaint::NoDigits);
     if (endsAt(at)) return integer(whole.value, negative);
-    if (*at == kColon) return hasSign ? bad(kBadTime) : readTime(at = begin);
+    if (*at == kColon) return hasSign ? bad(Complaint::BadTime) : readTime(at = begin);
     return readLength(at, whole.value, negative);
 }
 
@@ -137,7 +137,7 @@ void appendDigits(std::string& out, std::int64_t value, std::size_t atLeast) {
 
 }  // namespace
 
-const char* complaintOf(const Amount& amount) { return kComplaints[static_cast<std::size_t>(amount.number)]; }
+const char* complaintOf(const Amount& amount) { return kComplaints[static_cast<std::size_t>(amount.complaint)]; }
 
 Amount readAmount(const char*& at) {
     const char* behind = at;

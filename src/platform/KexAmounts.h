@@ -15,12 +15,16 @@ enum class AmountKind : std::uint8_t {
     Bad,
 };
 
+/// What is wrong with a bad number.
+enum class Complaint : std::uint8_t { NoDigits, BadInteger, BadTime, LateTime, BadLength, LongLength, Unknown };
+
 struct Amount {
     AmountKind kind = AmountKind::Bad;
-    std::int64_t number = 0;  ///< of a bad one: what is wrong with it
+    Complaint complaint{};  ///< of a bad one only
+    std::int64_t number = 0;
 };
 
-/// What is wrong with a bad number.
+/// The complaint about a bad number, in words.
 [[nodiscard]] const char* complaintOf(const Amount& amount);
 
 /// Reads the number at `at`, a digit or a sign of a text that ends with a zero byte. The number reaches to the first

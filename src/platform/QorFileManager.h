@@ -5,7 +5,8 @@
 #include "platform/QorExport.h"
 #include "platform/SvString.h"
 
-/// How a file is opened. Replace and Append make the file when there is none; Read does not.
+/// How a file is opened. Replace and Append make the file when there is none; Read does not. What replaces a file is as
+/// readable to others as the file was.
 enum class QorFileOpenMode : std::int32_t { Replace = 2, Append = 10, Read = 33 };
 
 /// What a host offers behind QorFileManager. A handle belongs to who opened it, until `close`, which ends it also when

@@ -24,8 +24,9 @@ enum class QorKexValueKind : std::int32_t { None, String, Word, Integer, TimeOrL
 ///
 /// Positions and views that the operations hand out hold until the next SetText, Parse, assignment or destruction.
 /// Reading operations work on the current element; they read nothing while there is none. Finding a key costs the same
-/// however many keys the element has. Memory: the text once, 12 bytes per element, 8 per key, 16 per long string, strings
-/// with doubled quotes a second time. No operation throws: without memory Parse fails, and what gives a text gives the empty one.
+/// however many keys the element has. Memory: the text once, 12 bytes per element, 8 per key, 16 per long string,
+/// strings with doubled quotes a second time. No operation throws: without memory Parse fails, and what gives a text
+/// gives the empty one.
 class QOR_API QorKexParser {
 public:
     /// For a text kept in an attribute of a repository object; the names are used in error messages only.

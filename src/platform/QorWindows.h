@@ -19,7 +19,7 @@ inline constexpr unsigned long Information = 64;
 enum class QorErrorBoxType : std::int32_t { Standard = 0 };
 
 /// A check box of a modal dialog. `enabledBy` is the index of the check box that must be checked for this one to be
-/// enabled, -1 when it always is.
+/// enabled, -1 when it always is; with the index of no box it never is.
 struct QOR_API QorCheckBox {
     SV::String label;
     bool checked = false;

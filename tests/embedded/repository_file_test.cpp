@@ -4,7 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
+#include <future>
+#include <thread>
 
 #include "embedded/Repository.h"
 #include "embedded/store/SqliteStore.h"
@@ -156,7 +159,24 @@ TEST_F(RepositoryFile, OfAnEarlierVersionIsUpgradedAsAWholeOrNotAtAll) {
     EXPECT_EQ(SqliteStore::open(path, QorRepositoryAccess::ReadOnly, result, next), nullptr);
     EXPECT_EQ(result.status, Status::ReadOnly);
     EXPECT_EQ(statusOfOpening(path), Status::Ok) << "it is as it was";
-    EXPECT_NE(SqliteStore::open(path, QorRepositoryAccess::ReadWrite, result, next), nullptr);
+    QorEmbeddedPlatform earlier;
+    ASSERT_TRUE(earlier.openRepository(path).ok());
+    SqliteConnection other;
+    ASSERT_EQ(other.open(path, SQLITE_OPEN_READWRITE), SQLITE_OK);
+    ASSERT_EQ(other.run("BEGIN IMMEDIATE"), SQLITE_OK);
+    const auto upgrade = [&] {
+        QorRepositoryResult its;
+        (void)SqliteStore::open(path, QorRepositoryAccess::ReadWrite, its, next);
+        return its.status;
+    };
+    auto first = std::async(std::launch::async, upgrade);
+    auto second = std::async(std::launch::async, upgrade);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));  // both have read the version, and wait
+    ASSERT_EQ(other.run("ROLLBACK"), SQLITE_OK);
+    EXPECT_EQ(first.get(), Status::Ok);
+    EXPECT_EQ(second.get(), Status::Ok);
+    EXPECT_FALSE(earlier.builder().addApplicationLibrary("Late", "", "").ok());
+    EXPECT_EQ(earlier.lastProblem().status, Status::ChangedByOther);
     EXPECT_EQ(statusOfOpening(path), Status::NewerSchema);
     EXPECT_NE(SqliteStore::open(path, QorRepositoryAccess::ReadWrite, result, next), nullptr);
     EXPECT_TRUE(result.ok()) << "it is upgraded once";

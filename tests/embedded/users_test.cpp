@@ -97,10 +97,15 @@ TEST_P(UsersOf, ARepositoryAreChangedByThoseWhoMay) {
     const QorIdentifier staff = group("Staff");
     EXPECT_TRUE(users.join(cyd, staff).ok() && users.setPermission(staff, sales, 2).ok());
     EXPECT_TRUE(users.setDisplayName(cyd, "Cyd").ok());
+    platform.setCurrentUser("ada");
+    const QorIdentifier bosses = group("Bosses");
+    EXPECT_TRUE(users.join(ada, bosses).ok());
+    platform.setCurrentUser("bob");
     for (const auto& refused :
          {users.renameUser(ada, "eve"), users.setDisplayName(ada, "Eve"), users.removeUser(ada), users.join(ada, staff),
           users.setManager(ada, 1001, true), users.setAllowedLibrary(ada, library), users.setProfileEntry(ada, 6, "x"),
-          users.setRight(cyd, QorUserRight::SubAdministrator, true), users.setSingleSignOnMode(667)})
+          users.setRight(cyd, QorUserRight::SubAdministrator, true), users.setSingleSignOnMode(667),
+          users.removeUserGroup(bosses)})
         EXPECT_EQ(refused.error, Error::NotAllowed);
 
     for (const char* name : {"cyd", "nobody"}) {
@@ -269,7 +274,10 @@ TEST_P(UsersOf, ChangesAreAnnouncedWithWhatTheListenersAskFor) {
     expect(users.join(sam, guests), {{701, 16, sam, guests, 0}});
     expect(users.leave(sam, guests), {{701, 17, sam, guests, 0}});
     expect(users.setPermission(staff, sales, 2), {{702, 8, staff, -1}});
+    const auto generation = platform.repositoryGeneration();
     expect(users.setPermission(staff, sales, 2), {});
+    expect(users.renameUserGroup(staff, "Staff"), {});
+    EXPECT_EQ(platform.repositoryGeneration(), generation) << "nothing was written";
     expect(users.setRight(sam, 5010, true), {{701, 8, sam, 5010, 1}});
     expect(users.setRight(ada, 5010, false), {{701, 8, ada, 5010, 3}});
     platform.setCurrentUser("samuel");

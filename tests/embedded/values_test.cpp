@@ -367,6 +367,8 @@ TEST_P(Values, WhatTheyNameMayGoAndIsThenStillCopiedButNotNamedAnew) {
     EXPECT_EQ(set(copy, names[9], toB.c_str()), Code::Ok);
     EXPECT_EQ(set(copy, profiles, "cheap"), Code::Ok);
     EXPECT_EQ(set(copy, profiles, "dear"), Code::ValueRefused);
+    for (const auto object : {a, copy}) EXPECT_EQ(set(object, names[9], ""), Code::Ok);
+    EXPECT_EQ(set(a, names[9], toB.c_str()), Code::ValueRefused) << "nothing names it any more";
     w.model("Process", "Second");
     const auto other = w.object("Task", "other");
     EXPECT_EQ(repository.setAttributeValueAsString(w.reader().modelOf(other), other, w.attributeOf(a, names[9]),

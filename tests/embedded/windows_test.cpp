@@ -46,7 +46,8 @@ TEST(RecordedWindows, ShowEverythingInOrder) {
 }
 
 struct Dialogs {
-    std::array<QorCheckBox, 2> boxes{QorCheckBox{"log", false, -1}, QorCheckBox{"names", true, 0}};
+    // The third is enabled by the fourth, which nothing enables.
+    std::array<QorCheckBox, 4> boxes{{{"log", false, -1}, {"names", true, 0}, {"early", true, 3}, {"never", false, 4}}};
     SV::String path = "unchanged";
     QorWindows& windows = *Qor_InstalledHost()->windows;
     std::string askBoxes() {

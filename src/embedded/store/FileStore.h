@@ -75,7 +75,8 @@ public:
     virtual void add(const FileEntry& entry) = 0;
     virtual void putFile(const StoredFile& file, std::string_view name) = 0;
     virtual void dropContent(const StoredFile& file) = 0;
-    // Durable when it gives Ok; of what stood there before, nothing then stays behind outside the file itself.
+    // Durable when it gives Ok. Of what stood there before, nothing then stays behind outside the file itself; where
+    // somebody is reading, or the disk refuses, that comes with a later commit.
     [[nodiscard]] virtual QorRepositoryStatus commit() = 0;
     virtual void rollBack() noexcept = 0;
 };

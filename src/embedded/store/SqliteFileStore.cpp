@@ -233,8 +233,8 @@ QorRepositoryStatus SqliteFileStore::commit() {
         if (status == QorRepositoryStatus::NoRoom && _reserve != nullptr) _reserve->drop();
         return status;
     }
-    // The write-ahead log still holds the seal key that was used up. Where somebody is reading, the next commit
-    // empties it.
+    // The write-ahead log still holds the seal key that was used up. What was committed stays so when the log cannot be
+    // emptied; the next commit tries again.
     (void)sqlite3_wal_checkpoint_v2(_connection.handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
     if (_reserve != nullptr) _reserve->lay();
     return QorRepositoryStatus::Ok;

@@ -188,49 +188,72 @@ std::vector<QorLibraryLock> SqliteLocks::takenOver() noexcept { return std::exch
 
 LockOutcome SqliteLocks::take(std::span<const QorIdentifier> libraries, bool isExclusive, std::string_view user) {
     _problem = {};
-    int code = SQLITE_ABORT;
-    for (int attempt = 0; code == SQLITE_ABORT && attempt < kTries; ++attempt) {
+    for (int attempt = 0; attempt < kTries; ++attempt) {
         Taking taking(*this, isExclusive);
-        code = tryToTake(taking, libraries, user);
-        if (code == SQLITE_OK) taking.keep();
+        switch (tryToTake(taking, libraries, user)) {
+            case Attempt::Taken:
+                taking.keep();
+                return LockOutcome::Taken;
+            case Attempt::HeldByOther:
+                return LockOutcome::HeldByOther;
+            case Attempt::Failed:
+                return LockOutcome::NotStored;
+            case Attempt::Overtaken:
+                break;
+        }
     }
-    if (code == SQLITE_OK) return LockOutcome::Taken;
-    if (code == SQLITE_LOCKED) return LockOutcome::HeldByOther;
-    if (_problem.ok())
-        _problem = failure(statusOf(code), code == SQLITE_BUSY_SNAPSHOT ? std::string() : sqlite3_errstr(code));
+    _problem = failure(QorRepositoryStatus::Locked, "its locks are being broken time and again");
     return LockOutcome::NotStored;
 }
 
-// SQLITE_LOCKED: somebody else has one. SQLITE_ABORT: somebody broke one meanwhile.
-int SqliteLocks::tryToTake(Taking& taking, std::span<const QorIdentifier> libraries, std::string_view user) {
+SqliteLocks::Attempt SqliteLocks::failed(int code) {
+    _problem = failure(statusOf(code), code == SQLITE_BUSY_SNAPSHOT ? std::string() : sqlite3_errstr(code));
+    return Attempt::Failed;
+}
+
+SqliteLocks::Attempt SqliteLocks::tryToTake(Taking& taking, std::span<const QorIdentifier> libraries,
+                                            std::string_view user) {
     for (const QorIdentifier library : libraries) {
         std::int64_t place = 0;
-        if (const int code = placeOf(library, place); code != SQLITE_OK) return code;
+        if (const int code = placeOf(library, place); code != SQLITE_OK) return failed(code);
         switch (taking.add(library, place)) {
             case ProcessLock::Outcome::Taken:
                 break;
             case ProcessLock::Outcome::HeldByOther:
-                return SQLITE_LOCKED;
+                return Attempt::HeldByOther;
             case ProcessLock::Outcome::Failed:
                 _problem = failure(QorRepositoryStatus::NoPermission,
                                    std::string("the file of its locks cannot be used: ") + std::strerror(errno));
-                return SQLITE_PERM;
+                return Attempt::Failed;
         }
     }
-    const int code = inTransaction([&] { return writeRows(taking, user); });
-    if (code == SQLITE_OK) _takenOver.insert(_takenOver.end(), _dead.begin(), _dead.end());
+    bool isOvertaken = false;
+    const int code = inTransaction([&] {
+        const int looked = lookForBreaks(taking, isOvertaken);
+        return looked != SQLITE_OK || isOvertaken ? looked : writeRows(taking, user);
+    });
+    if (code != SQLITE_OK) return failed(code);
+    if (isOvertaken) return Attempt::Overtaken;
+    _takenOver.insert(_takenOver.end(), _dead.begin(), _dead.end());
+    return Attempt::Taken;
+}
+
+int SqliteLocks::lookForBreaks(const Taking& taking, bool& isOvertaken) {
+    std::int64_t generation = 0;
+    int code = _connection.ask("SELECT generation FROM repository", generation);
+    if (code == SQLITE_OK && generation != _generation) code = SQLITE_BUSY_SNAPSHOT;
+    for (const auto& [library, held] : taking.taken) {
+        std::int64_t place = 0;
+        if (code == SQLITE_OK) code = placeOf(library, place);
+        isOvertaken = isOvertaken || place != held.place;
+    }
     return code;
 }
 
 int SqliteLocks::writeRows(Taking& taking, std::string_view user) {
     _dead.clear();
-    std::int64_t generation = 0;
-    int code = _connection.ask("SELECT generation FROM repository", generation);
-    if (code == SQLITE_OK && generation != _generation) code = SQLITE_BUSY_SNAPSHOT;
+    int code = SQLITE_OK;
     for (auto& [library, held] : taking.taken) {
-        std::int64_t place = 0;
-        if (code == SQLITE_OK) code = placeOf(library, place);
-        if (code == SQLITE_OK && place != held.place) code = SQLITE_ABORT;
         if (code == SQLITE_OK) code = putAsideDead(library, held);
         if (code == SQLITE_OK) code = writeRow(library, held, user);
     }

@@ -52,7 +52,11 @@ private:
     [[nodiscard]] int readRows(QorIdentifier library, std::vector<Row>& rows);
     [[nodiscard]] bool isAlive(const Row& row);
     [[nodiscard]] bool isMine(const Row& row) const;
-    [[nodiscard]] int tryToTake(Taking& taking, std::span<const QorIdentifier> libraries, std::string_view user);
+    // Overtaken: somebody broke one meanwhile. Failed: `_problem` tells why.
+    enum class Attempt { Taken, HeldByOther, Overtaken, Failed };
+    [[nodiscard]] Attempt tryToTake(Taking& taking, std::span<const QorIdentifier> libraries, std::string_view user);
+    [[nodiscard]] Attempt failed(int code);
+    [[nodiscard]] int lookForBreaks(const Taking& taking, bool& isOvertaken);
     [[nodiscard]] int writeRows(Taking& taking, std::string_view user);
     [[nodiscard]] int writeRow(QorIdentifier library, Held& held, std::string_view user);
     [[nodiscard]] int putAsideDead(QorIdentifier library, const Held& held);

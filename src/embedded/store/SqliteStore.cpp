@@ -2,7 +2,6 @@
 // Opening, making, upgrading, copying and closing.
 #include "embedded/store/SqliteStore.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 #include <cstring>
 #include <utility>
 
+#include "embedded/FileReplacement.h"
 #include "embedded/Seals.h"
 
 namespace qor::embedded {
@@ -46,15 +46,6 @@ std::string uriOf(const std::string& path, const char* parameters) {
             (uri += '%').append({kDigits[byte >> 4], kDigits[byte & 15]});
     }
     return uri + parameters;
-}
-
-void syncFolderOf(const std::string& path) noexcept {
-    const std::size_t slash = path.rfind('/');
-    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-    const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (file < 0) return;
-    (void)::fsync(file);
-    ::close(file);
 }
 
 }  // namespace
@@ -159,14 +150,14 @@ QorRepositoryResult SqliteStore::identify() {
     int code = _connection.ask("PRAGMA application_id", application);
     if (code == SQLITE_OK && application != kApplicationId) return failure(QorRepositoryStatus::NotARepository);
     if (code == SQLITE_OK) code = _connection.ask("PRAGMA user_version", fileVersion);
+    if (code == SQLITE_OK && fileVersion >= 1 && fileVersion < version() && !_isReadOnly) code = upgrade(fileVersion);
     if (code != SQLITE_OK) return failure(statusOf(code), sqlite3_errstr(code));
     if (fileVersion > version()) return failure(QorRepositoryStatus::NewerSchema);
     if (fileVersion < 1) return failure(QorRepositoryStatus::Damaged, "its version is unknown");
-    if (fileVersion < version() && _isReadOnly)
+    if (fileVersion < version())
         return failure(QorRepositoryStatus::ReadOnly,
                        "it was written by an earlier version of this program and must be opened for writing once");
-    if (fileVersion < version()) code = upgrade(fileVersion);
-    return code == SQLITE_OK ? QorRepositoryResult{} : failure(statusOf(code), sqlite3_errstr(code));
+    return {};
 }
 
 // All steps or none.
@@ -178,15 +169,22 @@ int SqliteStore::migrate(std::int64_t from) {
     return code;
 }
 
-// The head tells the version, so it is written anew; one that is damaged stays so.
-int SqliteStore::upgrade(std::int64_t from) {
+// Another process may have been quicker, so the version is read again where nobody else can write. Who has the file
+// open as it was finds another generation and writes no more. The head tells the version, so it is written anew; one
+// that is damaged stays so.
+int SqliteStore::upgrade(std::int64_t& fileVersion) {
     int code = _connection.run("BEGIN IMMEDIATE");
     if (code != SQLITE_OK) return code;
-    const QorRepositoryResult head = readHead(from);
-    code = head.ok() ? migrate(from) : SQLITE_IOERR_READ;
-    if (code == SQLITE_OK && _headIsSound) code = writeHead(_head);
-    if (code == SQLITE_OK) code = _connection.run("COMMIT");
-    if (code != SQLITE_OK) (void)_connection.run("ROLLBACK");
+    code = _connection.ask("PRAGMA user_version", fileVersion);
+    if (code == SQLITE_OK && fileVersion < version()) {
+        const QorRepositoryResult head = readHead(fileVersion);
+        code = head.ok() ? migrate(fileVersion) : SQLITE_IOERR_READ;
+        ++_head.generation;
+        if (code == SQLITE_OK && _headIsSound) code = writeHead(_head);
+        if (code == SQLITE_OK) code = _connection.run("COMMIT");
+        if (code == SQLITE_OK) fileVersion = version();
+    }
+    if (sqlite3_get_autocommit(_connection.handle()) == 0) (void)_connection.run("ROLLBACK");
     return code;
 }
 
@@ -272,11 +270,12 @@ QorRepositoryResult SqliteStore::backUp(const std::string& target) {
     const std::size_t slash = target.rfind('/');
     if (slash != std::string::npos && slash > 0 && !isFolder(target.substr(0, slash)))
         return failure(QorRepositoryStatus::Missing, "there is no such folder");
-    const std::string unfinished = target + ".unfinished";
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) (void)::unlink((unfinished + suffix).c_str());
+    FileReplacement replacement;
+    const int made = replacement.begin(target);
+    if (made < 0) return failure(QorRepositoryStatus::NoPermission, std::strerror(errno));
+    ::close(made);
     SqliteConnection copy;
-    int code = copy.open(unfinished, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    const bool isMade = code == SQLITE_OK;
+    int code = copy.open(replacement.path(), SQLITE_OPEN_READWRITE);
     if (code == SQLITE_OK) code = copy.run("PRAGMA synchronous = FULL");
     if (code == SQLITE_OK) {
         sqlite3_backup* const backup = sqlite3_backup_init(copy.handle(), "main", _connection.handle(), "main");
@@ -285,15 +284,12 @@ QorRepositoryResult SqliteStore::backUp(const std::string& target) {
         if (code == SQLITE_DONE) code = SqliteLocks::clearIn(copy);
     }
     copy.close();
-    if (code == SQLITE_OK && ::rename(unfinished.c_str(), target.c_str()) == 0) {
-        syncFolderOf(target);
-        return {};
+    if (code != SQLITE_OK) {
+        for (const char* suffix : {"-wal", "-shm", "-journal"}) (void)::unlink((replacement.path() + suffix).c_str());
+        return failure(statusOf(code), sqlite3_errstr(code));
     }
-    const QorRepositoryResult result = code == SQLITE_OK
-                                           ? failure(QorRepositoryStatus::NoPermission, std::strerror(errno))
-                                           : failure(statusOf(code), sqlite3_errstr(code));
-    if (isMade) (void)::unlink(unfinished.c_str());
-    return result;
+    return replacement.finish() ? QorRepositoryResult{}
+                                : failure(QorRepositoryStatus::NoPermission, std::strerror(errno));
 }
 
 }  // namespace qor::embedded

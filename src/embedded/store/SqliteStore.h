@@ -59,7 +59,7 @@ private:
     [[nodiscard]] QorRepositoryResult whyNotOpened(int code) const;
     [[nodiscard]] QorRepositoryResult identify();
     [[nodiscard]] int migrate(std::int64_t from);
-    [[nodiscard]] int upgrade(std::int64_t from);
+    [[nodiscard]] int upgrade(std::int64_t& fileVersion);
     [[nodiscard]] int layOut();
     [[nodiscard]] int writeHead(const Head& head);
     [[nodiscard]] QorRepositoryResult readHead(std::int64_t version);
