@@ -88,7 +88,8 @@ TEST(DayProfile, AnIntersectionEmptiesItsResultOnlyHalfWay) {
             ASSERT_EQ(next.insertDayIntervalWithProperty(open(at(h), at(h + 1))), Code::Ok);
         EXPECT_EQ(QorDayProfile(kFlag, 'C', "Empty").intersection(day, next), Code::Ok);
         EXPECT_EQ(next.getNumberOfIntervals(), (hour + 1) / 4);
-        EXPECT_EQ(day.intersection(day, next), next.getNumberOfIntervals() > 1 ? Code::IntervalOverlaps : Code::Ok);
+        const Code expected = next.getNumberOfIntervals() > 1 ? Code::IntervalOverlaps : Code::Ok;
+        EXPECT_EQ(day.intersection(day, next), expected);
     }
     EXPECT_EQ(day.intersection(QorDayProfile(kDistribution, 'D', "Arrivals"), result), Code::WrongPropertyType);
     EXPECT_EQ(day.intersection(day, day), Code::Ok);
