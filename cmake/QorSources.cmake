@@ -16,7 +16,9 @@ endfunction()
 qor_sources(QOR_CORE_SOURCES ${QOR_CORE_FOLDERS})
 qor_sources(QOR_EMBEDDED_SOURCES ${QOR_EMBEDDED_FOLDERS})
 qor_sources(QOR_CLI_SOURCES cli)
-set(QOR_CLI_MAIN ${CMAKE_SOURCE_DIR}/src/cli/main.cpp)
+# Whatever reads the command line.
+set(QOR_CLI_MAIN ${QOR_CLI_SOURCES})
+list(FILTER QOR_CLI_MAIN INCLUDE REGEX "/(main|Complaint|[A-Za-z]+Arguments)\\.cpp$")
 list(REMOVE_ITEM QOR_CLI_SOURCES ${QOR_CLI_MAIN})
 
 # Message catalogues: one .po file per language becomes one constant table.
