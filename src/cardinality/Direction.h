@@ -10,7 +10,8 @@ enum class Direction { Outgoing, Incoming };
 
 template <class Value>
 struct PerDirection {
-    std::array<Value, 2> values{};
+    /// Written out: compilers take `{}` for free of exceptions even where making a Value throws.
+    std::array<Value, 2> values{Value(), Value()};
 
     [[nodiscard]] Value& operator[](Direction direction) noexcept {
         return values[static_cast<std::size_t>(direction)];
