@@ -14,6 +14,7 @@
 #include "cli/Console.h"
 #include "cli/Diagnostics.h"
 #include "cli/FirstBreach.h"
+#include "cli/FoundFiles.h"
 #include "cli/InputFiles.h"
 #include "cli/InternalErrors.h"
 #include "cli/Nearest.h"
@@ -47,7 +48,8 @@ public:
         const auto start = std::chrono::steady_clock::now();
         if (!_options.quiet) _console.progress().start();
         if (!tell(_judge.faults())) return Exit::BadInput;
-        for (const std::string& file : _options.files) checkFile(file);
+        const std::vector<std::string> files = findFilesToCheck();
+        for (const std::string& file : files) checkFile(file, files.size());
         const std::string unwritten = _judge.end();
         _summary.notShown = _reports.notShown();
         _summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -64,8 +66,21 @@ public:
     }
 
 private:
-    void checkFile(const std::string& file) {
-        _console.progress().say(fmt::format("reading {} ({} of {})", file, _summary.files + 1, _options.files.size()));
+    std::vector<std::string> findFilesToCheck() {
+        Diagnostics problems;
+        std::vector<std::string> files = findModelFiles(_options.files, _workspaces.open(""), problems);
+        for (const QorDiagnostic& problem : problems) {
+            ++_summary.files;
+            Diagnostics ofFolder{problem};
+            _judge.beginFile(problem.place.file, ofFolder);
+            beginFile(problem.place.file, problem.place.file, ofFolder);
+            _reports.endFile();
+        }
+        return files;
+    }
+
+    void checkFile(const std::string& file, std::size_t inAll) {
+        _console.progress().say(fmt::format("reading {} ({} of {})", file, _summary.files + 1, inAll));
         if (SettingsFiles::isOne(file)) return;  // a pattern for the models beside it may name it, too
         ++_summary.files;
         Diagnostics diagnostics;

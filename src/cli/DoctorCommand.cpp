@@ -22,7 +22,7 @@ RuleBreakers checkedWith(Workspace& workspace, const std::vector<std::string>& f
                          QorCardinalityUsage* usage) {
     ModelFiles models(workspace);
     RuleBreakers breakers(workspace.reader());
-    for (const std::string& file : files) {
+    for (const std::string& file : models.find(files)) {
         for (const QorIdentifier model : models.read(file)) {
             const bool isComplete = breakers.addModel(file, model) && (usage == nullptr || usage->addModel(model));
             if (!isComplete) internalErrors.add("the check of a model in " + file + " broke off");

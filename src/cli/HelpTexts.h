@@ -14,11 +14,13 @@ inline constexpr const char* kExitCodes =
 inline constexpr const char* kCheckExamples =
     "Examples:\n"
     "  qor check order.bpmn\n"
+    "  qor check models\n"
     "  qor check --library house-rules.yaml models/*.yaml\n"
     "  qor check --json *.bpmn > report.json\n"
     "  generate-model | qor check --first -\n\n"
-    "FILE is a model file (YAML or JSON), a BPMN 2.0 file, or - for standard input. A model\n"
-    "file names its library; BPMN files are checked with the library \"bpmn\" that comes along.\n";
+    "FILE is a model file (YAML or JSON), a BPMN 2.0 file, a folder with such files, or - for\n"
+    "standard input. A model file names its library; BPMN files are checked with the library\n"
+    "\"bpmn\" that comes along.\n";
 
 inline constexpr const char* kLibraryExamples =
     "Examples:\n"

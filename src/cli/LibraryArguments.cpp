@@ -40,7 +40,7 @@ void describeSimCheck(CLI::App& sim, Task& task) {
     check.add_flag("--json", options->json, "Write one JSON document, qor.sim.check/1");
     addLanguage(check, options->language);
     check.add_option("LIB", options->library, "The library")->required()->option_text(" ");
-    check.add_option("MODEL", options->files, "Files with models")->option_text("...");
+    check.add_option("MODEL", options->files, "Files and folders with models")->option_text("...");
     runs(check, task, options, runSimCheck);
 }
 
@@ -98,10 +98,11 @@ void describeRules(CLI::App& app, Task& task) {
     CLI::Option& cls = *rules.add_option("--class", options->cls, "Only the rules of this class")->option_text("NAME");
     CLI::Option& doctor =
         *rules.add_flag("--doctor", options->doctor, "Show contradictions, and rules without effect")->excludes(&cls);
-    CLI::Option& models =
-        *rules.add_option("--models", options->models, "Also show which rules and objects of these files never meet")
-             ->needs(&doctor)
-             ->option_text("FILE...");
+    CLI::Option& models = *rules
+                               .add_option("--models", options->models,
+                                           "Also show which rules and objects of these files and folders never meet")
+                               ->needs(&doctor)
+                               ->option_text("FILE...");
     rules
         .add_option("--against", options->against, "Also show what changes for these models beside this other library")
         ->needs(&models)

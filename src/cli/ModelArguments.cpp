@@ -59,7 +59,9 @@ void describeCheck(CLI::App& app, Task& task) {
     describeReports(check, json, *options);
     check.add_flag("--quiet", options->quiet, "Show breaches and errors only");
     addLanguage(check, options->language);
-    check.add_option("FILE", options->files, "Files to check")->required()->option_text("...");
+    check.add_option("FILE", options->files, "Files to check; of folders all with models")
+        ->required()
+        ->option_text("...");
     check.footer(help::kCheckExamples);
     check.callback([&task, options] {
         const int onOutput =

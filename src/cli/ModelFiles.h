@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/FoundFiles.h"
 #include "cli/InputFiles.h"
 #include "cli/Workspace.h"
 
@@ -13,6 +14,10 @@ class ModelFiles {
 public:
     explicit ModelFiles(Workspace& workspace) : _workspace(workspace) {}
 
+    /// The files to read: of folders those with models.
+    [[nodiscard]] std::vector<std::string> find(const std::vector<std::string>& filesAndFolders) {
+        return findModelFiles(filesAndFolders, _workspace, _diagnostics);
+    }
     /// The models of the file; none when it has an error.
     [[nodiscard]] std::vector<QorIdentifier> read(const std::string& file);
     /// Where the models' things were written.

@@ -4,26 +4,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <set>
-#include <system_error>
 #include <utility>
 
 #include "cli/Diagnostics.h"
+#include "cli/FoundFiles.h"
 #include "cli/Nearest.h"
 #include "cli/RepositoryFiles.h"
 #include "cli/ShippedLibraries.h"
 #include "cli/Text.h"
 
 namespace qor::cli {
-
-namespace fs = std::filesystem;
-
-namespace {
-
-const std::set<std::string, std::less<>> kEndings = {".bpmn", ".xml", ".yaml", ".yml", ".json"};
-
-}  // namespace
 
 void ModelSet::read(const std::vector<std::string>& filesAndFolders) {
     readModels(sourcesOf(filesAndFolders));
@@ -33,35 +24,16 @@ void ModelSet::read(const std::vector<std::string>& filesAndFolders) {
 
 std::vector<ModelSet::Source> ModelSet::sourcesOf(const std::vector<std::string>& filesAndFolders) {
     std::vector<Source> sources;
-    for (const std::string& given : filesAndFolders) {
-        std::error_code error;
-        if (fs::is_directory(given, error)) {
-            for (std::string& file : filesIn(given)) sources.push_back({file, file, false});
-            continue;
-        }
+    const auto tell = [this](const std::string& folder, const std::string& problem) { report(folder, problem); };
+    for (const FoundFile& file : findFiles(filesAndFolders, tell)) {
         std::string problem;
-        const std::string path = _inputs.path(given, problem);
+        const std::string path = file.isGiven ? _inputs.path(file.name, problem) : file.name;
         if (problem.empty())
-            sources.push_back({given, path, true});
+            sources.push_back({file.name, path, file.isGiven});
         else
-            report(given, problem);
+            report(file.name, problem);
     }
     return sources;
-}
-
-std::vector<std::string> ModelSet::filesIn(const std::string& folder) {
-    std::vector<std::string> files;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        std::error_code ignored;
-        if (entry->is_regular_file(ignored) && kEndings.contains(entry->path().extension().string()))
-            files.push_back(entry->path().string());
-    }
-    if (error) report(folder, fmt::format("cannot be read: {}", error.message()));
-    if (!error && files.empty()) report(folder, "the folder holds no file with models");
-    std::sort(files.begin(), files.end());
-    return files;
 }
 
 void ModelSet::readModels(const std::vector<Source>& sources) {
@@ -85,8 +57,9 @@ bool ModelSet::belongs(const Source& source) {
     QorImporter importer(none.builder(), none.reader());
     const QorFileKind kind = importer.kindOf(source.path);
     if (kind == QorFileKind::Unknown || kind == QorFileKind::Library) {
-        if (!source.given && !source.path.ends_with(".bpmn")) return false;  // a folder may hold other things
-        if (kind == QorFileKind::Library)
+        const bool isLibrary = kind == QorFileKind::Library;
+        if (isSomethingElse({source.file, source.given}, kind) || (!source.given && isLibrary)) return false;
+        if (isLibrary)
             report(source.file, "holds a method library and no models");
         else
             keep(importer.readFile(source.path, QorNoIdentifier).diagnostics, source);  // tells why

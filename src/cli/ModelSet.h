@@ -47,7 +47,6 @@ private:
     };
 
     [[nodiscard]] std::vector<Source> sourcesOf(const std::vector<std::string>& filesAndFolders);
-    [[nodiscard]] std::vector<std::string> filesIn(const std::string& folder);
     void readModels(const std::vector<Source>& sources);
     void readFile(const Source& source);
     void takeRepository(const Source& source);

@@ -11,6 +11,7 @@
 #include "cardinality/QorCardinalityHandler.h"
 #include "cli/Diagnostics.h"
 #include "cli/FirstBreach.h"
+#include "cli/FoundFiles.h"
 #include "cli/InputFiles.h"
 #include "cli/RepoCommand.h"
 #include "cli/RepoSession.h"
@@ -390,13 +391,32 @@ bool isLocked(RepoSession& session) {
     return false;
 }
 
+/// Files in the order in which they are taken in. Libraries found in folders come first, since models there may name
+/// them.
+std::vector<std::string> inputsOf(RepoSession& session, const std::vector<std::string>& filesAndFolders) {
+    QorImporter importer(session.platform().builder(), session.reader());
+    std::vector<std::string> inputs;
+    std::size_t libraries = 0;
+    const auto report = [&session](const std::string& folder, const std::string& problem) {
+        session.error(folder, problem, Exit::BadInput);
+    };
+    for (const FoundFile& file : findFiles(filesAndFolders, report)) {
+        const QorFileKind kind = file.isGiven ? QorFileKind::Unknown : importer.kindOf(file.name);
+        if (isSomethingElse(file, kind)) continue;
+        const bool isFoundLibrary = kind == QorFileKind::Library;
+        inputs.insert(isFoundLibrary ? inputs.begin() + static_cast<std::ptrdiff_t>(libraries++) : inputs.end(),
+                      file.name);
+    }
+    return inputs;
+}
+
 }  // namespace
 
 void importInto(RepoSession& session, const RepoOptions& options) {
     if (isLocked(session)) return;
     Import import(session, options);
     session.console.progress().start();
-    for (const std::string& file : options.inputs) import.take(file);
+    for (const std::string& file : inputsOf(session, options.inputs)) import.take(file);
     import.finish();
     import.linkCalls();
     if (!session.options.json) return;

@@ -20,7 +20,9 @@ void describeVerb(CLI::App& command, const RepoVerb& verb, RepoOptions& options)
         command.add_option("--library", options.library, "The repository's library that the models are made with")
             ->option_text("NAME");
         command.add_flag("--keep", options.keep, "Take in models that break rules checked before saving, too");
-        command.add_option("INPUT", options.inputs, "Files to take in")->required()->option_text("...");
+        command.add_option("INPUT", options.inputs, "Files to take in, and folders of such files")
+            ->required()
+            ->option_text("...");
     }
     if (name == "export") {
         command.add_option("--library", options.library, "Only this library, with its models")->option_text("NAME");

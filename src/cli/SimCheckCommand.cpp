@@ -157,7 +157,7 @@ Exit runSimCheck(const SimCheckOptions& options, Console& console) {
     if (!option) return Exit::WrongUse;
 
     SimModels models(workspace);
-    for (const std::string& file : options.files) models.read(file);
+    models.read(options.files);
     checked.models = &models;
     checked.modelErrors = models.diagnostics();
     QorSimReadiness readiness;

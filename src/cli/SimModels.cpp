@@ -5,11 +5,16 @@
 #include <filesystem>
 #include <utility>
 
+#include "cli/FoundFiles.h"
 #include "cli/RepositoryFiles.h"
 
 namespace qor::cli {
 
-void SimModels::read(const std::string& file) {
+void SimModels::read(const std::vector<std::string>& filesAndFolders) {
+    for (const std::string& file : findModelFiles(filesAndFolders, _workspace, _diagnostics)) readFile(file);
+}
+
+void SimModels::readFile(const std::string& file) {
     std::string error;
     const std::string path = _inputs.path(file, error);
     if (path.empty()) {

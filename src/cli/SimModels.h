@@ -15,7 +15,8 @@ class SimModels {
 public:
     explicit SimModels(Workspace& workspace) : _workspace(workspace) {}
 
-    void read(const std::string& file);
+    /// Files, and folders with files of models.
+    void read(const std::vector<std::string>& filesAndFolders);
 
     /// Everything that was wrong with the files, in their order.
     [[nodiscard]] const std::vector<QorDiagnostic>& diagnostics() const { return _diagnostics; }
@@ -30,6 +31,7 @@ private:
         std::vector<QorIdentifier> models;
     };
 
+    void readFile(const std::string& file);
     void readRepository(const std::string& file);
 
     Workspace& _workspace;

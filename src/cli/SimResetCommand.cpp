@@ -43,7 +43,7 @@ Exit runSimReset(const SimResetOptions& options, Console& console) {
     SimLibrary library(workspace);
     for (const QorDiagnostic& error : library.resultErrors()) console.err(diagnosticLine(error, console.errColours()));
     SimModels models(workspace);
-    models.read(options.file);
+    models.read({options.file});
     for (const QorDiagnostic& diagnostic : models.diagnostics())
         console.err(diagnosticLine(diagnostic, console.errColours()));
     if (hasErrors(models.diagnostics())) return Exit::BadInput;

@@ -59,7 +59,7 @@ TEST_F(CliBadInput, EachFaultIsToldWithItsPlaceAndTheOtherFilesAreStillChecked) 
 }
 
 TEST_F(CliBadInput, WhatIsNoFileIsToldSo) {
-    for (const char* name : {"gone.yaml", ".", "/proc/self/mem", "''"}) {
+    for (const char* name : {"gone.yaml", "/proc/self/mem", "''"}) {
         const Outcome outcome = qor.run(std::string("check ") + name);
         EXPECT_EQ(outcome.exit, 3) << name;
         EXPECT_THAT(outcome.err, HasSubstr(": error: ")) << name;

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <filesystem>
+
 #include "cli/samples.h"
 
 namespace {
@@ -38,6 +40,23 @@ TEST_F(CliCheck, NamesModelObjectPlaceRuleAndCountAndEndsWithASummary) {
         EXPECT_THAT(outcome.out, HasSubstr(part));
     EXPECT_EQ(occurrences(outcome.out, "rule max-outgoing: 1"), 1) << "of one object and one written key";
     EXPECT_EQ(occurrences(outcome.out, "\"Check\" (id t1)"), 1);
+}
+
+TEST_F(CliCheck, LooksForModelsInFoldersAndPassesOverWhatElseIsThere) {
+    for (const char* folder : {"below", "none", "bent"})
+        std::filesystem::create_directory(qor.folder() / "in" / folder);
+    qor.write("below/flow.bpmn", qor::test::kBpmn);
+    qor.write("none/notes.yaml", "to: do");
+    qor.write("bent/flow.bpmn", "<x/>");
+    qor.write("qor-check.yaml", "format: qor.check-settings/1\n");
+    qor.expect("check ", {{"--quiet none", 3, "", "none: error: the folder holds no file with models"},
+                          {"bent", 3, "1 file, ", "bent/flow.bpmn:1:1: error: "},
+                          {"none clean.yaml", 3, "\n2 files, 1 model, ", "none: error: "}});
+    std::filesystem::remove_all(qor.folder() / "in" / "bent");
+    const Outcome outcome = qor.run("check .");
+    EXPECT_EQ(outcome.exit, 1);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_THAT(outcome.out, HasSubstr("./below/flow.bpmn:"));
 }
 
 TEST_F(CliCheck, FirstShowsOneBreachPerModel) {

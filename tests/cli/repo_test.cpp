@@ -65,7 +65,10 @@ TEST_F(CliRepo, ChecksModelsBeforeTheyAreSavedWhenTheLibraryWantsThat) {
 }
 
 TEST_F(CliRepo, IsReadByEveryOtherCommand) {
-    ASSERT_EQ(qor.run("repo import --keep shop.qor orders.yaml order.bpmn").exit, 1);
+    const Outcome import = qor.run("repo import --keep shop.qor .");
+    ASSERT_EQ(import.exit, 1);
+    EXPECT_TRUE(import.out.starts_with("./workshop.yaml: library \"Workshop\"\n"))
+        << "which the others name: " << import.out;
     const std::vector<Call> calls = {
         {"check --library Workshop shop.qor", 1, "\"Check\""},
         {"check 'shop.qor#BPMN'", 1, "Lost"},
