@@ -80,7 +80,7 @@ void textSurvives(const std::string& text) {
         return;
     }
     demand(parser.GetElemCount() == document.elements.size());
-    if (!document.keys.empty()) positionAgrees(text, document.keys.back().name.at);
+    if (!document.keys.empty()) positionAgrees(text, document.keys.back().name);
 
     const std::string anew = written(text, document);
     Document again;
