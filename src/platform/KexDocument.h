@@ -124,7 +124,7 @@ public:
 
     /// The word that begins at a place.
     [[nodiscard]] static std::string_view wordAt(std::string_view text, std::uint32_t at);
-    /// O(1), whatever its length.
+    /// O(log of the long strings), whatever its length.
     [[nodiscard]] Value valueAt(std::string_view text, std::uint32_t at) const;
 
 private:
