@@ -56,22 +56,22 @@ std::vector<FoundFile> findFiles(const std::vector<std::string>& filesAndFolders
 std::vector<std::string> findModelFiles(const std::vector<std::string>& filesAndFolders, Workspace& workspace,
                                         std::vector<QorDiagnostic>& problems) {
     QorImporter importer(workspace.builder(), workspace.reader());
+    const auto report = [&problems](const std::string& folder, const std::string& problem) {
+        problems.push_back({QorSeverity::Error, {folder, 0, 0}, problem});
+    };
     std::vector<std::string> names;
     for (const std::string& given : filesAndFolders) {
-        std::string problem;
-        const std::size_t before = names.size();
-        for (FoundFile& file : findFiles({given}, [&](const std::string&, const std::string& why) { problem = why; })) {
-            const QorFileKind kind = file.isGiven ? QorFileKind::Models : importer.kindOf(file.name);
-            if (kind != QorFileKind::Library && !isSomethingElse(file, kind)) names.push_back(std::move(file.name));
-        }
-        if (problem.empty() && names.size() == before) problem = kNoModels;
-        if (!problem.empty()) problems.push_back({QorSeverity::Error, {given, 0, 0}, problem});
+        const std::size_t namesBefore = names.size();
+        const std::size_t problemsBefore = problems.size();
+        for (FoundFile& file : findFiles({given}, report))
+            if (isMeant(file) || isOfModels(importer.kindOf(file.name))) names.push_back(std::move(file.name));
+        if (names.size() == namesBefore && problems.size() == problemsBefore) report(given, kNoModels);
     }
     return names;
 }
 
-bool isSomethingElse(const FoundFile& file, QorFileKind kind) {
-    return !file.isGiven && kind == QorFileKind::Unknown && !file.name.ends_with(".bpmn");
-}
+bool isMeant(const FoundFile& file) { return file.isGiven || file.name.ends_with(".bpmn"); }
+
+bool isOfModels(QorFileKind kind) { return kind == QorFileKind::Models || kind == QorFileKind::Bpmn; }
 
 }  // namespace qor::cli

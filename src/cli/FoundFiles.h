@@ -26,7 +26,8 @@ struct FoundFile {
 [[nodiscard]] std::vector<std::string> findModelFiles(const std::vector<std::string>& filesAndFolders,
                                                       Workspace& workspace, std::vector<QorDiagnostic>& problems);
 
-/// Whether a file of that kind, found in a folder, is none of ours. BPMN files are, whatever is wrong with them.
-[[nodiscard]] bool isSomethingElse(const FoundFile& file, QorFileKind kind);
+/// Whether the file is to be read whatever it holds; BPMN files are, so that it shows what is wrong with them.
+[[nodiscard]] bool isMeant(const FoundFile& file);
+[[nodiscard]] bool isOfModels(QorFileKind kind);
 
 }  // namespace qor::cli

@@ -57,9 +57,8 @@ bool ModelSet::belongs(const Source& source) {
     QorImporter importer(none.builder(), none.reader());
     const QorFileKind kind = importer.kindOf(source.path);
     if (kind == QorFileKind::Unknown || kind == QorFileKind::Library) {
-        const bool isLibrary = kind == QorFileKind::Library;
-        if (isSomethingElse({source.file, source.given}, kind) || (!source.given && isLibrary)) return false;
-        if (isLibrary)
+        if (!isMeant({source.file, source.given})) return false;
+        if (kind == QorFileKind::Library)
             report(source.file, "holds a method library and no models");
         else
             keep(importer.readFile(source.path, QorNoIdentifier).diagnostics, source);  // tells why

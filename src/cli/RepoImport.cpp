@@ -395,19 +395,24 @@ bool isLocked(RepoSession& session) {
 /// them.
 std::vector<std::string> inputsOf(RepoSession& session, const std::vector<std::string>& filesAndFolders) {
     QorImporter importer(session.platform().builder(), session.reader());
-    std::vector<std::string> inputs;
-    std::size_t libraries = 0;
+    std::vector<std::string> libraries;
+    std::vector<std::string> others;
     const auto report = [&session](const std::string& folder, const std::string& problem) {
         session.error(folder, problem, Exit::BadInput);
     };
-    for (const FoundFile& file : findFiles(filesAndFolders, report)) {
-        const QorFileKind kind = file.isGiven ? QorFileKind::Unknown : importer.kindOf(file.name);
-        if (isSomethingElse(file, kind)) continue;
-        const bool isFoundLibrary = kind == QorFileKind::Library;
-        inputs.insert(isFoundLibrary ? inputs.begin() + static_cast<std::ptrdiff_t>(libraries++) : inputs.end(),
-                      file.name);
+    for (const std::string& given : filesAndFolders) {
+        bool isAny = false;
+        const std::vector<FoundFile> files = findFiles({given}, report);
+        for (const FoundFile& file : files) {
+            const QorFileKind kind = isMeant(file) ? QorFileKind::Models : importer.kindOf(file.name);
+            if (kind == QorFileKind::Unknown) continue;
+            (kind == QorFileKind::Library ? libraries : others).push_back(file.name);
+            isAny = true;
+        }
+        if (!isAny && !files.empty()) report(given, "the folder holds nothing to take in");
     }
-    return inputs;
+    libraries.insert(libraries.end(), others.begin(), others.end());
+    return libraries;
 }
 
 }  // namespace

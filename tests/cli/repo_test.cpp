@@ -84,6 +84,8 @@ TEST_F(CliRepo, IsReadByEveryOtherCommand) {
 
 TEST_F(CliRepo, TellsWhatIsWrongWithAFileByItsExitCode) {
     qor.write("text.qor", "no repository");
+    std::filesystem::create_directory(qor.folder() / "in" / "notes");
+    qor.write("notes/notes.yaml", "to: do");
     const std::vector<Call> calls = {
         {"init shop.qor", 5, "", "shop.qor: error: there is a file of that name already"},
         {"info none.qor", 3, "", "there is no such file"},
@@ -94,6 +96,7 @@ TEST_F(CliRepo, TellsWhatIsWrongWithAFileByItsExitCode) {
         {"export shop.qor text.qor/x", 5, "", "cannot be made"},
         {"export --library None shop.qor out", 2, "", "holds no library named"},
         {"import shop.qor order.txt", 3, "", "order.txt"},
+        {"import shop.qor notes", 3, "", "notes: error: the folder holds nothing to take in"},
         {"import --library None shop.qor clean.yaml", 2, "", "holds no library named"},
         {"verfy shop.qor", 2, "", "did you mean verify?"},
         {"import shop.qor", 2, "", "required"},
